@@ -1,0 +1,283 @@
+#include "platform/database.h"
+
+#include <sqlite3.h>
+
+namespace zorbo {
+
+namespace {
+
+[[noreturn]] void fail(sqlite3 *db, const QString &what)
+{
+    QString msg = what;
+    if (db)
+        msg += QStringLiteral(": ") + QString::fromUtf8(sqlite3_errmsg(db));
+    throw DbError(msg.toStdString());
+}
+
+} // namespace
+
+Statement::Statement(sqlite3 *db, const QString &sql) : m_db(db)
+{
+    const QByteArray utf8 = sql.toUtf8();
+    if (sqlite3_prepare_v2(db, utf8.constData(), int(utf8.size()), &m_stmt, nullptr) != SQLITE_OK)
+        fail(db, QStringLiteral("Ungültige Anweisung »%1«").arg(sql.left(200)));
+}
+
+Statement::~Statement()
+{
+    sqlite3_finalize(m_stmt);
+}
+
+Statement::Statement(Statement &&other) noexcept : m_db(other.m_db), m_stmt(other.m_stmt)
+{
+    other.m_stmt = nullptr;
+}
+
+Statement &Statement::operator=(Statement &&other) noexcept
+{
+    if (this != &other) {
+        sqlite3_finalize(m_stmt);
+        m_db = other.m_db;
+        m_stmt = other.m_stmt;
+        other.m_stmt = nullptr;
+    }
+    return *this;
+}
+
+Statement &Statement::bind(int index, const QVariant &value)
+{
+    if (value.isNull())
+        return bindNull(index);
+    switch (value.typeId()) {
+    case QMetaType::Int:
+    case QMetaType::UInt:
+    case QMetaType::LongLong:
+    case QMetaType::ULongLong:
+    case QMetaType::Bool:
+        return bind(index, value.toLongLong());
+    case QMetaType::Double:
+    case QMetaType::Float:
+        return bind(index, value.toDouble());
+    default:
+        return bind(index, value.toString());
+    }
+}
+
+Statement &Statement::bind(int index, qint64 value)
+{
+    if (sqlite3_bind_int64(m_stmt, index, value) != SQLITE_OK)
+        fail(m_db, QStringLiteral("Wert %1 nicht gebunden").arg(index));
+    return *this;
+}
+
+Statement &Statement::bind(int index, double value)
+{
+    if (sqlite3_bind_double(m_stmt, index, value) != SQLITE_OK)
+        fail(m_db, QStringLiteral("Wert %1 nicht gebunden").arg(index));
+    return *this;
+}
+
+Statement &Statement::bind(int index, const QString &value)
+{
+    const QByteArray utf8 = value.toUtf8();
+    if (sqlite3_bind_text(m_stmt, index, utf8.constData(), int(utf8.size()), SQLITE_TRANSIENT) != SQLITE_OK)
+        fail(m_db, QStringLiteral("Wert %1 nicht gebunden").arg(index));
+    return *this;
+}
+
+Statement &Statement::bindNull(int index)
+{
+    if (sqlite3_bind_null(m_stmt, index) != SQLITE_OK)
+        fail(m_db, QStringLiteral("Wert %1 nicht gebunden").arg(index));
+    return *this;
+}
+
+bool Statement::step()
+{
+    const int rc = sqlite3_step(m_stmt);
+    if (rc == SQLITE_ROW)
+        return true;
+    if (rc == SQLITE_DONE)
+        return false;
+    const QString sql = QString::fromUtf8(sqlite3_sql(m_stmt)).left(200);
+    sqlite3_reset(m_stmt);
+    fail(m_db, QStringLiteral("Anweisung »%1« gescheitert").arg(sql));
+}
+
+void Statement::exec()
+{
+    while (step()) {
+    }
+    sqlite3_reset(m_stmt);
+}
+
+void Statement::reset()
+{
+    sqlite3_reset(m_stmt);
+    sqlite3_clear_bindings(m_stmt);
+}
+
+int Statement::columnCount() const
+{
+    return sqlite3_column_count(m_stmt);
+}
+
+QString Statement::columnName(int column) const
+{
+    return QString::fromUtf8(sqlite3_column_name(m_stmt, column));
+}
+
+int Statement::columnIndex(const QString &name) const
+{
+    const int n = columnCount();
+    for (int i = 0; i < n; ++i) {
+        if (columnName(i).compare(name, Qt::CaseInsensitive) == 0)
+            return i;
+    }
+    return -1;
+}
+
+bool Statement::isNull(int column) const
+{
+    return sqlite3_column_type(m_stmt, column) == SQLITE_NULL;
+}
+
+QVariant Statement::value(int column) const
+{
+    switch (sqlite3_column_type(m_stmt, column)) {
+    case SQLITE_INTEGER:
+        return QVariant(qint64(sqlite3_column_int64(m_stmt, column)));
+    case SQLITE_FLOAT:
+        return QVariant(sqlite3_column_double(m_stmt, column));
+    case SQLITE_NULL:
+        return QVariant();
+    default:
+        return QVariant(text(column));
+    }
+}
+
+QVariant Statement::value(const QString &name) const
+{
+    const int i = columnIndex(name);
+    return i < 0 ? QVariant() : value(i);
+}
+
+qint64 Statement::integer(int column) const
+{
+    return sqlite3_column_int64(m_stmt, column);
+}
+
+double Statement::real(int column) const
+{
+    return sqlite3_column_double(m_stmt, column);
+}
+
+QString Statement::text(int column) const
+{
+    const auto *data = reinterpret_cast<const char *>(sqlite3_column_text(m_stmt, column));
+    return QString::fromUtf8(data, sqlite3_column_bytes(m_stmt, column));
+}
+
+Database::Database(const QString &path) : m_path(path)
+{
+    const QByteArray name = path.toUtf8();
+    if (sqlite3_open_v2(name.constData(), &m_db, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE, nullptr) != SQLITE_OK) {
+        const QString msg = QStringLiteral("Die Datenbank %1 lässt sich nicht öffnen: %2")
+                                .arg(path, QString::fromUtf8(sqlite3_errmsg(m_db)));
+        sqlite3_close(m_db);
+        m_db = nullptr;
+        throw DbError(msg.toStdString());
+    }
+    sqlite3_extended_result_codes(m_db, 1);
+    sqlite3_busy_timeout(m_db, 2000);
+}
+
+Database::~Database()
+{
+    sqlite3_close_v2(m_db);
+}
+
+Statement Database::prepare(const QString &sql)
+{
+    return Statement(m_db, sql);
+}
+
+void Database::exec(const QString &sql)
+{
+    char *err = nullptr;
+    if (sqlite3_exec(m_db, sql.toUtf8().constData(), nullptr, nullptr, &err) != SQLITE_OK) {
+        const QString msg = QString::fromUtf8(err ? err : "unbekannter Fehler");
+        sqlite3_free(err);
+        throw DbError(QStringLiteral("Anweisung gescheitert: %1").arg(msg).toStdString());
+    }
+}
+
+int Database::changes() const
+{
+    return sqlite3_changes(m_db);
+}
+
+qint64 Database::lastInsertId() const
+{
+    return sqlite3_last_insert_rowid(m_db);
+}
+
+QStringList Database::tables() const
+{
+    Statement st(m_db, QStringLiteral("SELECT name FROM sqlite_schema WHERE type='table' "
+                                      "AND name NOT LIKE 'sqlite_%' ORDER BY rowid"));
+    QStringList names;
+    while (st.step())
+        names << st.text(0);
+    return names;
+}
+
+bool Database::hasTable(const QString &name) const
+{
+    for (const QString &t : tables()) {
+        if (t.compare(name, Qt::CaseInsensitive) == 0)
+            return true;
+    }
+    return false;
+}
+
+QList<ColumnInfo> Database::columns(const QString &table) const
+{
+    Statement st(m_db, QStringLiteral("SELECT name, type FROM pragma_table_info(?1)"));
+    st.bind(1, table);
+    QList<ColumnInfo> cols;
+    while (st.step())
+        cols.append({st.text(0), st.text(1)});
+    return cols;
+}
+
+Transaction::Transaction(Database &db)
+    : m_db(db), m_name(QStringLiteral("zorbo_%1").arg(++db.m_savepoints))
+{
+    try {
+        m_db.exec(QStringLiteral("SAVEPOINT ") + m_name);
+    } catch (...) {
+        --m_db.m_savepoints;
+        throw;
+    }
+}
+
+Transaction::~Transaction()
+{
+    if (!m_done) {
+        try {
+            m_db.exec(QStringLiteral("ROLLBACK TO ") + m_name + QStringLiteral("; RELEASE ") + m_name);
+        } catch (const DbError &) {
+            // The savepoint is already gone when the engine rolled back by itself.
+        }
+    }
+    --m_db.m_savepoints;
+}
+
+void Transaction::commit()
+{
+    m_db.exec(QStringLiteral("RELEASE ") + m_name);
+    m_done = true;
+}
+
+} // namespace zorbo

@@ -1,0 +1,148 @@
+#pragma once
+
+#include <QList>
+#include <QString>
+#include <QStringList>
+#include <QVariant>
+#include <stdexcept>
+
+struct sqlite3;
+struct sqlite3_stmt;
+
+namespace zorbo {
+
+// An error of the database engine, with the engine's text.
+class DbError : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
+    QString text() const { return QString::fromUtf8(what()); }
+};
+
+// One prepared statement. Values are always bound, never joined into the text.
+class Statement {
+public:
+    Statement(sqlite3 *db, const QString &sql);
+    ~Statement();
+    Statement(Statement &&other) noexcept;
+    Statement &operator=(Statement &&other) noexcept;
+    Statement(const Statement &) = delete;
+    Statement &operator=(const Statement &) = delete;
+
+    // Parameters count from 1. A null QVariant binds SQL NULL.
+    Statement &bind(int index, const QVariant &value);
+    Statement &bind(int index, qint64 value);
+    Statement &bind(int index, int value) { return bind(index, qint64(value)); }
+    Statement &bind(int index, double value);
+    Statement &bind(int index, const QString &value);
+    Statement &bind(int index, const char *value) { return bind(index, QString::fromUtf8(value)); }
+    Statement &bindNull(int index);
+
+    template <typename... Args>
+    Statement &bindAll(const Args &...args)
+    {
+        int i = 0;
+        (bind(++i, args), ...);
+        return *this;
+    }
+
+    // Advances to the next row; false when there is none. Throws DbError.
+    bool step();
+    // Runs to the end and resets, keeping the bindings' slots for reuse.
+    void exec();
+    // Ready to run again; bindings are cleared.
+    void reset();
+
+    int columnCount() const;
+    QString columnName(int column) const;
+    // Column by name, compared without regard to case (umlauts included);
+    // -1 when the row has no such column.
+    int columnIndex(const QString &name) const;
+
+    bool isNull(int column) const;
+    QVariant value(int column) const;
+    QVariant value(const QString &name) const;
+    qint64 integer(int column) const;
+    double real(int column) const;
+    QString text(int column) const;
+
+    sqlite3_stmt *handle() const { return m_stmt; }
+
+private:
+    sqlite3 *m_db = nullptr;
+    sqlite3_stmt *m_stmt = nullptr;
+};
+
+struct ColumnInfo {
+    QString name;
+    QString type; // "INTEGER" (whole number), "REAL" (number) or "TEXT"
+    bool isText() const { return type.compare(QLatin1String("TEXT"), Qt::CaseInsensitive) == 0; }
+    bool isInteger() const { return type.compare(QLatin1String("INTEGER"), Qt::CaseInsensitive) == 0; }
+};
+
+// The one open database of the program, an SQLite file.
+class Database {
+public:
+    // Opens (or creates) the file. Throws DbError when it cannot be opened.
+    explicit Database(const QString &path);
+    ~Database();
+    Database(const Database &) = delete;
+    Database &operator=(const Database &) = delete;
+
+    const QString &path() const { return m_path; }
+
+    Statement prepare(const QString &sql);
+    // Runs one or more statements that take no values.
+    void exec(const QString &sql);
+
+    // First column of the first row, bound with args; null when no row.
+    template <typename... Args>
+    QVariant scalar(const QString &sql, const Args &...args)
+    {
+        Statement st = prepare(sql);
+        st.bindAll(args...);
+        return st.step() ? st.value(0) : QVariant();
+    }
+
+    // Runs a statement with bound values; returns the number of changed rows.
+    template <typename... Args>
+    int run(const QString &sql, const Args &...args)
+    {
+        Statement st = prepare(sql);
+        st.bindAll(args...);
+        st.exec();
+        return changes();
+    }
+
+    int changes() const;
+    qint64 lastInsertId() const;
+
+    QStringList tables() const;
+    bool hasTable(const QString &name) const;
+    QList<ColumnInfo> columns(const QString &table) const;
+
+    sqlite3 *handle() const { return m_db; }
+
+private:
+    sqlite3 *m_db = nullptr;
+    QString m_path;
+    friend class Transaction;
+    int m_savepoints = 0;
+};
+
+// All or nothing: changes made while it lives are kept only by commit().
+// Nests through savepoints, so an operation may call another one.
+class Transaction {
+public:
+    explicit Transaction(Database &db);
+    ~Transaction();
+    Transaction(const Transaction &) = delete;
+    Transaction &operator=(const Transaction &) = delete;
+    void commit();
+
+private:
+    Database &m_db;
+    QString m_name;
+    bool m_done = false;
+};
+
+} // namespace zorbo

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <QString>
+
+namespace zorbo {
+
+// The number at the start of a text: leading blanks skipped, optional sign,
+// digits with at most one '.' as decimal sign; stops at the first character
+// that does not fit; no number gives 0.
+double valtext(const QString &text);
+
+// Whole number from a floating value, ties to even (2.5 -> 2, 3.5 -> 4).
+long long roundHalfEven(double value);
+
+// Display format "#0.0": at least one integer digit, one decimal, rounded
+// half away from zero, with the given decimal sign.
+QString formatOneDecimal(double value, QChar decimalSign);
+
+// The system's decimal sign (',' on a German system).
+QChar systemDecimalSign();
+
+// Strength in list form: strength / 2000 as "#0.0" and " Sterne".
+QString sternetext(long long strength, QChar decimalSign = systemDecimalSign());
+
+// Plain decimal form of the game's files: no thousands separator, a period,
+// no leading zero below 1 (".5"), no trailing zeros.
+QString plainDecimal(double value);
+
+// Display formats "##00" and "###000": at least 2 or 3 digits.
+QString formatMinDigits(long long value, int digits);
+
+} // namespace zorbo

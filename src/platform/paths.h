@@ -1,0 +1,15 @@
+#pragma once
+
+#include <QString>
+
+namespace zorbo {
+
+// A folder as the settings hold it, with '/' as separator and ending in '/'.
+// Values written on Windows with backslashes read with them turned into '/'.
+QString folderpath(const QString &value);
+
+// Joins a folder with a file name by plain concatenation, as the settings
+// promise a trailing separator.
+inline QString joinpath(const QString &folder, const QString &name) { return folder + name; }
+
+} // namespace zorbo
