@@ -1,0 +1,130 @@
+#include "cli/command.h"
+#include "core/programfolder.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <algorithm>
+#include <cstdio>
+#include <unistd.h>
+
+namespace zorbo::cli {
+
+namespace {
+
+std::vector<Command> &commands()
+{
+    static std::vector<Command> list;
+    return list;
+}
+
+void printHelp(QTextStream &out)
+{
+    out << "Aufruf: zorbo-cli [--dir ORDNER] BEFEHL [ARGUMENTE]\n\n"
+           "Führt die Datenoperationen des Zorbo Editors ohne Fenster aus.\n"
+           "--dir ORDNER  Programmordner mit zorboeditor.ini und zorbo.mdb\n"
+           "              (ohne Angabe der Ordner des Programms)\n\nBefehle:\n";
+    auto sorted = commands();
+    std::sort(sorted.begin(), sorted.end(), [](const Command &a, const Command &b) { return a.name < b.name; });
+    for (const Command &c : sorted) {
+        const QString head = c.name + (c.usage.isEmpty() ? QString() : QStringLiteral(" ") + c.usage);
+        out << "  " << head.leftJustified(34) << ' ' << c.description << '\n';
+    }
+}
+
+} // namespace
+
+bool registerCommand(const Command &command)
+{
+    commands().push_back(command);
+    return true;
+}
+
+const Settings &Context::settings()
+{
+    if (!m_loaded) {
+        QString message;
+        m_settings = loadsettings(dir, &message);
+        if (!message.isEmpty())
+            err << message << '\n';
+        m_loaded = true;
+    }
+    return m_settings;
+}
+
+Progress Context::progress(const QString &label)
+{
+    if (!terminal)
+        return {};
+    return [this, label, last = -1](int percent) mutable {
+        if (percent == last)
+            return;
+        last = percent;
+        const int filled = std::clamp(percent, 0, 100) / 5;
+        err << '\r' << label << " [" << QString(filled, QLatin1Char('#')) << QString(20 - filled, QLatin1Char(' '))
+            << "] " << percent << '%';
+        if (percent >= 100)
+            err << '\n';
+        err.flush();
+    };
+}
+
+int Context::fail(const QString &message)
+{
+    err << message << '\n';
+    err.flush();
+    return 1;
+}
+
+QString Context::takeOption(const QString &name)
+{
+    const int i = int(args.indexOf(name));
+    if (i < 0 || i + 1 >= args.size())
+        return {};
+    const QString value = args.at(i + 1);
+    args.remove(i, 2);
+    return value;
+}
+
+} // namespace zorbo::cli
+
+int main(int argc, char **argv)
+{
+    using namespace zorbo::cli;
+    QCoreApplication app(argc, argv);
+    QTextStream out(stdout);
+    QTextStream err(stderr);
+
+    QStringList args = app.arguments().mid(1);
+    QString dir;
+    const int d = int(args.indexOf(QStringLiteral("--dir")));
+    if (d >= 0) {
+        if (d + 1 >= args.size()) {
+            err << "--dir braucht einen Ordner.\n";
+            return 1;
+        }
+        dir = QDir(args.at(d + 1)).absolutePath();
+        args.remove(d, 2);
+    }
+    if (args.isEmpty() || args.first() == QLatin1String("--help") || args.first() == QLatin1String("-h")) {
+        printHelp(out);
+        return args.isEmpty() ? 1 : 0;
+    }
+    const QString name = args.takeFirst();
+    for (const Command &c : commands()) {
+        if (c.name != name)
+            continue;
+        if (dir.isEmpty())
+            dir = zorbo::programfolder();
+        if (!QDir().mkpath(dir)) {
+            err << "Der Ordner " << dir << " lässt sich nicht anlegen.\n";
+            return 1;
+        }
+        Context ctx{dir, args, out, err, bool(isatty(fileno(stderr)))};
+        const int rc = c.run(ctx);
+        out.flush();
+        err.flush();
+        return rc;
+    }
+    err << "Unbekannter Befehl: " << name << " (zorbo-cli --help zeigt alle Befehle)\n";
+    return 1;
+}

@@ -1,0 +1,162 @@
+#include "core/schema.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+namespace zorbo {
+
+namespace {
+
+// Column order is a file format: the configuration writers walk the columns
+// by position, and inserts give all values by position.
+const char *const schemaSql = R"SQL(
+CREATE TABLE vereine (
+  NUMMER INTEGER PRIMARY KEY, NAME TEXT, KURZNAME TEXT, GRAFIK_NR INTEGER,
+  STAERKE REAL, STARTPLATZ REAL, SPIELER TEXT, STADION_NAME TEXT, STADT TEXT,
+  NATION TEXT, STADION_SITZPL INTEGER, STADION_STEHPL INTEGER,
+  TRIKOT_ART INTEGER, TW_TRIKOT_ART INTEGER, AUSWEICH_TRIKOT_ART INTEGER, AUSWEICH_TW_TRIKOT_ART INTEGER,
+  F_TRIKOT_SPIELER TEXT, F_AUSW_TRIKOT_SPIELER TEXT, F_ALTERN_TRIKOT_SPIELER TEXT, F_HOSE_SPIELER TEXT,
+  F_AUSW_HOSE_SPIELER TEXT, F_ALTERN_HOSE_SPIELER TEXT, F_TRIKOT_WERBUNG TEXT, F_HOSE_STREIFEN TEXT,
+  F_TRIKOT_TORWART TEXT, F_HOSE_TORWART TEXT, F_TRIKOT_TRAINER TEXT, F_HOSE_TRAINER TEXT
+) STRICT;
+CREATE INDEX vereine_nation ON vereine (NATION);
+
+CREATE TABLE vereine_national (
+  NUMMER INTEGER PRIMARY KEY, NAME TEXT, KURZNAME TEXT, GRAFIK_NR INTEGER,
+  STAERKE REAL, STARTPLATZ REAL, SPIELER TEXT, STADION_NAME TEXT, STADT TEXT,
+  KLIMA TEXT, NATION TEXT, KONTINENT TEXT, STADION_SITZPL INTEGER, STADION_STEHPL INTEGER,
+  TRIKOT_ART INTEGER, TW_TRIKOT_ART INTEGER, AUSWEICH_TRIKOT_ART INTEGER, AUSWEICH_TW_TRIKOT_ART INTEGER,
+  F_TRIKOT_SPIELER TEXT, F_AUSW_TRIKOT_SPIELER TEXT, F_ALTERN_TRIKOT_SPIELER TEXT, F_HOSE_SPIELER TEXT,
+  F_AUSW_HOSE_SPIELER TEXT, F_ALTERN_HOSE_SPIELER TEXT, F_TRIKOT_WERBUNG TEXT, F_HOSE_STREIFEN TEXT,
+  F_TRIKOT_TORWART TEXT, F_HOSE_TORWART TEXT, F_TRIKOT_TRAINER TEXT, F_HOSE_TRAINER TEXT,
+  NATIONALTEAM TEXT, LANDNAME TEXT
+) STRICT;
+
+CREATE TABLE spieler (
+  NUMMER INTEGER PRIMARY KEY, NAME TEXT, VORNAME TEXT, "Stärke" INTEGER, "Max_Stärke" INTEGER,
+  NATION TEXT, GROESSE INTEGER, ART INTEGER, "REST_EINSÄTZE" INTEGER,
+  LIEBLINGSPOS_X REAL, LIEBLINGSPOS_Y REAL, RUECKENNUMMER INTEGER,
+  GESICHT INTEGER, HAUTFARBE INTEGER, HAARFARBE INTEGER, ERLERNT TEXT, GESPERRT TEXT
+) STRICT;
+
+CREATE TABLE vereinspieler (verein INTEGER, spieler INTEGER) STRICT;
+CREATE INDEX vereinspieler_verein ON vereinspieler (verein);
+CREATE INDEX vereinspieler_spieler ON vereinspieler (spieler);
+
+CREATE TABLE a4spieler (
+  id INTEGER PRIMARY KEY AUTOINCREMENT, name TEXT, vorname TEXT, land TEXT, verein TEXT,
+  position INTEGER, staerke INTEGER, restspiele INTEGER, rueckennummer INTEGER,
+  gesicht INTEGER, hautfarbe INTEGER, haarfarbe INTEGER
+) STRICT;
+
+CREATE TABLE e_attribute (
+  id INTEGER PRIMARY KEY, name TEXT, beschreibung TEXT,
+  voraus1 INTEGER, voraus2 INTEGER, voraus3 INTEGER,
+  schutz1 INTEGER, schutz2 INTEGER, schutz3 INTEGER
+) STRICT;
+CREATE TABLE e_gesichtsfarbe (
+  Haare INTEGER, farbe INTEGER, Hautfarbe INTEGER, Haarfarbe INTEGER,
+  PRIMARY KEY (Haare, farbe)
+) STRICT;
+CREATE TABLE e_landkontinent (
+  id INTEGER PRIMARY KEY, land TEXT, kontinent TEXT, liga INTEGER, teams INTEGER, quali TEXT
+) STRICT;
+CREATE TABLE e_trikotfarbeoriginal (
+  Nummer INTEGER PRIMARY KEY, Trikot1 TEXT, Trikot2 TEXT, Hose TEXT, Streifen TEXT
+) STRICT;
+CREATE TABLE e_trikotfarbezorbode (
+  Nummer INTEGER PRIMARY KEY, Trikot1 TEXT, Trikot2 TEXT, Hose TEXT, Streifen TEXT
+) STRICT;
+
+-- A player with his club, in the column order of the player grid.
+CREATE VIEW spielerinvereine AS
+SELECT s.NUMMER AS nummer, s.NAME AS name, s.VORNAME AS vorname, s."Stärke" AS "stärke",
+       s."Max_Stärke" AS "MAX_STÄRKE", s.NATION AS NATION, s.GROESSE AS GROESSE, s.ART AS art,
+       s.RUECKENNUMMER AS rueckennummer, s."REST_EINSÄTZE" AS "REST_EINSÄTZE",
+       s.LIEBLINGSPOS_X AS LIEBLINGSPOS_X, s.LIEBLINGSPOS_Y AS LIEBLINGSPOS_Y, v.verein AS verein,
+       s.GESICHT AS GESICHT, s.HAUTFARBE AS HAUTFARBE, s.HAARFARBE AS HAARFARBE,
+       s.ERLERNT AS ERLERNT, s.GESPERRT AS GESPERRT
+FROM vereinspieler v JOIN spieler s ON s.NUMMER = v.spieler;
+
+-- Highest team numbers of the one number space over both team tables.
+CREATE VIEW maxteamnr AS
+SELECT max(NUMMER) AS maxnr FROM vereine
+UNION ALL SELECT max(NUMMER) FROM vereine_national;
+
+CREATE VIEW a4spielerzufall AS SELECT * FROM a4spieler ORDER BY random();
+)SQL";
+
+QString header(const QString &path)
+{
+    QFile f(path);
+    if (!f.open(QIODevice::ReadOnly))
+        return {};
+    return QString::fromLatin1(f.read(16));
+}
+
+} // namespace
+
+const QStringList &kontinente()
+{
+    static const QStringList names = {
+        QStringLiteral("Asien"),         QStringLiteral("Atlantis"),    QStringLiteral("Mittel-Amerika"),
+        QStringLiteral("Naher-Osten"),   QStringLiteral("Nord-Afrika"), QStringLiteral("Nord-Amerika"),
+        QStringLiteral("Ost-Europa"),    QStringLiteral("Ozeanien"),    QStringLiteral("Süd-Afrika"),
+        QStringLiteral("Süd-Amerika"),   QStringLiteral("Süd-Europa"),  QStringLiteral("West-Europa"),
+    };
+    return names;
+}
+
+void createschema(Database &db)
+{
+    Transaction tx(db);
+    db.exec(QString::fromUtf8(schemaSql));
+    fillreferencetables(db);
+    db.exec(QStringLiteral("PRAGMA application_id = %1").arg(zorboApplicationId));
+    db.exec(QStringLiteral("PRAGMA user_version = %1").arg(zorboSchemaVersion));
+    tx.commit();
+}
+
+OpenedDb opendb(const QString &path)
+{
+    OpenedDb result;
+    const QFileInfo info(path);
+    const bool fresh = !info.exists() || info.size() == 0;
+    if (!fresh && header(path) != QLatin1String("SQLite format 3\0", 16)) {
+        result.state = DbOpenState::Foreign;
+        result.message = QStringLiteral("Die Datei %1 ist keine Datenbank des Zorbo Editors (vielleicht eine alte "
+                                        "Access-Datenbank). Sie bleibt unverändert; der Editor startet ohne Daten.")
+                             .arg(path);
+        return result;
+    }
+    try {
+        auto db = std::make_unique<Database>(path);
+        if (fresh) {
+            createschema(*db);
+            result.state = DbOpenState::Created;
+        } else {
+            const qint64 appId = db->scalar(QStringLiteral("PRAGMA application_id")).toLongLong();
+            const bool empty = db->tables().isEmpty();
+            if (appId == 0 && empty) {
+                createschema(*db);
+                result.state = DbOpenState::Created;
+            } else if (appId != zorboApplicationId) {
+                result.state = DbOpenState::Foreign;
+                result.message = QStringLiteral("Die Datei %1 ist eine SQLite-Datenbank, aber keine des Zorbo Editors. "
+                                                "Sie bleibt unverändert; der Editor startet ohne Daten.")
+                                     .arg(path);
+                return result;
+            } else {
+                result.state = DbOpenState::Opened;
+            }
+        }
+        db->exec(QStringLiteral("PRAGMA foreign_keys = OFF"));
+        result.db = std::move(db);
+    } catch (const DbError &e) {
+        result.state = DbOpenState::Failed;
+        result.message = QStringLiteral("Die Datenbank %1 lässt sich nicht öffnen: %2").arg(path, e.text());
+    }
+    return result;
+}
+
+} // namespace zorbo

@@ -1,0 +1,54 @@
+#pragma once
+
+#include "platform/registry.h"
+
+#include <QString>
+#include <array>
+#include <functional>
+
+namespace zorbo {
+
+// Indices into Settings::verzeichnisse.
+enum Folder {
+    AttributeFolder = 0,
+    GesichtFolder = 1,
+    Trikot0Folder = 2,
+    Trikot1Folder = 3,
+    WappenFolder = 4,
+    ZorbodatenFolder = 5,
+    A4datenFolder = 6,
+    ZorboconfigFolder = 7,
+    ZorboresFolder = 8,
+    ZorbospielerFolder = 9,
+};
+
+// The settings file's ten folders (each ending in '/') and the kit set.
+struct Settings {
+    QString programFolder; // without trailing separator
+    std::array<QString, 10> verzeichnisse;
+    int trikotsatz = 0;
+
+    QString file() const { return programFolder + QStringLiteral("/zorboeditor.ini"); }
+    QString dbpfad() const { return programFolder + QStringLiteral("/zorbo.mdb"); }
+    QString folder(Folder f) const { return verzeichnisse[size_t(f)]; }
+    // The folder of the current kit set.
+    QString kitFolder() const { return verzeichnisse[size_t(trikotsatz + 2)]; }
+};
+
+// Looks up a registry value; the default is getregvalue.
+using RegistryReader = std::function<int(RegRoot, const QString &, const QString &, QString &)>;
+
+// Reads zorboeditor.ini in the program folder, creating it on the first run
+// with the game's folders from the registry. When the file cannot be written,
+// the defaults are used and *message says why.
+Settings loadsettings(const QString &programFolder, QString *message = nullptr,
+                      const RegistryReader &registry = getregvalue);
+
+// Writes the kit set into the settings file ("satz" in section "trikot").
+bool writetrikotsatz(const Settings &settings);
+
+// The game's registry key and value.
+inline constexpr const char *gameRegistryKey = "Software\\Quenda\\Zorbo Manager\\a_value";
+inline constexpr const char *gameRegistryValue = "Work_Dir";
+
+} // namespace zorbo
