@@ -166,8 +166,9 @@ TEST(Market, CreatedOnceWithNullColumnsAndItsPlayers)
     EXPECT_EQ(row.text(1), "TRANSFERMARKT");
     EXPECT_EQ(row.integer(3), 999);
     for (int c = 0; c < row.columnCount(); ++c) {
-        if (c != 0 && c != 1 && c != 3)
+        if (c != 0 && c != 1 && c != 3) {
             EXPECT_TRUE(row.isNull(c)) << row.columnName(c).toStdString();
+        }
     }
     EXPECT_EQ(newteamnumber(w.db()), 1);
 
