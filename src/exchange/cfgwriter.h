@@ -1,0 +1,44 @@
+#pragma once
+
+#include "platform/database.h"
+#include "platform/result.h"
+
+#include <QByteArray>
+#include <QDateTime>
+#include <QString>
+
+namespace zorbo {
+
+// A game file being written: code page 1252, every line ending in CR LF.
+// Nothing reaches the disk until save(), which replaces the file at once, so
+// a failed export never leaves half a file behind.
+class CfgWriter {
+public:
+    explicit CfgWriter(const QString &path) : m_path(path) {}
+
+    // Appends a line; throws ExchangeError naming `what` when the text holds
+    // a character that code page 1252 cannot hold or a line break.
+    void line(const QString &text, const QString &what = {});
+    void bytes(QByteArrayView raw) { m_bytes.append(raw); }
+    void endLine() { m_bytes.append("\r\n", 2); }
+    // Appends text without a line end, checked as in line().
+    void text(const QString &text, const QString &what);
+
+    Result save();
+    const QByteArray &data() const { return m_bytes; }
+
+private:
+    QString m_path;
+    QByteArray m_bytes;
+};
+
+// ";Datenexport vom " and the date and time in the German general form.
+QString exportdateline(const QDateTime &now);
+// ";Zorbo Editor v" major.minor and the legal notice.
+QString versionline();
+
+// A number column in the plain decimal form of the game's files: whole
+// numbers as digits, others with a period and no zero before it below 1.
+QByteArray numbertext(const Statement &row, int column);
+
+} // namespace zorbo

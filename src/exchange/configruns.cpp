@@ -1,0 +1,45 @@
+#include "exchange/configruns.h"
+
+#include "core/market.h"
+#include "exchange/playerconfig.h"
+#include "exchange/teamconfigreader.h"
+
+namespace zorbo {
+
+namespace {
+
+template <typename Read>
+ExchangeResult run(Database &db, const QStringList &tables, const Read &read)
+{
+    try {
+        Transaction tx(db);
+        for (const QString &t : tables)
+            db.exec(QStringLiteral("DELETE FROM ") + t);
+        ExchangeResult result = read();
+        if (!result.ok())
+            return result; // the transaction rolls the emptied tables back
+        result.marketCreated = ensuretransfermarket(db);
+        if (result.marketCreated)
+            result.notes << QStringLiteral("Die Datei hat keinen Transfermarkt (Team 0); er wurde mit %1 Spielern neu angelegt.")
+                                .arg(marketPlayerCount);
+        tx.commit();
+        return result;
+    } catch (const DbError &e) {
+        return ExchangeResult::failure(QStringLiteral("Der Import ist gescheitert, die Welt bleibt unverändert: %1").arg(e.text()));
+    }
+}
+
+} // namespace
+
+ExchangeResult importteamsrun(Database &db, const QString &path, const Progress &progress)
+{
+    return run(db, {QStringLiteral("vereine"), QStringLiteral("vereine_national"), QStringLiteral("vereinspieler")},
+               [&] { return importvereine(db, path, progress); });
+}
+
+ExchangeResult importplayersrun(Database &db, const QString &path, const Progress &progress)
+{
+    return run(db, {QStringLiteral("spieler")}, [&] { return importspieler(db, path, progress); });
+}
+
+} // namespace zorbo

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "platform/result.h"
+
+#include <QStringList>
+
+namespace zorbo {
+
+// Outcome of an exchange run: success or the German message that names file,
+// line and field, the counts a window shows afterwards, and notes about rows
+// that were left out or replaced on the way.
+struct ExchangeResult {
+    Result result;
+    int teams = 0;         // rows of vereine read or written
+    int nationalTeams = 0; // rows of vereine_national read or written
+    int players = 0;       // rows of spieler read or written
+    int squadRows = 0;     // rows of vereinspieler read
+    qint64 team = -1;      // the club a team file created or replaced
+    bool marketCreated = false;
+    QStringList notes;
+
+    bool ok() const { return result.ok; }
+    static ExchangeResult failure(const QString &message)
+    {
+        ExchangeResult r;
+        r.result = Result::failure(message);
+        return r;
+    }
+};
+
+} // namespace zorbo

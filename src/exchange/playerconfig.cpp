@@ -1,0 +1,211 @@
+#include "exchange/playerconfig.h"
+
+#include "exchange/cfgfile.h"
+#include "exchange/cfgwriter.h"
+#include "platform/codepage.h"
+#include "platform/numbers.h"
+
+namespace zorbo {
+
+namespace {
+
+constexpr int playerColumns = 17;
+constexpr int nameWidth = 16;
+
+// ERLERNT and GESPERRT, the last two columns, stand in the file without quotes.
+bool bareColumn(int column)
+{
+    return column >= playerColumns - 2;
+}
+
+QList<ColumnInfo> playerColumnsOf(Database &db)
+{
+    const QList<ColumnInfo> columns = db.columns(QStringLiteral("spieler"));
+    if (columns.size() != playerColumns)
+        throw DbError("Die Tabelle spieler hat nicht die 17 Spalten der Spielerdatei.");
+    return columns;
+}
+
+QString duplicateNote(const QList<QPair<qint64, qsizetype>> &dropped)
+{
+    QStringList shownList;
+    for (qsizetype i = 0; i < dropped.size() && i < 20; ++i)
+        shownList << QStringLiteral("%1 (Zeile %2)").arg(dropped[i].first).arg(dropped[i].second + 1);
+    if (dropped.size() > 20)
+        shownList << QStringLiteral("…");
+    return QStringLiteral("%1 Spielernummer(n) standen mehrfach in der Datei; jeweils der erste Datensatz bleibt, "
+                          "übergangen: %2")
+        .arg(dropped.size())
+        .arg(shownList.join(QStringLiteral(", ")));
+}
+
+void readPlayers(Database &db, const CfgFile &file, ExchangeResult &result, const Progress &progress)
+{
+    const QList<ColumnInfo> columns = playerColumnsOf(db);
+    enum class Kind { Whole, Decimal, Quoted, Bare };
+    std::vector<QByteArray> keywords;
+    std::vector<Kind> kinds;
+    for (int c = 0; c < playerColumns; ++c) {
+        const ColumnInfo &col = columns[c];
+        keywords.push_back(*toCp1252(col.name.toUpper() + QLatin1Char(' ')));
+        kinds.push_back(bareColumn(c) ? Kind::Bare : col.isText() ? Kind::Quoted : col.isInteger() ? Kind::Whole : Kind::Decimal);
+    }
+    Statement insert = db.prepare(QStringLiteral("INSERT INTO spieler VALUES (?1, ?2, ?3, ?4, ?5, ?6, ?7, ?8, ?9, ?10, "
+                                                 "?11, ?12, ?13, ?14, ?15, ?16, ?17) ON CONFLICT (NUMMER) DO NOTHING"));
+    QList<QPair<qint64, qsizetype>> dropped;
+    int lastPercent = -1;
+    const qsizetype count = file.lineCount();
+    for (qsizetype i = 0; i < count; ++i) {
+        if (file.line(i).contains(QByteArrayView("NEUER_SPIELER"))) {
+            const qsizetype header = i;
+            qint64 number = 0;
+            for (int c = 0; c < playerColumns; ++c) {
+                if (++i >= count)
+                    file.fail(header, QStringLiteral("die Datei endet mitten im Spieler: %1 von 17 Zeilen sind da.").arg(c));
+                const QByteArrayView line = file.line(i);
+                // The keyword is looked for with one blank behind it; a line
+                // without it gives its text from one before the keyword's length.
+                const QByteArray &k = keywords[size_t(c)];
+                const qsizetype pos = line.indexOf(k);
+                const qsizetype start = std::min(line.size(), (pos >= 0 ? pos + 1 : 0) + k.size() - 2);
+                const QByteArrayView value = trimBlanks(line.sliced(start));
+                const QString field = columns[c].name.toUpper();
+                switch (kinds[size_t(c)]) {
+                case Kind::Whole: {
+                    const std::optional<qint64> n = parseWhole(value);
+                    if (!n || (c == 0 && !fitsInt32(*n)))
+                        file.fail(i, QStringLiteral("im Feld %1 steht %2, keine ganze Zahl%3.")
+                                         .arg(field, shown(value), c == 0 ? QStringLiteral(" (32 Bit)") : QString()));
+                    if (c == 0)
+                        number = *n;
+                    insert.bind(c + 1, *n);
+                    break;
+                }
+                case Kind::Decimal: {
+                    const std::optional<double> d = parseDecimal(value);
+                    if (!d)
+                        file.fail(i, QStringLiteral("im Feld %1 steht %2, keine Zahl.").arg(field, shown(value)));
+                    insert.bind(c + 1, *d);
+                    break;
+                }
+                case Kind::Quoted: {
+                    const std::optional<QString> t = parseQuoted(value);
+                    if (!t)
+                        file.fail(i, QStringLiteral("im Feld %1 steht %2, kein Text in Anführungszeichen.").arg(field, shown(value)));
+                    insert.bind(c + 1, *t);
+                    break;
+                }
+                case Kind::Bare:
+                    insert.bind(c + 1, textOf(value));
+                    break;
+                }
+            }
+            insert.exec();
+            if (db.changes() == 0)
+                dropped.append({number, header});
+            else
+                ++result.players;
+        }
+        const int percent = int(file.offsetAfter(i) * 100 / std::max<qint64>(file.size(), 1));
+        if (percent != lastPercent)
+            report(progress, lastPercent = percent);
+    }
+    if (result.players == 0) {
+        const bool teams = file.contains(QByteArrayView("NEUES_TEAM"));
+        throw ExchangeError(QStringLiteral("Die Datei %1 enthält keinen Spieler (keine Zeile NEUER_SPIELER)%2.")
+                                .arg(file.path(), teams ? QStringLiteral("; sie sieht aus wie eine Vereinsdatei (1_tm.cfg)")
+                                                        : QString()));
+    }
+    if (!dropped.isEmpty())
+        result.notes << duplicateNote(dropped);
+}
+
+} // namespace
+
+QString sp_header(Database &db, const QDateTime &now)
+{
+    const QVariant last = db.scalar(QStringLiteral("SELECT max(NUMMER) FROM spieler"));
+    const QString crlf = QStringLiteral("\r\n");
+    return exportdateline(now) + crlf + versionline() + crlf + crlf + crlf + QStringLiteral("INFOTEXT \"test01\"") + crlf
+        + crlf + QStringLiteral("        DATA_VERSION 1") + crlf + crlf + QStringLiteral("        LETZTER_SPIELER ")
+        + (last.isNull() ? QString() : QString::number(last.toLongLong())) + crlf;
+}
+
+ExchangeResult exportspieler(Database &db, const QString &path, const Progress &progress, const QDateTime &now)
+{
+    ExchangeResult result;
+    try {
+        const QList<ColumnInfo> columns = playerColumnsOf(db);
+        std::vector<QByteArray> prefixes;
+        for (const ColumnInfo &c : columns) {
+            const QString upper = c.name.toUpper();
+            prefixes.push_back(QByteArray(8, ' ') + *toCp1252(upper)
+                               + QByteArray(std::max<int>(0, nameWidth - int(upper.size())), ' '));
+        }
+        CfgWriter out(path);
+        out.line(sp_header(db, now));
+        const qint64 total = db.scalar(QStringLiteral("SELECT count(*) FROM spieler")).toLongLong();
+        Statement st = db.prepare(QStringLiteral("SELECT * FROM spieler ORDER BY NUMMER"));
+        int lastPercent = -1;
+        while (st.step()) {
+            const qint64 number = st.integer(0);
+            out.bytes("\r\nNEUER_SPIELER\r\n");
+            for (int c = 0; c < playerColumns; ++c) {
+                const ColumnInfo &col = columns[c];
+                out.bytes(prefixes[size_t(c)]);
+                if (col.isText()) {
+                    // A Null text goes out as empty text: the file has no form for it.
+                    const QString what = QStringLiteral("Spieler %1, Feld %2").arg(number).arg(col.name.toUpper());
+                    if (bareColumn(c)) {
+                        out.text(st.text(c), what);
+                    } else {
+                        out.bytes("\"");
+                        out.text(st.text(c), what);
+                        out.bytes("\"");
+                    }
+                } else if (st.isNull(c)) {
+                    throw ExchangeError(QStringLiteral("Spieler %1, Feld %2: das Feld ist leer, die Spielerdatei verlangt "
+                                                       "dort eine Zahl.")
+                                            .arg(number)
+                                            .arg(col.name.toUpper()));
+                } else {
+                    out.bytes(numbertext(st, c));
+                }
+                out.endLine();
+            }
+            ++result.players;
+            const int percent = int(result.players * 100 / std::max<qint64>(total, 1));
+            if (percent != lastPercent)
+                report(progress, lastPercent = percent);
+        }
+        result.result = out.save();
+        report(progress, 100);
+    } catch (const ExchangeError &e) {
+        result.result = Result::failure(QStringLiteral("Export nach %1 abgebrochen: %2").arg(path, e.message()));
+    } catch (const DbError &e) {
+        result.result = Result::failure(QStringLiteral("Export nach %1 abgebrochen: %2").arg(path, e.text()));
+    }
+    return result;
+}
+
+ExchangeResult importspieler(Database &db, const QString &path, const Progress &progress)
+{
+    ExchangeResult result;
+    CfgFile file;
+    result.result = file.load(path);
+    if (!result.ok())
+        return result;
+    try {
+        Transaction tx(db);
+        readPlayers(db, file, result, progress);
+        tx.commit();
+    } catch (const ExchangeError &e) {
+        return ExchangeResult::failure(e.message());
+    } catch (const DbError &e) {
+        return ExchangeResult::failure(QStringLiteral("Einlesen von %1 abgebrochen: %2").arg(path, e.text()));
+    }
+    report(progress, 100);
+    return result;
+}
+
+} // namespace zorbo

@@ -1,0 +1,278 @@
+#include "exchange/teamconfigreader.h"
+
+#include "exchange/cfgfile.h"
+
+#include <QSet>
+#include <array>
+
+namespace zorbo {
+
+namespace {
+
+enum class Kind { Whole, Decimal, Quoted, Bare, Squad, Ignored };
+
+struct Keyword {
+    QByteArray word;
+    Kind kind = Kind::Quoted;
+};
+
+struct Form {
+    QString table;
+    QString kind; // "Verein" or "Nationalteam", for messages
+    std::vector<Keyword> keywords;
+    Statement insert;
+    Statement remove;
+};
+
+// The three keyword lists of the file; a record's line n holds keyword n.
+const QStringList &shortList()
+{
+    static const QStringList l = QStringLiteral("NUMMER NAME GRAFIK_NR SPIELER").split(' ');
+    return l;
+}
+
+const QStringList &fullList()
+{
+    static const QStringList l = QStringLiteral(
+        "NUMMER NAME KURZNAME GRAFIK_NR STAERKE STARTPLATZ SPIELER STADION_NAME STADT NATION STADION_SITZPL "
+        "STADION_STEHPL TRIKOT_ART TW_TRIKOT_ART AUSWEICH_TRIKOT_ART AUSWEICH_TW_TRIKOT_ART F_TRIKOT_SPIELER "
+        "F_AUSW_TRIKOT_SPIELER F_ALTERN_TRIKOT_SPIELER F_HOSE_SPIELER F_AUSW_HOSE_SPIELER F_ALTERN_HOSE_SPIELER "
+        "F_TRIKOT_WERBUNG F_HOSE_STREIFEN F_TRIKOT_TORWART F_HOSE_TORWART F_TRIKOT_TRAINER F_HOSE_TRAINER").split(' ');
+    return l;
+}
+
+const QStringList &nationalList()
+{
+    static const QStringList l = [] {
+        QStringList n = fullList();
+        n.insert(9, QStringLiteral("KLIMA"));
+        n.insert(11, QStringLiteral("KONTINENT"));
+        n << QStringLiteral("NATIONALTEAM") << QStringLiteral("LANDNAME");
+        return n;
+    }();
+    return l;
+}
+
+class TeamRecordReader {
+public:
+    TeamRecordReader(Database &db, const CfgFile &file, ExchangeResult &result)
+        : m_db(db), m_file(file), m_result(result), m_short(makeForm(QStringLiteral("vereine"), shortList())),
+          m_full(makeForm(QStringLiteral("vereine"), fullList())),
+          m_national(makeForm(QStringLiteral("vereine_national"), nationalList())),
+          m_clearSquad(db.prepare(QStringLiteral("DELETE FROM vereinspieler WHERE verein = ?1"))),
+          m_addSquad(db.prepare(QStringLiteral("INSERT INTO vereinspieler VALUES (?1, ?2)")))
+    {
+    }
+
+    void importvereine(const Progress &progress);
+
+private:
+    Form makeForm(const QString &table, const QStringList &words);
+    void splitsteam(qsizetype header, int last);
+    void splitsspieler(qint64 team, QByteArrayView value, qsizetype line);
+
+    Database &m_db;
+    const CfgFile &m_file;
+    ExchangeResult &m_result;
+    Form m_short, m_full, m_national;
+    Statement m_clearSquad, m_addSquad;
+    std::array<qsizetype, 33> m_lines{}; // file line of each record line
+    QSet<qint64> m_seenClubs, m_seenNational;
+    int m_records = 0;
+};
+
+Form TeamRecordReader::makeForm(const QString &table, const QStringList &words)
+{
+    QHash<QString, ColumnInfo> types;
+    for (const ColumnInfo &c : m_db.columns(table))
+        types.insert(c.name.toUpper(), c);
+    std::vector<Keyword> keywords;
+    QStringList marks;
+    for (const QString &w : words) {
+        const ColumnInfo c = types.value(w);
+        Kind kind = c.isInteger() ? Kind::Whole : c.isText() ? Kind::Quoted : Kind::Decimal;
+        if (w == QLatin1String("SPIELER"))
+            kind = Kind::Squad;
+        else if (w == QLatin1String("KLIMA"))
+            kind = Kind::Bare;
+        else if (w == QLatin1String("NATIONALTEAM") || w == QLatin1String("LANDNAME"))
+            kind = Kind::Ignored;
+        keywords.push_back({w.toLatin1(), kind});
+        marks << QStringLiteral("?");
+    }
+    // Column names come from the fixed lists above, never from the file.
+    const QString insert = QStringLiteral("INSERT INTO %1 (%2) VALUES (%3)")
+                               .arg(table, words.join(QLatin1Char(',')), marks.join(QLatin1Char(',')));
+    return Form{table, table == QLatin1String("vereine") ? QStringLiteral("Verein") : QStringLiteral("Nationalteam"),
+                std::move(keywords), m_db.prepare(insert),
+                m_db.prepare(QStringLiteral("DELETE FROM %1 WHERE NUMMER = ?1").arg(table))};
+}
+
+void TeamRecordReader::importvereine(const Progress &progress)
+{
+    bool open = false;
+    int index = -1;
+    qsizetype header = -1;
+    int lastPercent = -1;
+    const qsizetype count = m_file.lineCount();
+    for (qsizetype i = 0; i < count; ++i) {
+        const QByteArrayView line = trimBlanks(m_file.line(i));
+        if (open) {
+            if (++index > 32)
+                m_file.fail(header, QStringLiteral("der Datensatz ab hier hat mehr als 32 Zeilen; ein Verein hat 28, ein "
+                                                   "Nationalteam 32 und die Kurzform 4. Fehlt eine Leerzeile?"));
+            m_lines[size_t(index)] = i;
+        }
+        if (line.contains(QByteArrayView("NEUES_TEAM"))) {
+            if (open)
+                m_result.notes << m_file.where(header)
+                        + QStringLiteral(": der Datensatz endet ohne Leerzeile vor dem nächsten NEUES_TEAM (Zeile %1) "
+                                         "und wird übergangen.")
+                              .arg(i + 1);
+            open = true;
+            index = -1;
+            header = i;
+        }
+        if (open && !line.isEmpty() && i == count - 1) {
+            open = false;
+            splitsteam(header, index);
+        } else if (open && line.isEmpty()) {
+            open = false;
+            splitsteam(header, index - 1);
+        }
+        const int percent = int(m_file.offsetAfter(i) * 100 / std::max<qint64>(m_file.size(), 1));
+        if (percent != lastPercent)
+            report(progress, lastPercent = percent);
+    }
+    if (m_records == 0) {
+        const bool players = m_file.contains(QByteArrayView("NEUER_SPIELER"));
+        throw ExchangeError(QStringLiteral("Die Datei %1 enthält keinen Verein (keine Zeile NEUES_TEAM)%2.")
+                                .arg(m_file.path(), players ? QStringLiteral("; sie sieht aus wie eine Spielerdatei (1_sp.cfg)")
+                                                            : QString()));
+    }
+}
+
+void TeamRecordReader::splitsteam(qsizetype header, int last)
+{
+    if (last >= 0 && trimBlanks(m_file.line(m_lines[size_t(last)])).isEmpty())
+        --last;
+    Form *form = last == 3 ? &m_short : last == 27 ? &m_full : last == 31 ? &m_national : nullptr;
+    if (!form)
+        m_file.fail(header, QStringLiteral("der Datensatz hat %1 Zeilen und passt zu keiner Form: ein Verein hat 28, ein "
+                                           "Nationalteam 32 und die Kurzform 4 Zeilen.")
+                                .arg(last + 1));
+    qint64 team = 0;
+    qsizetype squadLine = -1;
+    QByteArrayView squad;
+    for (int i = 0; i <= last; ++i) {
+        const Keyword &k = form->keywords[size_t(i)];
+        const qsizetype lineNo = m_lines[size_t(i)];
+        const QByteArrayView line = trimBlanks(m_file.line(lineNo));
+        // One character after the keyword is skipped, whatever it is; a line
+        // without the keyword gives its text from the keyword's length on.
+        const qsizetype pos = line.indexOf(k.word);
+        const qsizetype start = std::min(line.size(), (pos >= 0 ? pos + 1 : 0) + k.word.size());
+        const QByteArrayView value = trimBlanks(line.sliced(start));
+        const QString field = QString::fromLatin1(k.word);
+        QVariant bound;
+        switch (k.kind) {
+        case Kind::Whole: {
+            const std::optional<qint64> n = parseWhole(value);
+            if (!n || (i == 0 && !fitsInt32(*n)))
+                m_file.fail(lineNo, QStringLiteral("im Feld %1 steht %2, keine ganze Zahl%3.")
+                                        .arg(field, shown(value), i == 0 ? QStringLiteral(" (32 Bit)") : QString()));
+            bound = *n;
+            break;
+        }
+        case Kind::Decimal: {
+            const std::optional<double> d = parseDecimal(value);
+            if (!d)
+                m_file.fail(lineNo, QStringLiteral("im Feld %1 steht %2, keine Zahl.").arg(field, shown(value)));
+            bound = *d;
+            break;
+        }
+        case Kind::Quoted: {
+            const std::optional<QString> t = parseQuoted(value);
+            if (!t)
+                m_file.fail(lineNo, QStringLiteral("im Feld %1 steht %2, kein Text in Anführungszeichen.").arg(field, shown(value)));
+            bound = *t;
+            break;
+        }
+        case Kind::Bare:
+            bound = textOf(value);
+            break;
+        case Kind::Squad:
+            squad = value;
+            squadLine = lineNo;
+            bound = QString(QLatin1String(""));
+            break;
+        case Kind::Ignored:
+            bound = QString(QLatin1String(""));
+            break;
+        }
+        if (i == 0)
+            team = bound.toLongLong();
+        form->insert.bind(i + 1, bound);
+    }
+    if (squadLine >= 0)
+        splitsspieler(team, squad, squadLine);
+    QSet<qint64> &seen = form == &m_national ? m_seenNational : m_seenClubs;
+    if (seen.contains(team))
+        m_result.notes << m_file.where(header)
+                + QStringLiteral(": %1 %2 stand schon weiter oben in der Datei; es gilt dieser Datensatz.").arg(form->kind).arg(team);
+    seen.insert(team);
+    form->remove.bind(1, team);
+    form->remove.exec();
+    form->insert.exec();
+    form->insert.reset();
+    ++(form == &m_national ? m_result.nationalTeams : m_result.teams);
+    ++m_records;
+}
+
+void TeamRecordReader::splitsspieler(qint64 team, QByteArrayView value, qsizetype line)
+{
+    QByteArray list(value.data(), value.size());
+    list.replace('"', QByteArray());
+    if (list.isEmpty())
+        return; // the squad stays as it is
+    std::vector<qint64> players;
+    for (const QByteArray &piece : list.split(',')) {
+        const std::optional<qint64> n = parseWhole(trimBlanks(piece));
+        if (!n || !fitsInt32(*n))
+            m_file.fail(line, QStringLiteral("in der Spielerliste steht %1, keine Spielernummer (ganze Zahl, 32 Bit).")
+                                  .arg(shown(piece)));
+        players.push_back(*n);
+    }
+    m_clearSquad.bind(1, team);
+    m_clearSquad.exec();
+    for (qint64 p : players) {
+        m_addSquad.bindAll(team, p);
+        m_addSquad.exec();
+    }
+    m_result.squadRows += int(players.size());
+}
+
+} // namespace
+
+ExchangeResult importvereine(Database &db, const QString &path, const Progress &progress)
+{
+    ExchangeResult result;
+    CfgFile file;
+    result.result = file.load(path);
+    if (!result.ok())
+        return result;
+    try {
+        Transaction tx(db);
+        TeamRecordReader reader(db, file, result);
+        reader.importvereine(progress);
+        tx.commit();
+    } catch (const ExchangeError &e) {
+        return ExchangeResult::failure(e.message());
+    } catch (const DbError &e) {
+        return ExchangeResult::failure(QStringLiteral("Einlesen von %1 abgebrochen: %2").arg(path, e.text()));
+    }
+    report(progress, 100);
+    return result;
+}
+
+} // namespace zorbo

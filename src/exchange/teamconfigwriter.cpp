@@ -1,0 +1,155 @@
+#include "exchange/teamconfigwriter.h"
+
+#include "exchange/cfgfile.h"
+#include "exchange/cfgwriter.h"
+
+namespace zorbo {
+
+namespace {
+
+constexpr int nameWidth = 25;
+constexpr int squadColumn = 6; // SPIELER, the seventh column of both team tables
+
+// Squad numbers of one team, with one statement reused for all teams.
+class SquadLookup {
+public:
+    explicit SquadLookup(Database &db)
+        : m_st(db.prepare(QStringLiteral("SELECT spieler FROM vereinspieler WHERE verein = ?1 ORDER BY rowid")))
+    {
+    }
+
+    QByteArray line(qint64 team)
+    {
+        QByteArray out("        SPIELER");
+        m_st.bind(1, team);
+        bool first = true;
+        while (m_st.step()) {
+            out += first ? QByteArray(nameWidth - 7, ' ') + '"' : QByteArray(",");
+            out += QByteArray::number(m_st.integer(0));
+            first = false;
+        }
+        m_st.reset();
+        if (!first)
+            out += '"';
+        return out;
+    }
+
+private:
+    Statement m_st;
+};
+
+struct ColumnForm {
+    QByteArray prefix; // eight blanks, the name in capitals, the padding
+    QString name;
+    bool text = false;
+    bool bare = false; // KLIMA: text without quotes
+};
+
+// Writes the rows of one table; returns the number of rows.
+int writeTable(Database &db, CfgWriter &out, const QString &table, const QString &kind, SquadLookup &squads,
+               QStringList &notes, const std::function<void()> &rowDone)
+{
+    const QList<ColumnInfo> columns = db.columns(table);
+    std::vector<ColumnForm> forms;
+    for (const ColumnInfo &c : columns) {
+        ColumnForm f;
+        f.name = c.name.toUpper();
+        f.prefix = QByteArray(8, ' ') + f.name.toLatin1() + QByteArray(std::max<int>(0, nameWidth - int(f.name.size())), ' ');
+        f.text = c.isText();
+        f.bare = f.name == QLatin1String("KLIMA");
+        forms.push_back(f);
+    }
+    const int readable = table == QLatin1String("vereine") ? 28 : 32;
+    Statement st = db.prepare(QStringLiteral("SELECT * FROM %1 ORDER BY NUMMER").arg(table));
+    int rows = 0;
+    while (st.step()) {
+        const qint64 number = st.integer(0);
+        out.endLine(); // the empty line before each record
+        out.bytes("NEUES_TEAM\r\n");
+        int lines = 0;
+        QStringList empty;
+        for (int c = 0; c < int(forms.size()); ++c) {
+            const ColumnForm &f = forms[size_t(c)];
+            ++lines;
+            if (c == squadColumn) {
+                out.bytes(squads.line(number));
+            } else if (st.isNull(c)) {
+                --lines;
+                empty << f.name;
+                continue;
+            } else if (f.text) {
+                const QString what = QStringLiteral("%1 %2, Feld %3").arg(kind).arg(number).arg(f.name);
+                out.bytes(f.prefix);
+                if (!f.bare)
+                    out.bytes("\"");
+                out.text(st.text(c), what);
+                if (!f.bare)
+                    out.bytes("\"");
+            } else {
+                out.bytes(f.prefix);
+                out.bytes(numbertext(st, c));
+            }
+            out.endLine();
+        }
+        if (lines != readable && !(lines == 4 && table == QLatin1String("vereine")))
+            notes << QStringLiteral("%1 %2 hat leere Felder (%3) und geht mit %4 Zeilen hinaus; so lässt er sich "
+                                    "nicht wieder einlesen.")
+                         .arg(kind)
+                         .arg(number)
+                         .arg(empty.join(QStringLiteral(", ")))
+                         .arg(lines);
+        ++rows;
+        rowDone();
+    }
+    return rows;
+}
+
+} // namespace
+
+QString tm_header(Database &db, const QDateTime &now)
+{
+    const QVariant last = db.scalar(QStringLiteral("SELECT max(maxnr) FROM maxteamnr"));
+    const QString crlf = QStringLiteral("\r\n");
+    return exportdateline(now) + crlf + versionline() + crlf + crlf + crlf + QStringLiteral("INFOTEXT \"test01\"") + crlf
+        + crlf + QStringLiteral("        DATA_VERSION 1") + crlf + crlf + QStringLiteral("        BASE_NATION \"Deutschland\"")
+        + crlf + crlf + QStringLiteral("        LETZTES_TEAM ") + (last.isNull() ? QString() : QString::number(last.toLongLong()))
+        + crlf;
+}
+
+QString tm_player(Database &db, qint64 team)
+{
+    SquadLookup squads(db);
+    return QString::fromLatin1(squads.line(team));
+}
+
+ExchangeResult exportvereine(Database &db, const QString &path, const Progress &progress, const QDateTime &now)
+{
+    ExchangeResult result;
+    try {
+        CfgWriter out(path);
+        out.line(tm_header(db, now));
+        const qint64 total = db.scalar(QStringLiteral("SELECT (SELECT count(*) FROM vereine) + "
+                                                      "(SELECT count(*) FROM vereine_national)"))
+                                 .toLongLong();
+        qint64 done = 0;
+        int lastPercent = -1;
+        const auto rowDone = [&] {
+            const int percent = int(++done * 100 / std::max<qint64>(total, 1));
+            if (percent != lastPercent)
+                report(progress, lastPercent = percent);
+        };
+        SquadLookup squads(db);
+        result.teams = writeTable(db, out, QStringLiteral("vereine"), QStringLiteral("Verein"), squads, result.notes, rowDone);
+        result.nationalTeams = writeTable(db, out, QStringLiteral("vereine_national"), QStringLiteral("Nationalteam"), squads,
+                                          result.notes, rowDone);
+        result.result = out.save();
+        report(progress, 100);
+    } catch (const ExchangeError &e) {
+        result.result = Result::failure(QStringLiteral("Export nach %1 abgebrochen: %2").arg(path, e.message()));
+    } catch (const DbError &e) {
+        result.result = Result::failure(QStringLiteral("Export nach %1 abgebrochen: %2").arg(path, e.text()));
+    }
+    return result;
+}
+
+} // namespace zorbo
