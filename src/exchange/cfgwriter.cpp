@@ -29,6 +29,13 @@ void CfgWriter::line(const QString &text, const QString &what)
     endLine();
 }
 
+void CfgWriter::head(const QString &text)
+{
+    // The heads are built by the program from ASCII and the version text.
+    m_bytes.append(toCp1252(text).value_or(text.toLatin1()));
+    endLine();
+}
+
 Result CfgWriter::save()
 {
     QSaveFile file(m_path);

@@ -19,6 +19,8 @@ public:
     // Appends a line; throws ExchangeError naming `what` when the text holds
     // a character that code page 1252 cannot hold or a line break.
     void line(const QString &text, const QString &what = {});
+    // A head of several lines, then one line end of its own.
+    void head(const QString &text);
     void bytes(QByteArrayView raw) { m_bytes.append(raw); }
     void endLine() { m_bytes.append("\r\n", 2); }
     // Appends text without a line end, checked as in line().

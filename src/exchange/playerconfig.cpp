@@ -143,7 +143,7 @@ ExchangeResult exportspieler(Database &db, const QString &path, const Progress &
                                + QByteArray(std::max<int>(0, nameWidth - int(upper.size())), ' '));
         }
         CfgWriter out(path);
-        out.line(sp_header(db, now));
+        out.head(sp_header(db, now));
         const qint64 total = db.scalar(QStringLiteral("SELECT count(*) FROM spieler")).toLongLong();
         Statement st = db.prepare(QStringLiteral("SELECT * FROM spieler ORDER BY NUMMER"));
         int lastPercent = -1;

@@ -127,7 +127,7 @@ ExchangeResult exportvereine(Database &db, const QString &path, const Progress &
     ExchangeResult result;
     try {
         CfgWriter out(path);
-        out.line(tm_header(db, now));
+        out.head(tm_header(db, now));
         const qint64 total = db.scalar(QStringLiteral("SELECT (SELECT count(*) FROM vereine) + "
                                                       "(SELECT count(*) FROM vereine_national)"))
                                  .toLongLong();

@@ -1,0 +1,150 @@
+#include "exchange/configruns.h"
+#include "exchange/teamconfigreader.h"
+#include "exchange/teamconfigwriter.h"
+#include "worldfixture.h"
+
+using namespace zorbo;
+using namespace zorbo::test;
+
+namespace {
+
+void insertRow(Database &db, const QString &table, const QVariantList &values)
+{
+    QStringList marks;
+    for (int i = 0; i < values.size(); ++i)
+        marks << QStringLiteral("?");
+    Statement st = db.prepare(QStringLiteral("INSERT INTO %1 VALUES (%2)").arg(table, marks.join(',')));
+    for (int i = 0; i < values.size(); ++i)
+        st.bind(i + 1, values[i]);
+    st.exec();
+}
+
+QVariantList colours(const QStringList &twelve)
+{
+    QVariantList l;
+    for (const QString &c : twelve)
+        l << c;
+    return l;
+}
+
+// The world of tests/data/tm_cfg/worked-example: the market in its short
+// form, a full club, a club with umlauts, quotes, decimals and no squad, and
+// a national team.
+void buildWorkedExample(Database &db)
+{
+    const QVariant null;
+    insertRow(db, "vereine", QVariantList{0, "TRANSFERMARKT", null, 999} + QVariantList(24, null));
+    QStringList c1 = QStringList(4, "255,255,255") + QStringList(4, " 48, 48, 48") + QStringList(4, " 24,181,220");
+    insertRow(db, "vereine", QVariantList{1203, "SV Beispiel", "Beispiel", 412, 6.0, 3.0, "", "Waldstadion", "Musterstadt",
+                                          "Deutschland", 12000, 8000, 3, 70, 10, 0} + colours(c1));
+    insertRow(db, "vereine", QVariantList{1204, "FC \"Ölkännchen\" Straße", "Ölkännchen", 0, 0.5, 12.25, null, "",
+                                          "Groß Ütze", "Deutschland", 0, -1, 0, 70, 10, 0} + colours(QStringList(12, "  0,  0,  0")));
+    insertRow(db, "vereine_national", QVariantList{45, "Deutschland", "Deutschland", 292, 0.0, 0.0, "", "Deutschland", "Berlin",
+                                                   "99,121,700", "Deutschland", "West-Europa", 8000, 3000, 16, 62, 58, 0}
+                                          + colours(QStringList(12, "144, 32, 56")) + QVariantList{"", ""});
+    for (auto [team, player] : {std::pair{0, 5000}, {0, 5001}, {1203, 7001}, {1203, 7002}, {1203, 7003}, {45, 7002}, {45, 7003}})
+        insertRow(db, "vereinspieler", {team, player});
+}
+
+} // namespace
+
+TEST(TeamConfig, WriterGivesTheWorkedExampleByteForByte)
+{
+    TestDb t;
+    buildWorkedExample(*t);
+    const ExchangeResult r = exportvereine(*t, t.file("1_tm.cfg"), {}, exportTime());
+    ASSERT_TRUE(r.ok()) << r.result.message.toStdString();
+    EXPECT_EQ(readBytes(t.file("1_tm.cfg")), readBytes(dataPath("tm_cfg/worked-example/1_tm.cfg")));
+    EXPECT_EQ(r.teams, 3);
+    EXPECT_EQ(r.nationalTeams, 1);
+    EXPECT_TRUE(r.notes.isEmpty()) << r.notes.join('\n').toStdString();
+    EXPECT_EQ(tm_player(*t, 1204), "        SPIELER");
+}
+
+TEST(TeamConfig, ReaderStoresTheWorkedExampleAsItWasWritten)
+{
+    TestDb source;
+    buildWorkedExample(*source);
+    // The reader stores empty text in SPIELER, also for the short form.
+    source->exec("UPDATE vereine SET SPIELER = ''");
+    TestDb t;
+    const ExchangeResult r = importteamsrun(*t, dataPath("tm_cfg/worked-example/1_tm.cfg"));
+    ASSERT_TRUE(r.ok()) << r.result.message.toStdString();
+    EXPECT_FALSE(r.marketCreated);
+    EXPECT_EQ(r.squadRows, 7);
+    EXPECT_EQ(dumpWorld(*t), dumpWorld(*source));
+}
+
+TEST(TeamConfig, ReaderKeepsTheFileRules)
+{
+    // LF line ends, comments and stray lines outside records, a tab as the
+    // skipped character, a national team's NATIONALTEAM thrown away, a team
+    // number beyond 16 bits, the last record at the very end of the file
+    // without a line end, a record dropped for a missing empty line.
+    QByteArray file = ";Kommentar\nINFOTEXT \"x\"\nirgendwas\n\nNEUES_TEAM\n  NUMMER 1\n NAME \"Erster\"\n"
+                      "GRAFIK_NR 5\nSPIELER\n\n\n\nNEUES_TEAM\nNUMMER 2\nNAME \"weg\"\nGRAFIK_NR 1\nSPIELER\n"
+                      "NEUES_TEAM\nNUMMER\t70000\nNAME \"Dritter\"\nGRAFIK_NR\t\t7\nSPIELER \"100000, 100001\"";
+    TestDb t;
+    writeBytes(t.file("a.cfg"), file);
+    ExchangeResult r = importvereine(*t, t.file("a.cfg"));
+    ASSERT_FALSE(r.ok()) << "a second tab stays in the value, and \"\\t7\" is no number";
+    EXPECT_TRUE(r.result.message.contains("Zeile 21")) << r.result.message.toStdString();
+    EXPECT_TRUE(r.result.message.contains("GRAFIK_NR")) << r.result.message.toStdString();
+
+    file.replace("GRAFIK_NR\t\t7", "GRAFIK_NR\t7");
+    writeBytes(t.file("a.cfg"), file);
+    r = importvereine(*t, t.file("a.cfg"));
+    ASSERT_TRUE(r.ok()) << r.result.message.toStdString();
+    EXPECT_EQ(r.teams, 2);
+    ASSERT_EQ(r.notes.size(), 1);
+    EXPECT_TRUE(r.notes[0].contains("Zeile 13")) << r.notes[0].toStdString();
+    EXPECT_EQ(t->scalar("SELECT group_concat(NUMMER || '=' || NAME || '/' || GRAFIK_NR, ' ') FROM vereine").toString(),
+              "1=Erster/5 70000=Dritter/7");
+    EXPECT_EQ(t->scalar("SELECT group_concat(verein || ':' || spieler, ' ') FROM vereinspieler").toString(),
+              "70000:100000 70000:100001");
+}
+
+TEST(TeamConfig, BareSquadLineLeavesTheSquadAloneAndLaterRecordReplaces)
+{
+    TestDb t;
+    insertRow(*t, "vereinspieler", {1, 11});
+    writeBytes(t.file("a.cfg"), "NEUES_TEAM\r\nNUMMER 1\r\nNAME \"A\"\r\nGRAFIK_NR 1\r\nSPIELER\r\n\r\n"
+                                "NEUES_TEAM\r\nNUMMER 1\r\nNAME \"B\"\r\nGRAFIK_NR 2\r\nSPIELER\r\n");
+    const ExchangeResult r = importvereine(*t, t.file("a.cfg"));
+    ASSERT_TRUE(r.ok()) << r.result.message.toStdString();
+    EXPECT_EQ(t->scalar("SELECT NAME FROM vereine").toString(), "B");
+    EXPECT_EQ(t->scalar("SELECT count(*) FROM vereinspieler").toInt(), 1);
+    ASSERT_EQ(r.notes.size(), 1);
+    EXPECT_TRUE(r.notes[0].contains("Zeile 7"));
+}
+
+TEST(TeamConfig, TransferMarketGoesOutShortAndComesBack)
+{
+    TestDb t;
+    insertRow(*t, "vereine", QVariantList{0, "TRANSFERMARKT", QVariant(), 999} + QVariantList(24, QVariant()));
+    ASSERT_TRUE(exportvereine(*t, t.file("1_tm.cfg"), {}, exportTime()).ok());
+    EXPECT_TRUE(readBytes(t.file("1_tm.cfg"))
+                    .endsWith("\r\n\r\nNEUES_TEAM\r\n        NUMMER                   0\r\n"
+                              "        NAME                     \"TRANSFERMARKT\"\r\n"
+                              "        GRAFIK_NR                999\r\n        SPIELER\r\n"));
+    TestDb back;
+    const ExchangeResult r = importteamsrun(*back, t.file("1_tm.cfg"));
+    ASSERT_TRUE(r.ok());
+    EXPECT_FALSE(r.marketCreated);
+    EXPECT_EQ(back->scalar("SELECT count(*) FROM vereine WHERE NUMMER = 0 AND STAERKE IS NULL").toInt(), 1);
+}
+
+TEST(TeamConfig, WriterWarnsOfRecordsThatCannotBeReadBack)
+{
+    TestDb t;
+    insertRow(*t, "vereine", QVariantList{7, "Halb", QVariant(), 1} + QVariantList(24, 0));
+    const ExchangeResult r = exportvereine(*t, t.file("1_tm.cfg"), {}, exportTime());
+    ASSERT_TRUE(r.ok());
+    ASSERT_EQ(r.notes.size(), 1);
+    EXPECT_TRUE(r.notes[0].contains("KURZNAME")) << r.notes[0].toStdString();
+
+    t->exec("UPDATE vereine SET KURZNAME = 'Ω'");
+    const ExchangeResult bad = exportvereine(*t, t.file("1_tm.cfg"), {}, exportTime());
+    EXPECT_FALSE(bad.ok());
+    EXPECT_TRUE(bad.result.message.contains("Verein 7, Feld KURZNAME")) << bad.result.message.toStdString();
+}
