@@ -1,0 +1,81 @@
+#include "exchange/teamfile.h"
+
+#include "exchange/cfgfile.h"
+#include "exchange/cfgwriter.h"
+
+namespace zorbo {
+
+namespace {
+
+void writeSection(CfgWriter &out, Statement &row, const QString &section)
+{
+    out.line(QLatin1Char('[') + section + QLatin1Char(']'));
+    for (int c = 0; c < row.columnCount(); ++c) {
+        const QString key = teamfilekey(row.columnName(c));
+        out.text(key + QLatin1Char('='), section);
+        if (!row.isNull(c)) {
+            const QVariant v = row.value(c);
+            if (v.typeId() == QMetaType::QString)
+                out.text(v.toString(), QStringLiteral("[%1] %2").arg(section, key));
+            else
+                out.bytes(numbertext(row, c));
+        }
+        out.endLine();
+    }
+}
+
+} // namespace
+
+QString teamfilekey(const QString &column)
+{
+    const QString upper = column.toUpper();
+    if (upper == QStringLiteral("STÄRKE") || upper == QStringLiteral("MAX_STÄRKE"))
+        return QString(column).replace(QStringLiteral("ä"), QStringLiteral("ae")).replace(QStringLiteral("Ä"), QStringLiteral("AE"));
+    return column;
+}
+
+ExchangeResult exportverein(Database &db, const QString &path, qint64 team, const Progress &progress, const QDateTime &now)
+{
+    ExchangeResult result;
+    result.team = team;
+    try {
+        CfgWriter out(path);
+        out.line(exportdateline(now));
+        out.line(versionline());
+        out.endLine();
+        bool found = false;
+        for (const char *table : {"vereine", "vereine_national"}) {
+            Statement row = db.prepare(QStringLiteral("SELECT * FROM %1 WHERE NUMMER = ?1").arg(QLatin1String(table)));
+            row.bind(1, team);
+            if (row.step()) {
+                writeSection(out, row, QStringLiteral("Team"));
+                found = true;
+                ++(table == QLatin1String("vereine") ? result.teams : result.nationalTeams);
+                break;
+            }
+        }
+        if (!found)
+            return ExchangeResult::failure(QStringLiteral("Team %1 gibt es weder unter den Vereinen noch unter den "
+                                                          "Nationalteams; %2 wurde nicht geschrieben.")
+                                               .arg(team)
+                                               .arg(path));
+        const qint64 total = db.scalar(QStringLiteral("SELECT count(DISTINCT spieler) FROM vereinspieler WHERE verein = ?1"), team)
+                                 .toLongLong();
+        Statement players = db.prepare(QStringLiteral(
+            "SELECT * FROM spieler WHERE NUMMER IN (SELECT spieler FROM vereinspieler WHERE verein = ?1) ORDER BY NUMMER"));
+        players.bind(1, team);
+        while (players.step()) {
+            writeSection(out, players, QStringLiteral("Spieler%1").arg(++result.players));
+            report(progress, int(result.players * 100 / std::max<qint64>(total, 1)));
+        }
+        result.result = out.save();
+    } catch (const ExchangeError &e) {
+        return ExchangeResult::failure(QStringLiteral("%1 wurde nicht geschrieben: %2").arg(path, e.message()));
+    } catch (const DbError &e) {
+        return ExchangeResult::failure(QStringLiteral("%1 wurde nicht geschrieben: %2").arg(path, e.text()));
+    }
+    report(progress, 100);
+    return result;
+}
+
+} // namespace zorbo

@@ -1,0 +1,191 @@
+#include "exchange/teamfileopen.h"
+
+#include "core/gamedb.h"
+#include "exchange/cfgfile.h"
+#include "exchange/teamfile.h"
+#include "platform/profile.h"
+#include "platform/profilefile.h"
+
+#include <QDir>
+
+namespace zorbo {
+
+namespace {
+
+constexpr int squadSize = 20;
+constexpr qint64 maxTeamFileBytes = 16 * 1024 * 1024;
+
+// The values of one team file, turned into the types of the columns, with
+// the defaults of the file format for keys that are missing.
+class TeamFileValues {
+public:
+    TeamFileValues(Database &db, const QString &path) : m_path(path)
+    {
+        m_teamColumns = db.columns(QStringLiteral("vereine"));
+        m_playerColumns = db.columns(QStringLiteral("spieler"));
+    }
+
+    Result check()
+    {
+        CfgFile probe; // size bound, text check
+        const Result loaded = probe.load(m_path, maxTeamFileBytes);
+        if (!loaded)
+            return loaded;
+        m_profile.load(m_path);
+        if (m_profile.findSection(QStringLiteral("Team")) < 0)
+            return Result::failure(QStringLiteral("Die Datei %1 ist keine Teamdatei: ihr fehlt der Abschnitt [Team].")
+                                       .arg(QDir::toNativeSeparators(m_path)));
+        return Result::success();
+    }
+
+    const QList<ColumnInfo> &teamColumns() const { return m_teamColumns; }
+    const QList<ColumnInfo> &playerColumns() const { return m_playerColumns; }
+
+    QVariant team(int column) { return value(QStringLiteral("Team"), m_teamColumns[column], false); }
+    QVariant player(int n, int column) { return value(QStringLiteral("Spieler%1").arg(n), m_playerColumns[column], true); }
+
+private:
+    QVariant value(const QString &section, const ColumnInfo &column, bool player)
+    {
+        const QString key = teamfilekey(column.name);
+        if (key != column.name) // the strengths: integers, anything behind the digits dropped
+            return readiniint(section, key, m_path);
+        const QString upper = column.name.toUpper();
+        QString def;
+        if (!column.isText())
+            def = player && upper == QLatin1String("RUECKENNUMMER") ? QStringLiteral("1") : QStringLiteral("0");
+        else if (upper.startsWith(QLatin1String("F_")))
+            def = QStringLiteral("0,0,0");
+        const QString text = readinistring(section, key, m_path, def);
+        if (column.isText())
+            return text;
+        if (text.isEmpty())
+            return QVariant(); // an empty value is how a Null went out
+        const QByteArray bytes = text.toLatin1();
+        if (column.isInteger()) {
+            if (const std::optional<qint64> n = parseWhole(bytes); n && (upper != QLatin1String("NUMMER") || fitsInt32(*n)))
+                return *n;
+        } else if (const std::optional<double> d = parseDecimal(bytes, true)) {
+            return *d;
+        }
+        const int entry = m_profile.findEntry(section, key);
+        throw ExchangeError(QStringLiteral("%1, Zeile %2: [%3] %4 = »%5« ist keine Zahl.")
+                                .arg(QDir::toNativeSeparators(m_path))
+                                .arg(entry + 1)
+                                .arg(section, key, text));
+    }
+
+    QString m_path;
+    ProfileFile m_profile;
+    QList<ColumnInfo> m_teamColumns, m_playerColumns;
+};
+
+template <typename Body>
+ExchangeResult guarded(Database &db, const QString &path, const Body &body)
+{
+    try {
+        TeamFileValues file(db, path);
+        if (const Result checked = file.check(); !checked)
+            return ExchangeResult::failure(checked.message);
+        Transaction tx(db);
+        ExchangeResult result = body(file);
+        if (result.ok())
+            tx.commit();
+        return result;
+    } catch (const ExchangeError &e) {
+        return ExchangeResult::failure(e.message());
+    } catch (const DbError &e) {
+        return ExchangeResult::failure(QStringLiteral("Die Teamdatei %1 ließ sich nicht übernehmen: %2").arg(path, e.text()));
+    }
+}
+
+QString marks(int count)
+{
+    QStringList m;
+    for (int i = 1; i <= count; ++i)
+        m << QStringLiteral("?%1").arg(i);
+    return m.join(QStringLiteral(", "));
+}
+
+// "A = ?2, B = ?3, …" for every column but the first, the number.
+QString assignments(const QList<ColumnInfo> &columns)
+{
+    QStringList a;
+    for (int c = 1; c < columns.size(); ++c)
+        a << QStringLiteral("\"%1\" = ?%2").arg(columns[c].name).arg(c + 1);
+    return a.join(QStringLiteral(", "));
+}
+
+} // namespace
+
+ExchangeResult openteamnew(Database &db, const QString &path, const QString &country, const Progress &progress)
+{
+    return guarded(db, path, [&](TeamFileValues &file) {
+        if (db.scalar(QStringLiteral("SELECT NUMMER FROM vereine_national WHERE NAME = ?1"), country).isNull())
+            return ExchangeResult::failure(QStringLiteral("Das Land »%1« gibt es nicht.").arg(country));
+        ExchangeResult result;
+        result.team = newteamnumber(db);
+        const QList<ColumnInfo> &tc = file.teamColumns();
+        Statement club = db.prepare(QStringLiteral("INSERT INTO vereine VALUES (%1)").arg(marks(int(tc.size()))));
+        for (int c = 0; c < tc.size(); ++c) {
+            const QString upper = tc[c].name.toUpper();
+            club.bind(c + 1, c == 0 ? QVariant(result.team) : upper == QLatin1String("NATION") ? QVariant(country) : file.team(c));
+        }
+        club.exec();
+        result.teams = 1;
+        const qint64 first = newplayernumber(db);
+        const QList<ColumnInfo> &pc = file.playerColumns();
+        Statement player = db.prepare(QStringLiteral("INSERT INTO spieler VALUES (%1)").arg(marks(int(pc.size()))));
+        Statement member = db.prepare(QStringLiteral("INSERT INTO vereinspieler VALUES (?1, ?2)"));
+        for (int n = 0; n < squadSize; ++n) {
+            player.bind(1, first + n);
+            for (int c = 1; c < pc.size(); ++c)
+                player.bind(c + 1, file.player(n + 1, c));
+            player.exec();
+            member.bindAll(result.team, first + n);
+            member.exec();
+            ++result.players;
+            report(progress, (n + 1) * 100 / squadSize);
+        }
+        result.result = Result::success(QStringLiteral("Verein %1 mit %2 Spielern in %3 angelegt.").arg(result.team).arg(squadSize).arg(country));
+        return result;
+    });
+}
+
+ExchangeResult openteamreplace(Database &db, const QString &path, qint64 clubNumber, const Progress &progress)
+{
+    return guarded(db, path, [&](TeamFileValues &file) {
+        if (db.scalar(QStringLiteral("SELECT NUMMER FROM vereine WHERE NUMMER = ?1"), clubNumber).isNull())
+            return ExchangeResult::failure(QStringLiteral("Einen Verein %1 gibt es nicht; nur Vereine, keine Nationalteams, "
+                                                          "lassen sich ersetzen.")
+                                               .arg(clubNumber));
+        ExchangeResult result;
+        result.team = clubNumber;
+        const QList<ColumnInfo> &tc = file.teamColumns();
+        Statement club = db.prepare(QStringLiteral("UPDATE vereine SET %1 WHERE NUMMER = ?1").arg(assignments(tc)));
+        club.bind(1, clubNumber);
+        for (int c = 1; c < tc.size(); ++c)
+            club.bind(c + 1, file.team(c));
+        club.exec();
+        result.teams = 1;
+        const QList<ColumnInfo> &pc = file.playerColumns();
+        Statement player = db.prepare(QStringLiteral("UPDATE spieler SET %1 WHERE NUMMER = ?1").arg(assignments(pc)));
+        Statement squad = db.prepare(QStringLiteral("SELECT spieler FROM vereinspieler WHERE verein = ?1 ORDER BY rowid"));
+        squad.bind(1, clubNumber);
+        std::vector<qint64> numbers;
+        while (squad.step())
+            numbers.push_back(squad.integer(0));
+        for (size_t n = 0; n < numbers.size(); ++n) {
+            player.bind(1, numbers[n]);
+            for (int c = 1; c < pc.size(); ++c)
+                player.bind(c + 1, file.player(int(n) + 1, c));
+            player.exec();
+            ++result.players;
+            report(progress, int((n + 1) * 100 / numbers.size()));
+        }
+        result.result = Result::success(QStringLiteral("Verein %1 mit %2 Spielern ersetzt.").arg(clubNumber).arg(numbers.size()));
+        return result;
+    });
+}
+
+} // namespace zorbo

@@ -1,0 +1,121 @@
+#include "exchange/teamfile.h"
+#include "exchange/teamfileopen.h"
+#include "platform/codepage.h"
+#include "platform/qstringprint.h"
+#include "worldfixture.h"
+
+using namespace zorbo;
+using namespace zorbo::test;
+
+namespace {
+
+// Club 12 of Deutschland with players 30 and 31 and
+// a third player who belongs to another club.
+void buildClub(Database &db)
+{
+    db.exec("INSERT INTO vereine_national (NUMMER, NAME) VALUES (1, 'Deutschland'), (2, 'Österreich')");
+    Statement club = db.prepare("INSERT INTO vereine VALUES (12, 'SV Süd', 'Süd', 5, 0.5, NULL, '', 'Platz', 'Groß Ort', "
+                                "'Deutschland', 100, 200, 1, 70, 10, 0, ' 24,181,220', 'a', 'b', 'c', 'd', 'e', 'f', 'g', "
+                                "'h', 'i', 'j', 'k=;l')");
+    club.exec();
+    db.exec("INSERT INTO spieler VALUES (30, 'Maß', 'Jürgen', 8000, 10000, 'Deutschland', 180, 2, 100, 0.5, 0, 9, 14, 1, 3, "
+            "'0,5', ''), (31, 'Zwei', 'Z.', 0, 0, 'Österreich', 170, 1, 50, 0, 0, 4, 0, 0, 0, '', '7'), "
+            "(32, 'Fremd', 'F.', 0, 0, 'X', 170, 1, 50, 0, 0, 4, 0, 0, 0, '', '')");
+    db.exec("INSERT INTO vereinspieler VALUES (12, 30), (12, 31), (13, 32)");
+}
+
+} // namespace
+
+TEST(TeamFile, SavedFileHoldsTeamAndSquadInProfileForm)
+{
+    TestDb t;
+    buildClub(*t);
+    const ExchangeResult r = exportverein(*t, t.file("club.tea"), 12, {}, exportTime());
+    ASSERT_TRUE(r.ok()) << r.result.message.toStdString();
+    const QString expected =
+        ";Datenexport vom 19.11.2026 06:36:12\r\n;Zorbo Editor v2.0 Copyright (C) 2026 the Zorbo Editor contributors, "
+        "licensed under the GNU LGPL 2.1 or later\r\n\r\n[Team]\r\nNUMMER=12\r\nNAME=SV Süd\r\nKURZNAME=Süd\r\nGRAFIK_NR=5\r\n"
+        "STAERKE=.5\r\nSTARTPLATZ=\r\nSPIELER=\r\nSTADION_NAME=Platz\r\nSTADT=Groß Ort\r\nNATION=Deutschland\r\n"
+        "STADION_SITZPL=100\r\nSTADION_STEHPL=200\r\nTRIKOT_ART=1\r\nTW_TRIKOT_ART=70\r\nAUSWEICH_TRIKOT_ART=10\r\n"
+        "AUSWEICH_TW_TRIKOT_ART=0\r\nF_TRIKOT_SPIELER= 24,181,220\r\nF_AUSW_TRIKOT_SPIELER=a\r\nF_ALTERN_TRIKOT_SPIELER=b\r\n"
+        "F_HOSE_SPIELER=c\r\nF_AUSW_HOSE_SPIELER=d\r\nF_ALTERN_HOSE_SPIELER=e\r\nF_TRIKOT_WERBUNG=f\r\nF_HOSE_STREIFEN=g\r\n"
+        "F_TRIKOT_TORWART=h\r\nF_HOSE_TORWART=i\r\nF_TRIKOT_TRAINER=j\r\nF_HOSE_TRAINER=k=;l\r\n"
+        "[Spieler1]\r\nNUMMER=30\r\nNAME=Maß\r\nVORNAME=Jürgen\r\nStaerke=8000\r\nMax_Staerke=10000\r\nNATION=Deutschland\r\n"
+        "GROESSE=180\r\nART=2\r\nREST_EINSÄTZE=100\r\nLIEBLINGSPOS_X=.5\r\nLIEBLINGSPOS_Y=0\r\nRUECKENNUMMER=9\r\nGESICHT=14\r\n"
+        "HAUTFARBE=1\r\nHAARFARBE=3\r\nERLERNT=0,5\r\nGESPERRT=\r\n[Spieler2]\r\nNUMMER=31\r\n";
+    const QByteArray bytes = readBytes(t.file("club.tea"));
+    EXPECT_TRUE(bytes.startsWith(*toCp1252(expected))) << bytes.toStdString();
+    EXPECT_EQ(bytes.count("[Spieler"), 2);
+    EXPECT_TRUE(bytes.endsWith("GESPERRT=7\r\n"));
+
+    EXPECT_FALSE(exportverein(*t, t.file("none.tea"), 99).ok());
+    EXPECT_FALSE(QFile::exists(t.file("none.tea")));
+}
+
+TEST(TeamFile, ReplacingKeepsNumbersAndOrderAndTakesTheFileNation)
+{
+    TestDb t;
+    buildClub(*t);
+    ASSERT_TRUE(exportverein(*t, t.file("club.tea"), 12).ok());
+    const QString before = dumpWorld(*t);
+    // The same file back over the same club changes nothing but the blanks
+    // the profile reader trims.
+    ExchangeResult r = openteamreplace(*t, t.file("club.tea"), 12);
+    ASSERT_TRUE(r.ok()) << r.result.message.toStdString();
+    EXPECT_EQ(dumpWorld(*t), QString(before).replace("QString: 24,181,220", "QString:24,181,220"));
+
+    // Sections go by player number, the replacement by squad order: with 31
+    // first in the squad he takes [Spieler1], and 30 the defaults, as the
+    // file has no [Spieler2].
+    t->exec("DELETE FROM vereinspieler WHERE verein = 12; INSERT INTO vereinspieler VALUES (12, 31), (12, 30)");
+    QByteArray file = readBytes(t.file("club.tea"));
+    file = file.left(file.indexOf("[Spieler2]"));
+    writeBytes(t.file("one.tea"), *toCp1252(fromCp1252(file).replace("NATION=Deutschland\r\nSTADION", "NATION=Österreich\r\nSTADION")));
+    r = openteamreplace(*t, t.file("one.tea"), 12);
+    ASSERT_TRUE(r.ok()) << r.result.message.toStdString();
+    EXPECT_EQ(t->scalar("SELECT NATION FROM vereine WHERE NUMMER = 12").toString(), "Österreich");
+    EXPECT_EQ(t->scalar("SELECT NAME || '/' || RUECKENNUMMER FROM spieler WHERE NUMMER = 31").toString(), "Maß/9");
+    EXPECT_EQ(t->scalar("SELECT '[' || NAME || ']/' || RUECKENNUMMER || '/' || GROESSE || '/' || Stärke FROM spieler WHERE NUMMER = 30")
+                  .toString(),
+              "[]/1/0/0");
+    EXPECT_EQ(t->scalar("SELECT group_concat(spieler) FROM vereinspieler WHERE verein = 12").toString(), "31,30");
+
+    EXPECT_FALSE(openteamreplace(*t, t.file("club.tea"), 1).ok()) << "a national team cannot be replaced";
+}
+
+TEST(TeamFile, NewClubGetsNewNumbersAndExactlyTwentyPlayers)
+{
+    TestDb t;
+    buildClub(*t);
+    ASSERT_TRUE(exportverein(*t, t.file("club.tea"), 12).ok());
+    const ExchangeResult r = openteamnew(*t, t.file("club.tea"), "Österreich");
+    ASSERT_TRUE(r.ok()) << r.result.message.toStdString();
+    EXPECT_EQ(r.team, 13);
+    EXPECT_EQ(t->scalar("SELECT NAME || '/' || NATION || '/' || F_TRIKOT_SPIELER || '/' || typeof(STARTPLATZ) FROM vereine "
+                        "WHERE NUMMER = 13").toString(),
+              "SV Süd/Österreich/24,181,220/null");
+    EXPECT_EQ(t->scalar("SELECT group_concat(spieler) FROM vereinspieler WHERE verein = 13 AND spieler > 32").toString(),
+              "33,34,35,36,37,38,39,40,41,42,43,44,45,46,47,48,49,50,51,52");
+    EXPECT_EQ(t->scalar("SELECT NAME || '/' || NATION || '/' || Stärke FROM spieler WHERE NUMMER = 34").toString(), "Zwei/Österreich/0");
+    EXPECT_EQ(t->scalar("SELECT count(*) FROM spieler WHERE NUMMER > 34 AND NAME = '' AND RUECKENNUMMER = 1").toInt(), 18);
+}
+
+TEST(TeamFile, BrokenFilesChangeNothing)
+{
+    TestDb t;
+    buildClub(*t);
+    ASSERT_TRUE(exportverein(*t, t.file("club.tea"), 12).ok());
+    const QString before = dumpWorld(*t);
+    QByteArray file = readBytes(t.file("club.tea"));
+    writeBytes(t.file("bad.tea"), QByteArray(file).replace("GROESSE=170", "GROESSE=gross"));
+    ExchangeResult r = openteamnew(*t, t.file("bad.tea"), "Deutschland");
+    EXPECT_FALSE(r.ok());
+    EXPECT_TRUE(r.result.message.contains("Zeile 58: [Spieler2] GROESSE")) << r.result.message.toStdString();
+    writeBytes(t.file("bad.tea"), "[Verein]\r\nNAME=x\r\n");
+    r = openteamreplace(*t, t.file("bad.tea"), 12);
+    EXPECT_TRUE(r.result.message.contains("fehlt der Abschnitt [Team]")) << r.result.message.toStdString();
+    writeBytes(t.file("bad.tea"), QByteArray("[Team]\0\1\2", 9));
+    EXPECT_TRUE(openteamreplace(*t, t.file("bad.tea"), 12).result.message.contains("keine Textdatei"));
+    EXPECT_FALSE(openteamnew(*t, t.file("club.tea"), "Atlantis").ok());
+    EXPECT_EQ(dumpWorld(*t), before);
+}
