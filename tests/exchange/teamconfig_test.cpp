@@ -68,7 +68,12 @@ TEST(TeamConfig, ReaderStoresTheWorkedExampleAsItWasWritten)
     // The reader stores empty text in SPIELER, also for the short form.
     source->exec("UPDATE vereine SET SPIELER = ''");
     TestDb t;
-    const ExchangeResult r = importteamsrun(*t, dataPath("tm_cfg/worked-example/1_tm.cfg"));
+    // Whatever NATIONALTEAM holds in the file, the column gets empty text.
+    QByteArray file = readBytes(dataPath("tm_cfg/worked-example/1_tm.cfg"));
+    file.replace("NATIONALTEAM             \"\"", "NATIONALTEAM             \"Elf\"");
+    ASSERT_TRUE(file.contains("\"Elf\""));
+    writeBytes(t.file("1_tm.cfg"), file);
+    const ExchangeResult r = importteamsrun(*t, t.file("1_tm.cfg"));
     ASSERT_TRUE(r.ok()) << r.result.message.toStdString();
     EXPECT_FALSE(r.marketCreated);
     EXPECT_EQ(r.squadRows, 7);
