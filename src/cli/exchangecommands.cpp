@@ -4,8 +4,6 @@
 #include "core/world.h"
 #include "exchange/competitiontemplate.h"
 #include "exchange/configruns.h"
-#include "exchange/playerconfig.h"
-#include "exchange/teamconfigwriter.h"
 #include "exchange/teamfile.h"
 #include "exchange/teamfileopen.h"
 
@@ -33,14 +31,7 @@ int withWorld(Context &ctx, int fileArguments, const Operation &operation)
         ctx.out << "Hinweis: " << note << '\n';
     if (!r.ok())
         return ctx.fail(r.result.message);
-    if (!r.result.message.isEmpty())
-        ctx.out << r.result.message << '\n';
-    else
-        ctx.out << QStringLiteral("Fertig: %1 Vereine, %2 Nationalteams, %3 Spieler.")
-                       .arg(r.teams)
-                       .arg(r.nationalTeams)
-                       .arg(r.players)
-                << '\n';
+    ctx.out << r.result.message << '\n';
     return 0;
 }
 
@@ -52,28 +43,28 @@ QString fileArgument(const Context &ctx, int i)
 int importTeams(Context &ctx)
 {
     return withWorld(ctx, 1, [&](Database &db) {
-        return importteamsrun(db, fileArgument(ctx, 0), ctx.progress(QStringLiteral("Importiere Vereine")));
+        return importconfig(db, fileArgument(ctx, 0), ConfigKind::Teams, ctx.progress(QStringLiteral("Importiere Vereine")));
     });
 }
 
 int importPlayers(Context &ctx)
 {
     return withWorld(ctx, 1, [&](Database &db) {
-        return importplayersrun(db, fileArgument(ctx, 0), ctx.progress(QStringLiteral("Importiere Spieler")));
+        return importconfig(db, fileArgument(ctx, 0), ConfigKind::Players, ctx.progress(QStringLiteral("Importiere Spieler")));
     });
 }
 
 int exportTeams(Context &ctx)
 {
     return withWorld(ctx, 1, [&](Database &db) {
-        return exportvereine(db, fileArgument(ctx, 0), ctx.progress(QStringLiteral("Exportiere Vereine")));
+        return exportconfig(db, fileArgument(ctx, 0), ConfigKind::Teams, ctx.progress(QStringLiteral("Exportiere Vereine")));
     });
 }
 
 int exportPlayers(Context &ctx)
 {
     return withWorld(ctx, 1, [&](Database &db) {
-        return exportspieler(db, fileArgument(ctx, 0), ctx.progress(QStringLiteral("Exportiere Spieler")));
+        return exportconfig(db, fileArgument(ctx, 0), ConfigKind::Players, ctx.progress(QStringLiteral("Exportiere Spieler")));
     });
 }
 

@@ -3,6 +3,7 @@
 #include "core/market.h"
 #include "exchange/playerconfig.h"
 #include "exchange/teamconfigreader.h"
+#include "exchange/teamconfigwriter.h"
 
 namespace zorbo {
 
@@ -40,6 +41,16 @@ ExchangeResult importteamsrun(Database &db, const QString &path, const Progress 
 ExchangeResult importplayersrun(Database &db, const QString &path, const Progress &progress)
 {
     return run(db, {QStringLiteral("spieler")}, [&] { return importspieler(db, path, progress); });
+}
+
+ExchangeResult importconfig(Database &db, const QString &path, ConfigKind kind, const Progress &progress)
+{
+    return kind == ConfigKind::Teams ? importteamsrun(db, path, progress) : importplayersrun(db, path, progress);
+}
+
+ExchangeResult exportconfig(Database &db, const QString &path, ConfigKind kind, const Progress &progress)
+{
+    return kind == ConfigKind::Teams ? exportvereine(db, path, progress) : exportspieler(db, path, progress);
 }
 
 } // namespace zorbo

@@ -15,4 +15,12 @@ ExchangeResult importteamsrun(Database &db, const QString &path, const Progress 
 // Empties spieler and reads a 1_sp.cfg; squads stay as they are.
 ExchangeResult importplayersrun(Database &db, const QString &path, const Progress &progress = {});
 
+// Which of the two files a run means: the choice of the file dialog's
+// filter, never the file's name or content.
+enum class ConfigKind { Teams, Players };
+
+ExchangeResult importconfig(Database &db, const QString &path, ConfigKind kind, const Progress &progress = {});
+// Writes 1_tm.cfg (teams) or 1_sp.cfg (players) with the current date.
+ExchangeResult exportconfig(Database &db, const QString &path, ConfigKind kind, const Progress &progress = {});
+
 } // namespace zorbo

@@ -179,6 +179,8 @@ ExchangeResult exportspieler(Database &db, const QString &path, const Progress &
                 report(progress, lastPercent = percent);
         }
         result.result = out.save();
+        if (result.ok())
+            result.result.message = QStringLiteral("%1 Spieler nach %2 geschrieben.").arg(result.players).arg(path);
         report(progress, 100);
     } catch (const ExchangeError &e) {
         result.result = Result::failure(QStringLiteral("Export nach %1 abgebrochen: %2").arg(path, e.message()));
@@ -199,6 +201,7 @@ ExchangeResult importspieler(Database &db, const QString &path, const Progress &
         Transaction tx(db);
         readPlayers(db, file, result, progress);
         tx.commit();
+        result.result.message = QStringLiteral("%1 Spieler aus %2 eingelesen.").arg(result.players).arg(path);
     } catch (const ExchangeError &e) {
         return ExchangeResult::failure(e.message());
     } catch (const DbError &e) {

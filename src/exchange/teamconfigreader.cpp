@@ -266,6 +266,11 @@ ExchangeResult importvereine(Database &db, const QString &path, const Progress &
         TeamRecordReader reader(db, file, result);
         reader.importvereine(progress);
         tx.commit();
+        result.result.message = QStringLiteral("%1 Vereine, %2 Nationalteams und %3 Kaderplätze aus %4 eingelesen.")
+                                    .arg(result.teams)
+                                    .arg(result.nationalTeams)
+                                    .arg(result.squadRows)
+                                    .arg(path);
     } catch (const ExchangeError &e) {
         return ExchangeResult::failure(e.message());
     } catch (const DbError &e) {

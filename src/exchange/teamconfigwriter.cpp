@@ -143,6 +143,11 @@ ExchangeResult exportvereine(Database &db, const QString &path, const Progress &
         result.nationalTeams = writeTable(db, out, QStringLiteral("vereine_national"), QStringLiteral("Nationalteam"), squads,
                                           result.notes, rowDone);
         result.result = out.save();
+        if (result.ok())
+            result.result.message = QStringLiteral("%1 Vereine und %2 Nationalteams nach %3 geschrieben.")
+                                        .arg(result.teams)
+                                        .arg(result.nationalTeams)
+                                        .arg(path);
         report(progress, 100);
     } catch (const ExchangeError &e) {
         result.result = Result::failure(QStringLiteral("Export nach %1 abgebrochen: %2").arg(path, e.message()));

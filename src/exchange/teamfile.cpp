@@ -69,6 +69,8 @@ ExchangeResult exportverein(Database &db, const QString &path, qint64 team, cons
             report(progress, int(result.players * 100 / std::max<qint64>(total, 1)));
         }
         result.result = out.save();
+        if (result.ok())
+            result.result.message = QStringLiteral("Team %1 mit %2 Spielern nach %3 geschrieben.").arg(team).arg(result.players).arg(path);
     } catch (const ExchangeError &e) {
         return ExchangeResult::failure(QStringLiteral("%1 wurde nicht geschrieben: %2").arg(path, e.message()));
     } catch (const DbError &e) {

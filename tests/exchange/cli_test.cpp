@@ -15,7 +15,7 @@ TEST(CliExchange, ImportExportTeamFileAndLeague)
     const QStringList base{"--dir", dir.path()};
     CliRun r = runCli(base + QStringList{"import-teams", sample + "1_tm.cfg"});
     ASSERT_EQ(r.exitCode, 0) << r.err.toStdString();
-    EXPECT_TRUE(r.out.contains("6 Vereine, 3 Nationalteams")) << r.out.toStdString();
+    EXPECT_TRUE(r.out.contains("6 Vereine, 3 Nationalteams und 58 Kaderplätze")) << r.out.toStdString();
     r = runCli(base + QStringList{"import-players", sample + "1_sp.cfg"});
     ASSERT_EQ(r.exitCode, 0) << r.err.toStdString();
 
