@@ -6,6 +6,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <charconv>
+#include <sqlite3.h>
 #include <cstring>
 
 namespace zorbo {
@@ -159,6 +160,16 @@ std::optional<QString> parseQuoted(QByteArrayView text)
 QString textOf(QByteArrayView bytes)
 {
     return fromCp1252(QByteArray::fromRawData(bytes.data(), bytes.size()));
+}
+
+void bindText(Statement &st, int index, QByteArrayView cp1252)
+{
+    bool ascii = true;
+    for (char c : cp1252)
+        ascii = ascii && (static_cast<unsigned char>(c) < 0x80);
+    const QByteArray utf8 = ascii ? QByteArray(cp1252.data(), cp1252.size()) : textOf(cp1252).toUtf8();
+    if (sqlite3_bind_text(st.handle(), index, utf8.constData(), int(utf8.size()), SQLITE_TRANSIENT) != SQLITE_OK)
+        throw DbError("Wert nicht gebunden");
 }
 
 QString shown(QByteArrayView bytes)

@@ -7,20 +7,50 @@
 
 #include <QDir>
 #include <QSaveFile>
+#include <sqlite3.h>
 
 namespace zorbo {
 
-void CfgWriter::text(const QString &text, const QString &what)
+namespace {
+
+bool encode(const QString &text, QByteArray &out, QString *problem)
 {
     int bad = -1;
     const std::optional<QByteArray> encoded = toCp1252(text, &bad);
-    if (!encoded)
-        throw ExchangeError(QStringLiteral("%1: das Zeichen »%2« gibt es in der Zeichentabelle der Spieldateien "
-                                           "(Windows-1252) nicht.")
-                                .arg(what, text.mid(bad, text.at(bad).isHighSurrogate() ? 2 : 1)));
-    if (encoded->contains('\n') || encoded->contains('\r'))
-        throw ExchangeError(QStringLiteral("%1: ein Zeilenumbruch im Text lässt sich in der Datei nicht schreiben.").arg(what));
-    m_bytes.append(*encoded);
+    if (!encoded) {
+        *problem = QStringLiteral("das Zeichen »%1« gibt es in der Zeichentabelle der Spieldateien (Windows-1252) nicht.")
+                       .arg(text.mid(bad, text.at(bad).isHighSurrogate() ? 2 : 1));
+        return false;
+    }
+    if (encoded->contains('\n') || encoded->contains('\r')) {
+        *problem = QStringLiteral("ein Zeilenumbruch im Text lässt sich in der Datei nicht schreiben.");
+        return false;
+    }
+    out.append(*encoded);
+    return true;
+}
+
+} // namespace
+
+void CfgWriter::text(const QString &text, const QString &what)
+{
+    QString problem;
+    if (!encode(text, m_bytes, &problem))
+        throw ExchangeError(what + QStringLiteral(": ") + problem);
+}
+
+bool CfgWriter::columnText(const Statement &row, int column, QString *problem)
+{
+    const auto *data = reinterpret_cast<const char *>(sqlite3_column_text(row.handle(), column));
+    const int size = sqlite3_column_bytes(row.handle(), column);
+    bool plain = true; // printable ASCII is the same in UTF-8 and code page 1252
+    for (int i = 0; i < size && plain; ++i)
+        plain = static_cast<unsigned char>(data[i]) >= 0x20 && static_cast<unsigned char>(data[i]) < 0x80;
+    if (plain) {
+        m_bytes.append(data, size);
+        return true;
+    }
+    return encode(QString::fromUtf8(data, size), m_bytes, problem);
 }
 
 void CfgWriter::line(const QString &text, const QString &what)

@@ -25,6 +25,9 @@ public:
     void endLine() { m_bytes.append("\r\n", 2); }
     // Appends text without a line end, checked as in line().
     void text(const QString &text, const QString &what);
+    // The text of a column, checked as in line(); false with the reason in
+    // *problem, so that callers build their message only when it is needed.
+    bool columnText(const Statement &row, int column, QString *problem);
 
     Result save();
     const QByteArray &data() const { return m_bytes; }

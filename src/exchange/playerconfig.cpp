@@ -45,9 +45,11 @@ void readPlayers(Database &db, const CfgFile &file, ExchangeResult &result, cons
     enum class Kind { Whole, Decimal, Quoted, Bare };
     std::vector<QByteArray> keywords;
     std::vector<Kind> kinds;
+    std::vector<QString> fields;
     for (int c = 0; c < playerColumns; ++c) {
         const ColumnInfo &col = columns[c];
-        keywords.push_back(*toCp1252(col.name.toUpper() + QLatin1Char(' ')));
+        fields.push_back(col.name.toUpper());
+        keywords.push_back(*toCp1252(fields.back() + QLatin1Char(' ')));
         kinds.push_back(bareColumn(c) ? Kind::Bare : col.isText() ? Kind::Quoted : col.isInteger() ? Kind::Whole : Kind::Decimal);
     }
     Statement insert = db.prepare(QStringLiteral("INSERT INTO spieler VALUES (?1, ?2, ?3, ?4, ?5, ?6, ?7, ?8, ?9, ?10, "
@@ -69,7 +71,7 @@ void readPlayers(Database &db, const CfgFile &file, ExchangeResult &result, cons
                 const qsizetype pos = line.indexOf(k);
                 const qsizetype start = std::min(line.size(), (pos >= 0 ? pos + 1 : 0) + k.size() - 2);
                 const QByteArrayView value = trimBlanks(line.sliced(start));
-                const QString field = columns[c].name.toUpper();
+                const QString &field = fields[size_t(c)];
                 switch (kinds[size_t(c)]) {
                 case Kind::Whole: {
                     const std::optional<qint64> n = parseWhole(value);
@@ -89,14 +91,13 @@ void readPlayers(Database &db, const CfgFile &file, ExchangeResult &result, cons
                     break;
                 }
                 case Kind::Quoted: {
-                    const std::optional<QString> t = parseQuoted(value);
-                    if (!t)
+                    if (value.size() < 2 || value.front() != '"' || value.back() != '"')
                         file.fail(i, QStringLiteral("im Feld %1 steht %2, kein Text in Anführungszeichen.").arg(field, shown(value)));
-                    insert.bind(c + 1, *t);
+                    bindText(insert, c + 1, value.sliced(1, value.size() - 2));
                     break;
                 }
                 case Kind::Bare:
-                    insert.bind(c + 1, textOf(value));
+                    bindText(insert, c + 1, value);
                     break;
                 }
             }
@@ -155,14 +156,13 @@ ExchangeResult exportspieler(Database &db, const QString &path, const Progress &
                 out.bytes(prefixes[size_t(c)]);
                 if (col.isText()) {
                     // A Null text goes out as empty text: the file has no form for it.
-                    const QString what = QStringLiteral("Spieler %1, Feld %2").arg(number).arg(col.name.toUpper());
-                    if (bareColumn(c)) {
-                        out.text(st.text(c), what);
-                    } else {
+                    QString problem;
+                    if (!bareColumn(c))
                         out.bytes("\"");
-                        out.text(st.text(c), what);
+                    if (!out.columnText(st, c, &problem))
+                        throw ExchangeError(QStringLiteral("Spieler %1, Feld %2: %3").arg(number).arg(col.name.toUpper(), problem));
+                    if (!bareColumn(c))
                         out.bytes("\"");
-                    }
                 } else if (st.isNull(c)) {
                     throw ExchangeError(QStringLiteral("Spieler %1, Feld %2: das Feld ist leer, die Spielerdatei verlangt "
                                                        "dort eine Zahl.")

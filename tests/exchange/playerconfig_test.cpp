@@ -96,7 +96,7 @@ TEST(PlayerConfig, TruncatedRecordChangesNothing)
     EXPECT_EQ(dumpWorld(*t), before);
 }
 
-TEST(PlayerConfig, NullNumberCannotBeExported)
+TEST(PlayerConfig, WhatTheFileCannotHoldIsNotExported)
 {
     TestDb t;
     addPlayer(*t, {1, "A", "B", 0, 0, "X", QVariant(), 0, 0, 0.0, 0.0, 1, 0, 0, 0, QVariant(), ""});
@@ -104,4 +104,9 @@ TEST(PlayerConfig, NullNumberCannotBeExported)
     EXPECT_FALSE(r.ok());
     EXPECT_TRUE(r.result.message.contains("Spieler 1, Feld GROESSE")) << r.result.message.toStdString();
     EXPECT_FALSE(QFile::exists(t.file("1_sp.cfg")));
+
+    t->exec("UPDATE spieler SET GROESSE = 180, VORNAME = 'Zwei\nZeilen'");
+    EXPECT_TRUE(exportspieler(*t, t.file("1_sp.cfg")).result.message.contains("Spieler 1, Feld VORNAME: ein Zeilenumbruch"));
+    t->exec("UPDATE spieler SET VORNAME = 'Ωmega'");
+    EXPECT_TRUE(exportspieler(*t, t.file("1_sp.cfg")).result.message.contains("Spieler 1, Feld VORNAME: das Zeichen »Ω«"));
 }
