@@ -1,0 +1,147 @@
+#include "resources/crestrun.h"
+
+#include "platform/codepage.h"
+#include "resources/convert.h"
+#include "resources/crestlist.h"
+#include "resources/filebytes.h"
+#include "resources/gfp.h"
+#include "resources/resf.h"
+#include "resources/resfwriter.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QSet>
+
+namespace zorbo {
+
+namespace {
+
+CrestRunReport stopped(const Result &result, const QStringList &problems = {})
+{
+    return {result, 0, problems};
+}
+
+QString tempfolder(const QString &wappen)
+{
+    return wappen + QStringLiteral("temp/");
+}
+
+} // namespace
+
+CrestRunReport importwappen(const QString &archivePath, const QString &wappenFolder, const Progress &progress)
+{
+    CrestRunReport run;
+    ResArchive archive;
+    ResHeader header;
+    QList<ResEntry> entries;
+    if (Result r = loadresarchive(archivePath, archive); !r)
+        return stopped(r);
+    if (Result r = readresheader(archive, header); !r)
+        return stopped(r);
+    if (Result r = readresdir(archive, header, entries); !r)
+        return stopped(r);
+    const QString temp = tempfolder(wappenFolder);
+    if (!QDir().mkpath(temp))
+        return stopped(Result::failure(QStringLiteral("Der Ordner %1 lässt sich nicht anlegen.").arg(temp)));
+
+    int otherTypes = 0;
+    for (qsizetype i = 0; i < entries.size(); ++i) {
+        const ResEntry &entry = entries[i];
+        if (entry.type != ResTypeGfp) {
+            ++otherTypes;
+            continue;
+        }
+        report(progress, int(100 * i / entries.size()));
+        QString name;
+        if (Result r = extractgfp(archive, header, entry, temp, name); !r) {
+            run.problems << r.message;
+            continue;
+        }
+        const QString gfpPath = temp + name + QStringLiteral(".gfp");
+        if (Result r = gfp2tga(gfpPath, wappenFolder + name + QStringLiteral(".tga")); r)
+            ++run.written;
+        else
+            run.problems << r.message + QStringLiteral(" Das Wappen %1 bleibt unverändert.").arg(name);
+        QFile::remove(gfpPath);
+    }
+    if (otherTypes > 0)
+        run.problems << QStringLiteral("%1 Einträge in %2 sind keine Bilder (Typ 14) und wurden übergangen.")
+                            .arg(otherTypes).arg(archive.file);
+    report(progress, 100);
+    return run;
+}
+
+CrestRunReport exportwappen(const QString &archivePath, const QString &wappenFolder, const Progress &progress)
+{
+    CrestRunReport run;
+    CrestList list;
+    if (Result r = readcrestlist(wappenFolder + QStringLiteral("wa.lst"), list); !r)
+        return stopped(r);
+    run.problems = list.problems;
+    const QString defaultPath = wappenFolder + QStringLiteral("default.gfp");
+    if (!QFileInfo(defaultPath).isFile())
+        return {Result::failure(QStringLiteral("Die Vorlage %1 fehlt; sie gibt jedem Wappen seinen Kopf.").arg(defaultPath)), 0,
+                run.problems};
+    QByteArray defaultGfp;
+    GfpHeader defaultHeader;
+    QByteArray defaultPixels;
+    if (Result r = readfilebytes(defaultPath, GfpMaxFileSize, defaultGfp); !r)
+        return {r, 0, run.problems};
+    if (Result r = readgfp(defaultGfp, QStringLiteral("Die Vorlage %1").arg(defaultPath), defaultHeader, defaultPixels); !r)
+        return {r, 0, run.problems};
+    const QString temp = tempfolder(wappenFolder);
+    if (!QDir().mkpath(temp))
+        return {Result::failure(QStringLiteral("Der Ordner %1 lässt sich nicht anlegen.").arg(temp)), 0, run.problems};
+
+    QList<WappenItem> items;
+    QSet<QString> tempNames;
+    const auto removeTemp = [&items] {
+        for (const WappenItem &item : items)
+            QFile::remove(item.path);
+    };
+    const qsizetype n = list.entries.size();
+    for (qsizetype i = 0; i < n; ++i) {
+        report(progress, int(90 * i / n));
+        const QString name = list.entries[i].name.trimmed();
+        const std::optional<QByteArray> bytes = toCp1252(name);
+        const QString why = bytes ? badnamereason(*bytes) : QStringLiteral("der Name enthält Zeichen außerhalb von Windows-1252");
+        if (!why.isEmpty()) {
+            run.problems << QStringLiteral("Das Wappen [%1] aus wa.lst wird übersprungen: %2.").arg(name, why);
+            continue;
+        }
+        // Temporary names come from the list; one that could leave the folder
+        // or is taken already gives way to the crest's own name.
+        QString datei = list.entries[i].datei;
+        const auto dateiBytes = toCp1252(datei);
+        if (!dateiBytes || !badnamereason(*dateiBytes).isEmpty() || tempNames.contains(datei.toLower()))
+            datei = name + QStringLiteral(".gfp");
+        if (tempNames.contains(datei.toLower())) {
+            run.problems << QStringLiteral("Das Wappen [%1] steht doppelt in wa.lst und wird nur einmal gepackt.").arg(name);
+            continue;
+        }
+        tempNames.insert(datei.toLower());
+        const QString path = temp + datei;
+        if (Result r = writefilebytes(path, defaultGfp); !r) {
+            removeTemp();
+            return {r, 0, run.problems};
+        }
+        items.append({*bytes, path, 0, 0});
+        const QString tga = wappenFolder + name + QStringLiteral(".tga");
+        if (!QFileInfo(tga).isFile())
+            run.problems << QStringLiteral("Zum Wappen %1 fehlt die Datei %2; es erhält das Standardwappen.")
+                                .arg(name, shortname(tga));
+        else if (Result r = tga2gfp(tga, path, true); !r)
+            run.problems << r.message + QStringLiteral(" Das Wappen %1 erhält das Standardwappen.").arg(name);
+        items.last().size = QFileInfo(path).size();
+    }
+    const Result packed = packresf(archivePath, list.type, items, [&progress](int p) { report(progress, 90 + p / 10); });
+    removeTemp();
+    if (!packed)
+        return {packed, 0, run.problems};
+    run.written = int(items.size());
+    report(progress, 100);
+    return run;
+}
+
+} // namespace zorbo
