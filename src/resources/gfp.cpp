@@ -94,6 +94,8 @@ Result readgfp(const QString &path, GfpHeader &header, QByteArray &pixels)
 
 QByteArray makegfp(GfpHeader header, int width, int height, const QByteArray &pixels, bool compress)
 {
+    std::memcpy(header.bytes.data(), mark, 4);
+    std::memcpy(header.bytes.data() + 56, mark, 4);
     header.setSize(width, height);
     header.setBits(16);
     header.setRawsize(int(pixels.size()));
