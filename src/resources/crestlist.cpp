@@ -43,7 +43,7 @@ Result readcrestlist(const QString &file, CrestList &list)
         out.problems << QStringLiteral("%1 nennt %2 Wappen, enthält aber nur %3 Wappen-Abschnitte.")
                             .arg(shortname(file)).arg(anzahl).arg(available);
     for (qsizetype i = 1; i <= qMin<qsizetype>(anzahl, available); ++i)
-        out.entries.append({sections[i], readinistring(sections[i], QStringLiteral("datei"), file)});
+        out.entries.append({sections[i]});
     list = std::move(out);
     return Result::success();
 }

@@ -10,10 +10,12 @@ namespace zorbo {
 
 // wa.lst, the profile file that says which crests an export packs and in
 // which order: the first section describes the archive, each further section
-// is one crest, named as in the archive, with its temporary file in "datei".
+// is one crest, named as in the archive. The crest sections' "datei" keys
+// (names of temporary files) are not read: the export names its temporary
+// files after the crests, which are checked names already, and so needs one
+// pass over the file instead of one per crest.
 struct CrestListEntry {
     QString name;
-    QString datei;
 };
 
 struct CrestList {

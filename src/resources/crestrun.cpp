@@ -1,7 +1,7 @@
 #include "resources/crestrun.h"
 
 #include "platform/codepage.h"
-#include "resources/convert.h"
+#include "resources/tga.h"
 #include "resources/crestlist.h"
 #include "resources/filebytes.h"
 #include "resources/gfp.h"
@@ -41,10 +41,11 @@ CrestRunReport importwappen(const QString &archivePath, const QString &wappenFol
         return stopped(r);
     if (Result r = readresdir(archive, header, entries); !r)
         return stopped(r);
-    const QString temp = tempfolder(wappenFolder);
-    if (!QDir().mkpath(temp))
-        return stopped(Result::failure(QStringLiteral("Der Ordner %1 lässt sich nicht anlegen.").arg(temp)));
+    if (!QDir().mkpath(wappenFolder))
+        return stopped(Result::failure(QStringLiteral("Der Ordner %1 lässt sich nicht anlegen.").arg(wappenFolder)));
 
+    // Each picture goes straight from the archive's bytes to its .tga; a
+    // temporary .gfp would only be written to be read back at once.
     int otherTypes = 0;
     for (qsizetype i = 0; i < entries.size(); ++i) {
         const ResEntry &entry = entries[i];
@@ -53,17 +54,24 @@ CrestRunReport importwappen(const QString &archivePath, const QString &wappenFol
             continue;
         }
         report(progress, int(100 * i / entries.size()));
-        QString name;
-        if (Result r = extractgfp(archive, header, entry, temp, name); !r) {
-            run.problems << r.message;
+        if (const QString why = badnamereason(entry.name); !why.isEmpty()) {
+            run.problems << QStringLiteral("Der Eintrag Nr. %1 in %2 wird übersprungen: %3.").arg(i).arg(archive.file, why);
             continue;
         }
-        const QString gfpPath = temp + name + QStringLiteral(".gfp");
-        if (Result r = gfp2tga(gfpPath, wappenFolder + name + QStringLiteral(".tga")); r)
+        const QString name = fromCp1252(entry.name);
+        QByteArray bytes;
+        GfpHeader gfp;
+        QByteArray pixels;
+        Result r = resourcebytes(archive, header, entry, bytes);
+        if (r)
+            r = readgfp(bytes, QStringLiteral("Der Eintrag %1 in %2").arg(name, archive.file), gfp, pixels);
+        if (r)
+            r = writefilebytes(wappenFolder + name + QStringLiteral(".tga"),
+                               writetga(gfp.width(), gfp.height(), pixels, gfp.bytesPerPixel()));
+        if (r)
             ++run.written;
         else
             run.problems << r.message + QStringLiteral(" Das Wappen %1 bleibt unverändert.").arg(name);
-        QFile::remove(gfpPath);
     }
     if (otherTypes > 0)
         run.problems << QStringLiteral("%1 Einträge in %2 sind keine Bilder (Typ 14) und wurden übergangen.")
@@ -81,18 +89,17 @@ CrestRunReport exportwappen(const QString &archivePath, const QString &wappenFol
     run.problems = list.problems;
     const QString defaultPath = wappenFolder + QStringLiteral("default.gfp");
     if (!QFileInfo(defaultPath).isFile())
-        return {Result::failure(QStringLiteral("Die Vorlage %1 fehlt; sie gibt jedem Wappen seinen Kopf.").arg(defaultPath)), 0,
-                run.problems};
+        return stopped(Result::failure(QStringLiteral("Die Vorlage %1 fehlt; sie gibt jedem Wappen seinen Kopf.").arg(defaultPath)), run.problems);
     QByteArray defaultGfp;
     GfpHeader defaultHeader;
     QByteArray defaultPixels;
     if (Result r = readfilebytes(defaultPath, GfpMaxFileSize, defaultGfp); !r)
-        return {r, 0, run.problems};
+        return stopped(r, run.problems);
     if (Result r = readgfp(defaultGfp, QStringLiteral("Die Vorlage %1").arg(defaultPath), defaultHeader, defaultPixels); !r)
-        return {r, 0, run.problems};
+        return stopped(r, run.problems);
     const QString temp = tempfolder(wappenFolder);
     if (!QDir().mkpath(temp))
-        return {Result::failure(QStringLiteral("Der Ordner %1 lässt sich nicht anlegen.").arg(temp)), 0, run.problems};
+        return stopped(Result::failure(QStringLiteral("Der Ordner %1 lässt sich nicht anlegen.").arg(temp)), run.problems);
 
     QList<WappenItem> items;
     QSet<QString> tempNames;
@@ -110,35 +117,44 @@ CrestRunReport exportwappen(const QString &archivePath, const QString &wappenFol
             run.problems << QStringLiteral("Das Wappen [%1] aus wa.lst wird übersprungen: %2.").arg(name, why);
             continue;
         }
-        // Temporary names come from the list; one that could leave the folder
-        // or is taken already gives way to the crest's own name.
-        QString datei = list.entries[i].datei;
-        const auto dateiBytes = toCp1252(datei);
-        if (!dateiBytes || !badnamereason(*dateiBytes).isEmpty() || tempNames.contains(datei.toLower()))
-            datei = name + QStringLiteral(".gfp");
+        const QString datei = name + QStringLiteral(".gfp");
         if (tempNames.contains(datei.toLower())) {
             run.problems << QStringLiteral("Das Wappen [%1] steht doppelt in wa.lst und wird nur einmal gepackt.").arg(name);
             continue;
         }
         tempNames.insert(datei.toLower());
         const QString path = temp + datei;
-        if (Result r = writefilebytes(path, defaultGfp); !r) {
-            removeTemp();
-            return {r, 0, run.problems};
-        }
-        items.append({*bytes, path, 0, 0});
+        // The crest keeps the template's picture when its own cannot be read.
+        QByteArray gfp = defaultGfp;
         const QString tga = wappenFolder + name + QStringLiteral(".tga");
-        if (!QFileInfo(tga).isFile())
+        TgaImage image;
+        if (!QFileInfo(tga).isFile()) {
             run.problems << QStringLiteral("Zum Wappen %1 fehlt die Datei %2; es erhält das Standardwappen.")
                                 .arg(name, shortname(tga));
-        else if (Result r = tga2gfp(tga, path, true); !r)
+        } else if (Result r = readtga(tga, image); !r) {
             run.problems << r.message + QStringLiteral(" Das Wappen %1 erhält das Standardwappen.").arg(name);
-        items.last().size = QFileInfo(path).size();
+        } else {
+            gfp = makegfp(defaultHeader, image.width, image.height, image.pixels, true);
+            if (gfp.isEmpty()) {
+                removeTemp();
+                return stopped(Result::failure(QStringLiteral("Das Wappen %1 lässt sich nicht packen.").arg(name)),
+                               run.problems);
+            }
+        }
+        QFile scratch(path);
+        if (!scratch.open(QIODevice::WriteOnly | QIODevice::Truncate) || scratch.write(gfp) != gfp.size()) {
+            scratch.remove();
+            removeTemp();
+            return stopped(Result::failure(QStringLiteral("Die Datei %1 lässt sich nicht schreiben: %2")
+                                               .arg(path, scratch.errorString())),
+                           run.problems);
+        }
+        items.append({*bytes, path, gfp.size(), 0});
     }
     const Result packed = packresf(archivePath, list.type, items, [&progress](int p) { report(progress, 90 + p / 10); });
     removeTemp();
     if (!packed)
-        return {packed, 0, run.problems};
+        return stopped(packed, run.problems);
     run.written = int(items.size());
     report(progress, 100);
     return run;

@@ -17,7 +17,8 @@ struct CrestRunReport {
 
 // Unpacks every picture (type 14) of the archive into <wappen><name>.tga,
 // replacing files that exist. Entries with unusable names or damaged data are
-// left out and reported; nothing is written outside wappen and wappen/temp.
+// left out and reported, and their .tga stays as it was; nothing is written
+// outside the wappen folder.
 // wappenFolder ends in '/'.
 CrestRunReport importwappen(const QString &archivePath, const QString &wappenFolder, const Progress &progress = {});
 

@@ -2,7 +2,8 @@
 
 #include <QFile>
 #include <QFileInfo>
-#include <QSaveFile>
+#include <QTemporaryFile>
+#include <filesystem>
 
 namespace zorbo {
 
@@ -28,9 +29,24 @@ Result readfilebytes(const QString &path, qint64 maxSize, QByteArray &bytes)
 
 Result writefilebytes(const QString &path, QByteArrayView bytes)
 {
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(bytes.data(), bytes.size()) != bytes.size() || !file.commit())
-        return Result::failure(QStringLiteral("Die Datei %1 lässt sich nicht schreiben: %2").arg(path, file.errorString()));
+    // Written beside the target and renamed over it: the old file stays whole
+    // until the new one is. No flush to the disk, which would cost more than
+    // the conversion for a folder of a thousand crests.
+    QTemporaryFile part(path + QStringLiteral(".XXXXXX"));
+    const auto failed = [&] {
+        return Result::failure(QStringLiteral("Die Datei %1 lässt sich nicht schreiben: %2").arg(path, part.errorString()));
+    };
+    if (!part.open() || part.write(bytes.data(), bytes.size()) != bytes.size() || !part.flush())
+        return failed();
+    part.setPermissions(QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ReadUser |
+                        QFileDevice::WriteUser | QFileDevice::ReadGroup | QFileDevice::ReadOther);
+    part.close();
+    std::error_code error;
+    std::filesystem::rename(QFile::encodeName(part.fileName()).toStdString(), QFile::encodeName(path).toStdString(), error);
+    if (error)
+        return Result::failure(QStringLiteral("Die Datei %1 lässt sich nicht schreiben: %2")
+                                   .arg(path, QString::fromStdString(error.message())));
+    part.setAutoRemove(false);
     return Result::success();
 }
 

@@ -140,6 +140,24 @@ TEST(CrestArchive, DamagedEntriesAreSkippedByName)
         EXPECT_TRUE(all.contains(QString::fromUtf8(word))) << word << "\n" << all.toStdString();
 }
 
+TEST(CrestArchive, ExtractCopiesThePictureAndKeepsToItsFolder)
+{
+    const QByteArray ok = readBytes(example + "/expected.gfp");
+    ResArchive a{"wa.res", archiveBytes({{"eins", ok}, {"../zwei", ok}})};
+    ResHeader h;
+    QList<ResEntry> dir;
+    ASSERT_TRUE(readresheader(a, h) && readresdir(a, h, dir));
+    TempFolder t;
+    QString name;
+    ASSERT_TRUE(extractgfp(a, h, dir[0], t.path() + "/temp", name).ok);
+    EXPECT_EQ(name, "eins");
+    EXPECT_EQ(readBytes(t.path() + "/temp/eins.gfp"), ok);
+    EXPECT_FALSE(extractgfp(a, h, dir[1], t.path() + "/temp", name).ok);
+    EXPECT_EQ(filesBelow(t.path()), QStringList({"temp/eins.gfp"}));
+    ASSERT_TRUE(gfp2tga(t.path() + "/temp/eins.gfp", t.path() + "/eins.tga").ok);
+    EXPECT_EQ(readBytes(t.path() + "/eins.tga"), readBytes(example + "/vereins_wappen_7.tga"));
+}
+
 TEST(CrestArchive, OffsetsOutsideTheResources)
 {
     const QByteArray ok = readBytes(example + "/expected.gfp");
