@@ -9,9 +9,7 @@
 #include "resources/resfwriter.h"
 
 #include <QDir>
-#include <QFile>
 #include <QFileInfo>
-#include <QSet>
 
 namespace zorbo {
 
@@ -20,11 +18,6 @@ namespace {
 CrestRunReport stopped(const Result &result, const QStringList &problems = {})
 {
     return {result, 0, problems};
-}
-
-QString tempfolder(const QString &wappen)
-{
-    return wappen + QStringLiteral("temp/");
 }
 
 } // namespace
@@ -89,7 +82,9 @@ CrestRunReport exportwappen(const QString &archivePath, const QString &wappenFol
     run.problems = list.problems;
     const QString defaultPath = wappenFolder + QStringLiteral("default.gfp");
     if (!QFileInfo(defaultPath).isFile())
-        return stopped(Result::failure(QStringLiteral("Die Vorlage %1 fehlt; sie gibt jedem Wappen seinen Kopf.").arg(defaultPath)), run.problems);
+        return stopped(Result::failure(QStringLiteral("Die Vorlage %1 fehlt; sie gibt jedem Wappen seinen Kopf.")
+                                           .arg(defaultPath)),
+                       run.problems);
     QByteArray defaultGfp;
     GfpHeader defaultHeader;
     QByteArray defaultPixels;
@@ -97,16 +92,7 @@ CrestRunReport exportwappen(const QString &archivePath, const QString &wappenFol
         return stopped(r, run.problems);
     if (Result r = readgfp(defaultGfp, QStringLiteral("Die Vorlage %1").arg(defaultPath), defaultHeader, defaultPixels); !r)
         return stopped(r, run.problems);
-    const QString temp = tempfolder(wappenFolder);
-    if (!QDir().mkpath(temp))
-        return stopped(Result::failure(QStringLiteral("Der Ordner %1 lässt sich nicht anlegen.").arg(temp)), run.problems);
-
     QList<WappenItem> items;
-    QSet<QString> tempNames;
-    const auto removeTemp = [&items] {
-        for (const WappenItem &item : items)
-            QFile::remove(item.path);
-    };
     const qsizetype n = list.entries.size();
     for (qsizetype i = 0; i < n; ++i) {
         report(progress, int(90 * i / n));
@@ -117,13 +103,6 @@ CrestRunReport exportwappen(const QString &archivePath, const QString &wappenFol
             run.problems << QStringLiteral("Das Wappen [%1] aus wa.lst wird übersprungen: %2.").arg(name, why);
             continue;
         }
-        const QString datei = name + QStringLiteral(".gfp");
-        if (tempNames.contains(datei.toLower())) {
-            run.problems << QStringLiteral("Das Wappen [%1] steht doppelt in wa.lst und wird nur einmal gepackt.").arg(name);
-            continue;
-        }
-        tempNames.insert(datei.toLower());
-        const QString path = temp + datei;
         // The crest keeps the template's picture when its own cannot be read.
         QByteArray gfp = defaultGfp;
         const QString tga = wappenFolder + name + QStringLiteral(".tga");
@@ -135,24 +114,13 @@ CrestRunReport exportwappen(const QString &archivePath, const QString &wappenFol
             run.problems << r.message + QStringLiteral(" Das Wappen %1 erhält das Standardwappen.").arg(name);
         } else {
             gfp = makegfp(defaultHeader, image.width, image.height, image.pixels, true);
-            if (gfp.isEmpty()) {
-                removeTemp();
+            if (gfp.isEmpty())
                 return stopped(Result::failure(QStringLiteral("Das Wappen %1 lässt sich nicht packen.").arg(name)),
                                run.problems);
-            }
         }
-        QFile scratch(path);
-        if (!scratch.open(QIODevice::WriteOnly | QIODevice::Truncate) || scratch.write(gfp) != gfp.size()) {
-            scratch.remove();
-            removeTemp();
-            return stopped(Result::failure(QStringLiteral("Die Datei %1 lässt sich nicht schreiben: %2")
-                                               .arg(path, scratch.errorString())),
-                           run.problems);
-        }
-        items.append({*bytes, path, gfp.size(), 0});
+        items.append({*bytes, gfp, 0});
     }
     const Result packed = packresf(archivePath, list.type, items, [&progress](int p) { report(progress, 90 + p / 10); });
-    removeTemp();
     if (!packed)
         return stopped(packed, run.problems);
     run.written = int(items.size());

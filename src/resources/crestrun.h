@@ -25,7 +25,8 @@ CrestRunReport importwappen(const QString &archivePath, const QString &wappenFol
 // Packs the crests that <wappen>wa.lst names, in its order, into an archive
 // at archivePath. Each picture's header comes from <wappen>default.gfp; a
 // crest whose .tga is missing or unreadable keeps that default picture and is
-// reported. Temporary files lie in <wappen>temp/ and are removed at the end.
+// reported. The pictures are packed from memory: the run writes no file but
+// the archive, and that only once it is complete.
 CrestRunReport exportwappen(const QString &archivePath, const QString &wappenFolder, const Progress &progress = {});
 
 } // namespace zorbo

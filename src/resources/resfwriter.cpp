@@ -1,7 +1,6 @@
 #include "resources/resfwriter.h"
 
 #include "resources/bytes.h"
-#include "resources/filebytes.h"
 #include "resources/resf.h"
 
 #include <QSaveFile>
@@ -15,7 +14,7 @@ qint64 resoffsets(QList<WappenItem> &items, qint32 type)
     qint64 at = ResHeaderSize;
     for (WappenItem &item : items) {
         item.offset = at;
-        at += item.size + extra;
+        at += item.data.size() + extra;
     }
     const qint64 end = at + qint64(items.size()) * (8 + ResNameSize);
     if (end > std::numeric_limits<qint32>::max())
@@ -41,17 +40,13 @@ Result packresf(const QString &target, qint32 type, QList<WappenItem> items, con
         return failed();
     for (qsizetype i = 0; i < items.size(); ++i) {
         const WappenItem &item = items[i];
-        QByteArray bytes;
-        if (Result r = readfilebytes(item.path, item.size, bytes); !r)
-            return r;
-        if (bytes.size() != item.size)
-            return Result::failure(QStringLiteral("Die Datei %1 hat sich während des Packens geändert.").arg(item.path));
         if (type == ResTypeSized) {
             QByteArray length;
-            appendlong(length, qint32(item.size));
-            bytes.prepend(length);
+            appendlong(length, qint32(item.data.size()));
+            if (out.write(length) != length.size())
+                return failed();
         }
-        if (out.write(bytes) != bytes.size())
+        if (out.write(item.data) != item.data.size())
             return failed();
         report(progress, int(100 * (i + 1) / items.size()));
     }

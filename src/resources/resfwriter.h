@@ -9,11 +9,12 @@
 namespace zorbo {
 
 // One resource of an archive to be packed (an element of wappenliste past
-// the first): its name as the archive keeps it and its finished .gfp file.
+// the first): its name as the archive keeps it and its finished .gfp. The
+// pictures stay in memory: a thousand crests pack to a few megabytes, and
+// temporary files would cost more than the compression.
 struct WappenItem {
     QByteArray name; // code page 1252, at most 255 bytes
-    QString path;    // the temporary .gfp
-    qint64 size = 0; // its length, taken when it was written
+    QByteArray data; // the .gfp
     qint64 offset = 0;
 };
 
@@ -22,9 +23,8 @@ struct WappenItem {
 // the archive would outgrow the Longs of its directory.
 qint64 resoffsets(QList<WappenItem> &items, qint32 type);
 
-// Writes the archive: header, resources (the files at path, each of exactly
-// its size), directory, names with blanks turned into zero bytes. The target
-// is replaced only when the whole archive is written.
+// Writes the archive: header, resources, directory, names with blanks turned
+// into zero bytes. The target is replaced only when the whole archive is written.
 Result packresf(const QString &target, qint32 type, QList<WappenItem> items, const Progress &progress = {});
 
 } // namespace zorbo

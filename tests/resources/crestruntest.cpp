@@ -7,6 +7,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QProcess>
 #include <gtest/gtest.h>
 
@@ -78,7 +79,7 @@ TEST(CrestRun, ImportThenExportKeepsNamesOrderAndPixels)
         ASSERT_TRUE(readgfp(bytes, "x", g, px).ok);
         EXPECT_EQ(px, pattern16(5 + i, 3)) << i;
     }
-    EXPECT_EQ(filesBelow(wappen + "temp"), QStringList());
+    EXPECT_FALSE(QFileInfo::exists(wappen + "temp"));
 }
 
 TEST(CrestRun, ExportStopsOrFillsIn)
@@ -87,15 +88,13 @@ TEST(CrestRun, ExportStopsOrFillsIn)
     const QString wappen = crestFolder(t, {"da", "fehlt", "kaputt", "../weg", "da"});
     QFile::copy(defaults + "/default.tga", wappen + "da.tga");
     writeBytes(wappen + "kaputt.tga", "GIF89a not a tga at all");
-    QDir().rmdir(wappen + "temp");
     const CrestRunReport run = exportwappen(t.file("wa.res"), wappen);
     ASSERT_TRUE(run.result.ok) << run.result.message.toStdString();
-    EXPECT_EQ(namesIn(t.file("wa.res")), QList<QByteArray>({"da", "fehlt", "kaputt"}));
+    EXPECT_EQ(namesIn(t.file("wa.res")), QList<QByteArray>({"da", "fehlt", "kaputt", "da"}));
     const QString all = run.problems.join('\n');
     EXPECT_TRUE(all.contains("fehlt.tga")) << all.toStdString();
     EXPECT_TRUE(all.contains("kaputt.tga ist kein lesbares TGA-Bild")) << all.toStdString();
     EXPECT_TRUE(all.contains("[../weg]")) << all.toStdString();
-    EXPECT_TRUE(all.contains("doppelt")) << all.toStdString();
     // The crests without a picture carry default.gfp whole.
     const QByteArray a = readBytes(t.file("wa.res"));
     EXPECT_TRUE(a.contains(readBytes(wappen + "default.gfp")));
