@@ -11,6 +11,11 @@
 namespace zorbo::cli {
 
 struct Context {
+    Context(QString folder, QStringList arguments, QTextStream &o, QTextStream &e, bool tty)
+        : dir(std::move(folder)), args(std::move(arguments)), out(o), err(e), terminal(tty)
+    {
+    }
+
     QString dir;           // the program folder (--dir, else the program's own)
     QStringList args;      // arguments after the command name
     QTextStream &out;

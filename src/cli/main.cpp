@@ -119,7 +119,7 @@ int main(int argc, char **argv)
             err << "Der Ordner " << dir << " lässt sich nicht anlegen.\n";
             return 1;
         }
-        Context ctx{dir, args, out, err, bool(isatty(fileno(stderr)))};
+        Context ctx(dir, args, out, err, bool(isatty(fileno(stderr))));
         const int rc = c.run(ctx);
         out.flush();
         err.flush();

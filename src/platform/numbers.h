@@ -4,7 +4,7 @@
 
 namespace zorbo {
 
-// The number at the start of a text: leading blanks skipped, optional sign,
+// The number at the start of a text: leading blanks (spaces and tabs) skipped, optional sign,
 // digits with at most one '.' as decimal sign; stops at the first character
 // that does not fit; no number gives 0.
 double valtext(const QString &text);

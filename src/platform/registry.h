@@ -11,7 +11,8 @@ enum class RegRoot { LocalMachine, CurrentUser };
 // of the default Wine prefix ($WINEPREFIX, else ~/.wine): system.reg for the
 // local machine (also under Software\Wow6432Node in a 64-bit prefix) and
 // user.reg for the current user. Returns 0 and sets value on success, or a
-// non-zero error number with value untouched.
+// non-zero error number with value untouched. A number comes back as decimal
+// text; a value of another type is found (0) but leaves value alone.
 int getregvalue(RegRoot root, const QString &keyPath, const QString &valueName, QString &value);
 
 // Folder of the Wine prefix that registry look-ups use.

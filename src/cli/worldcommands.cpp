@@ -1,0 +1,42 @@
+// Commands that set up and inspect a program folder.
+#include "cli/command.h"
+#include "core/gamedb.h"
+#include "core/world.h"
+
+#include <QFileInfo>
+
+namespace zorbo::cli {
+
+namespace {
+
+int init(Context &ctx)
+{
+    World world = openworld(ctx.dir, ctx.progress(QStringLiteral("Erstelle Transfermarkt")));
+    for (const QString &m : world.messages)
+        ctx.err << m << '\n';
+    if (!world.db())
+        return ctx.fail(QStringLiteral("Die Welt in %1 ist nicht bereit.").arg(ctx.dir));
+    ctx.out << "Welt bereit: " << world.settings.dbpfad() << '\n';
+    return 0;
+}
+
+int info(Context &ctx)
+{
+    const QString path = ctx.dir + QStringLiteral("/zorbo.mdb");
+    if (!QFileInfo::exists(path))
+        return ctx.fail(QStringLiteral("In %1 liegt keine zorbo.mdb; »zorbo-cli init« legt eine an.").arg(ctx.dir));
+    const OpenedDb opened = opendb(path);
+    if (!opened.db)
+        return ctx.fail(opened.message);
+    for (const auto &[table, count] : tablecounts(*opened.db))
+        ctx.out << table.leftJustified(24) << ' ' << count << '\n';
+    return 0;
+}
+
+const bool registered = registerCommand({QStringLiteral("init"), {},
+                                         QStringLiteral("legt eine neue Welt an (Einstellungen, Datenbank, Ordner, Transfermarkt)"), init})
+    && registerCommand({QStringLiteral("info"), {}, QStringLiteral("zeigt die Zahl der Zeilen jeder Tabelle"), info});
+
+} // namespace
+
+} // namespace zorbo::cli

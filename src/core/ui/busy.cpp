@@ -1,0 +1,44 @@
+#include "core/ui/busy.h"
+
+#include <QApplication>
+#include <QLabel>
+#include <QProgressBar>
+#include <QWidget>
+
+namespace zorbo {
+
+Busy::Busy(QWidget *window, QLabel *status, QProgressBar *bar, const QString &text)
+    : m_window(window), m_status(status), m_bar(bar)
+{
+    QApplication::setOverrideCursor(Qt::WaitCursor);
+    m_window->setEnabled(false);
+    setText(text);
+    m_bar->setRange(0, 100);
+    m_bar->setValue(0);
+    QApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+}
+
+Busy::~Busy()
+{
+    m_status->clear();
+    m_bar->setValue(100);
+    m_window->setEnabled(true);
+    QApplication::restoreOverrideCursor();
+}
+
+Progress Busy::progress()
+{
+    return [this](int percent) {
+        if (percent == m_bar->value())
+            return;
+        m_bar->setValue(percent);
+        QApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+    };
+}
+
+void Busy::setText(const QString &text)
+{
+    m_status->setText(text.endsWith(QLatin1String("...")) ? text : text + QStringLiteral("..."));
+}
+
+} // namespace zorbo

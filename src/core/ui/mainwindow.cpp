@@ -1,0 +1,218 @@
+#include "core/ui/mainwindow.h"
+
+#include "core/gamedb.h"
+#include "core/ui/aboutdialog.h"
+#include "core/ui/busy.h"
+#include "core/ui/dialogs.h"
+#include "generated/version.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QCloseEvent>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QLabel>
+#include <QProgressBar>
+#include <QScreen>
+#include <QStatusBar>
+#include <QTabWidget>
+#include <QTableView>
+#include <QTreeWidget>
+#include <QVBoxLayout>
+#include <optional>
+
+namespace zorbo {
+
+namespace {
+
+constexpr int upperHeight = 433; // the upper half keeps this height; the grid takes the rest
+
+QGroupBox *frame(const char *name, QWidget *parent)
+{
+    auto *box = new QGroupBox(parent);
+    box->setObjectName(QLatin1String(name));
+    return box;
+}
+
+} // namespace
+
+MainWindow::MainWindow(const QString &programFolder, Dialogs *dialogs)
+    : m_programFolder(programFolder), m_dialogs(dialogs)
+{
+    setObjectName(QStringLiteral("frmmain"));
+    buildwindow();
+    buildmenus();
+    buildtoolbar();
+}
+
+MainWindow::~MainWindow() = default;
+
+void MainWindow::buildwindow()
+{
+    auto *central = new QWidget(this);
+    auto *outer = new QVBoxLayout(central);
+    outer->setContentsMargins(8, 4, 8, 4);
+
+    auto *upper = new QWidget(central);
+    upper->setFixedHeight(upperHeight);
+    auto *upperLayout = new QHBoxLayout(upper);
+    upperLayout->setContentsMargins(0, 0, 0, 0);
+    upperLayout->setSpacing(7);
+
+    m_frame2 = frame("Frame2", upper);
+    m_frame2->setFixedWidth(250);
+    m_tvdb = new QTreeWidget(m_frame2);
+    m_tvdb->setObjectName(QStringLiteral("tvdb"));
+    m_tvdb->setHeaderHidden(true);
+    m_tvdb->setProperty("Tag", QString());
+    (new QVBoxLayout(m_frame2))->addWidget(m_tvdb);
+
+    m_frame3 = frame("Frame3", upper);
+    m_tabedit = new QTabWidget(m_frame3);
+    m_tabedit->setObjectName(QStringLiteral("tabedit"));
+    auto *teamTab = new QWidget(m_tabedit);
+    teamTab->setObjectName(QStringLiteral("tabteam"));
+    auto *playerTab = new QWidget(m_tabedit);
+    playerTab->setObjectName(QStringLiteral("tabspieler"));
+    m_tabedit->addTab(teamTab, QStringLiteral("Land/Verein"));
+    m_tabedit->addTab(playerTab, QStringLiteral("Spieler"));
+    (new QVBoxLayout(m_frame3))->addWidget(m_tabedit);
+
+    upperLayout->addWidget(m_frame2);
+    upperLayout->addWidget(m_frame3, 1);
+
+    m_frame1 = frame("Frame1", central);
+    m_grid = new QTableView(m_frame1);
+    m_grid->setObjectName(QStringLiteral("flxgrdspieler"));
+    m_grid->setMinimumHeight(0);
+    (new QVBoxLayout(m_frame1))->addWidget(m_grid);
+
+    outer->addWidget(upper);
+    outer->addWidget(m_frame1, 1);
+    setCentralWidget(central);
+
+    auto *bar = new QStatusBar(this);
+    bar->setObjectName(QStringLiteral("stbstatus"));
+    m_status = new QLabel(bar);
+    m_status->setObjectName(QStringLiteral("stbstatus(1)"));
+    m_progress = new QProgressBar(bar);
+    m_progress->setObjectName(QStringLiteral("prostatus"));
+    m_progress->setRange(0, 100);
+    m_progress->setValue(100);
+    m_progress->setTextVisible(false);
+    m_programLabel = new QLabel(bar);
+    m_programLabel->setObjectName(QStringLiteral("stbstatus(3)"));
+    bar->addWidget(m_status, 1);
+    bar->addWidget(m_progress, 1);
+    bar->addWidget(m_programLabel, 1);
+    setStatusBar(bar);
+}
+
+QAction *MainWindow::action(const QString &objectName) const
+{
+    return m_actions.value(objectName);
+}
+
+void MainWindow::formload()
+{
+    QString message;
+    m_settings = loadsettings(m_programFolder, &message);
+    if (!message.isEmpty())
+        m_dialogs->warning(this, QString(), message);
+
+    const QString caption = QStringLiteral("%1 %2.%3.%4")
+                                .arg(QLatin1String(programName))
+                                .arg(versionMajor)
+                                .arg(versionMinor)
+                                .arg(versionRevision);
+    setWindowTitle(caption);
+    m_programLabel->setText(caption);
+    if (QScreen *screen = QGuiApplication::primaryScreen())
+        setGeometry(screen->availableGeometry());
+
+    m_db = opendb(m_settings.dbpfad());
+    if (!m_db.message.isEmpty())
+        m_dialogs->warning(this, QStringLiteral("Datenbank"), m_db.message);
+
+    reloadtree();
+
+    action(QStringLiteral("impanstoss4"))->setEnabled(db() && checka4(*db()));
+    mnuoptionenitem_Click(m_settings.trikotsatz == 0 ? 0 : 1);
+    m_progress->setValue(100);
+}
+
+void MainWindow::reloadtree()
+{
+    {
+        std::optional<Busy> busy;
+        if (db() && db()->scalar(QStringLiteral("SELECT NUMMER FROM vereine WHERE NUMMER = 0")).isNull())
+            busy.emplace(this, m_status, m_progress, QStringLiteral("Erstelle Transfermarkt..."));
+        try {
+            m_tree = load_dbteam(db());
+        } catch (const DbError &e) {
+            m_tree = load_dbteam(nullptr);
+            m_dialogs->warning(this, QStringLiteral("Datenbank"),
+                               QStringLiteral("Die Daten lassen sich nicht lesen: %1").arg(e.text()));
+        }
+    }
+    const QString tag = m_tvdb->property("Tag").toString();
+    m_tvdb->clear();
+    QHash<QString, QTreeWidgetItem *> items;
+    QTreeWidgetItem *selected = nullptr;
+    for (const TreeNode &node : m_tree.nodes) {
+        QTreeWidgetItem *parent = node.parent.isEmpty() ? nullptr : items.value(node.parent);
+        if (!node.parent.isEmpty() && !parent)
+            continue;
+        auto *item = parent ? new QTreeWidgetItem(parent) : new QTreeWidgetItem(m_tvdb);
+        item->setText(0, node.text);
+        item->setData(0, Qt::UserRole, node.key);
+        items.insert(node.key, item);
+        if (!selected && !tag.isEmpty() && node.key == tag)
+            selected = item;
+    }
+    if (selected) {
+        for (QTreeWidgetItem *p = selected; p; p = p->parent())
+            p->setExpanded(true);
+        m_tvdb->setCurrentItem(selected);
+    }
+}
+
+void MainWindow::mnuoptionenitem_Click(int index)
+{
+    action(QStringLiteral("mnuoptionenitem(0)"))->setChecked(index == 0);
+    action(QStringLiteral("mnuoptionenitem(1)"))->setChecked(index == 1);
+    action(QStringLiteral("trikotoriginal"))->setChecked(index == 0);
+    action(QStringLiteral("trikotzorbode"))->setChecked(index == 1);
+    m_settings.trikotsatz = index;
+    if (!m_settings.programFolder.isEmpty() && !writetrikotsatz(m_settings))
+        m_status->setText(QStringLiteral("Der Trikotsatz lässt sich nicht in %1 speichern.").arg(m_settings.file()));
+}
+
+void MainWindow::closedb()
+{
+    m_db = OpenedDb{};
+}
+
+void MainWindow::showabout()
+{
+    AboutDialog about(this, m_dialogs);
+    about.exec();
+}
+
+void MainWindow::closeEvent(QCloseEvent *event)
+{
+    if (!m_dialogs->question(this, QStringLiteral("Programmende"), QStringLiteral("Programm beenden"))) {
+        event->ignore();
+        return;
+    }
+    closedb();
+    const auto windows = QApplication::topLevelWidgets();
+    for (auto it = windows.rbegin(); it != windows.rend(); ++it) {
+        if (*it != this && (*it)->isVisible())
+            (*it)->close();
+    }
+    event->accept();
+}
+
+} // namespace zorbo

@@ -1,0 +1,110 @@
+#include "platform/codepage.h"
+
+#include <array>
+
+namespace zorbo {
+
+namespace {
+
+// Row 0x80-0x9F of the code page; the five bytes without a character keep
+// their control code point so that they survive a read and a write.
+constexpr std::array<char16_t, 32> highRow = {
+    0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021,
+    0x02C6, 0x2030, 0x0160, 0x2039, 0x0152, 0x008D, 0x017D, 0x008F,
+    0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,
+    0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178,
+};
+
+constexpr std::array<char16_t, 256> makeTable()
+{
+    std::array<char16_t, 256> t{};
+    for (int i = 0; i < 256; ++i)
+        t[i] = char16_t(i);
+    for (int i = 0; i < 32; ++i)
+        t[0x80 + i] = highRow[i];
+    return t;
+}
+
+constexpr std::array<char16_t, 256> toUnicode = makeTable();
+
+// Byte for a character, or -1. Characters below 0x100 are themselves except
+// in the 0x80-0x9F row, where only the five placeholders stand for a byte.
+int byteFor(char16_t c)
+{
+    if (c < 0x80 || (c >= 0xA0 && c <= 0xFF))
+        return c;
+    switch (c) {
+    case 0x0081: return 0x81;
+    case 0x008D: return 0x8D;
+    case 0x008F: return 0x8F;
+    case 0x0090: return 0x90;
+    case 0x009D: return 0x9D;
+    case 0x20AC: return 0x80;
+    case 0x201A: return 0x82;
+    case 0x0192: return 0x83;
+    case 0x201E: return 0x84;
+    case 0x2026: return 0x85;
+    case 0x2020: return 0x86;
+    case 0x2021: return 0x87;
+    case 0x02C6: return 0x88;
+    case 0x2030: return 0x89;
+    case 0x0160: return 0x8A;
+    case 0x2039: return 0x8B;
+    case 0x0152: return 0x8C;
+    case 0x017D: return 0x8E;
+    case 0x2018: return 0x91;
+    case 0x2019: return 0x92;
+    case 0x201C: return 0x93;
+    case 0x201D: return 0x94;
+    case 0x2022: return 0x95;
+    case 0x2013: return 0x96;
+    case 0x2014: return 0x97;
+    case 0x02DC: return 0x98;
+    case 0x2122: return 0x99;
+    case 0x0161: return 0x9A;
+    case 0x203A: return 0x9B;
+    case 0x0153: return 0x9C;
+    case 0x017E: return 0x9E;
+    case 0x0178: return 0x9F;
+    default: return -1;
+    }
+}
+
+} // namespace
+
+QString fromCp1252(const QByteArray &bytes)
+{
+    QString text(bytes.size(), Qt::Uninitialized);
+    QChar *out = text.data();
+    for (qsizetype i = 0; i < bytes.size(); ++i)
+        out[i] = QChar(toUnicode[static_cast<unsigned char>(bytes[i])]);
+    return text;
+}
+
+std::optional<QByteArray> toCp1252(const QString &text, int *badIndex)
+{
+    QByteArray bytes(text.size(), Qt::Uninitialized);
+    char *out = bytes.data();
+    const QChar *in = text.constData();
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        const int b = byteFor(in[i].unicode());
+        if (b < 0) {
+            if (badIndex)
+                *badIndex = int(i);
+            return std::nullopt;
+        }
+        out[i] = char(b);
+    }
+    return bytes;
+}
+
+bool fitsCp1252(const QString &text)
+{
+    for (QChar c : text) {
+        if (byteFor(c.unicode()) < 0)
+            return false;
+    }
+    return true;
+}
+
+} // namespace zorbo

@@ -1,0 +1,158 @@
+#include "platform/profilefile.h"
+
+#include "platform/codepage.h"
+
+#include <QFile>
+#include <QSaveFile>
+
+namespace zorbo {
+
+namespace {
+
+bool isBlank(QChar c)
+{
+    return c == QLatin1Char(' ') || c == QLatin1Char('\t');
+}
+
+// Splits at CR LF, LF and CR alike; a line end at the very end of the file
+// does not start another line.
+QStringList splitLines(const QString &text)
+{
+    QStringList lines;
+    qsizetype start = 0;
+    const qsizetype n = text.size();
+    for (qsizetype i = 0; i < n; ++i) {
+        const QChar c = text[i];
+        if (c != QLatin1Char('\r') && c != QLatin1Char('\n'))
+            continue;
+        lines.append(text.mid(start, i - start));
+        if (c == QLatin1Char('\r') && i + 1 < n && text[i + 1] == QLatin1Char('\n'))
+            ++i;
+        start = i + 1;
+    }
+    if (start < n)
+        lines.append(text.mid(start));
+    return lines;
+}
+
+} // namespace
+
+QString ProfileFile::trimBlanks(const QString &text)
+{
+    qsizetype begin = 0;
+    qsizetype end = text.size();
+    while (begin < end && isBlank(text[begin]))
+        ++begin;
+    while (end > begin && isBlank(text[end - 1]))
+        --end;
+    return text.mid(begin, end - begin);
+}
+
+bool ProfileFile::sameName(const QString &a, const QString &b)
+{
+    // Unicode case folding covers ASCII and the letters of code page 1252
+    // (ä/Ä, š/Š, œ/Œ, ÿ/Ÿ) alike.
+    return a.compare(b, Qt::CaseInsensitive) == 0;
+}
+
+ProfileFile::Line ProfileFile::parseLine(const QString &text)
+{
+    Line line;
+    line.text = text;
+    const QString trimmed = trimBlanks(text);
+    if (trimmed.isEmpty())
+        return line;
+    if (trimmed.front() == QLatin1Char(';')) {
+        line.kind = Kind::Comment;
+        return line;
+    }
+    if (trimmed.front() == QLatin1Char('[')) {
+        line.kind = Kind::Section;
+        qsizetype close = trimmed.indexOf(QLatin1Char(']'), 1);
+        if (close < 0)
+            close = trimmed.size();
+        line.name = trimBlanks(trimmed.mid(1, close - 1));
+        return line;
+    }
+    line.kind = Kind::Entry;
+    const qsizetype eq = trimmed.indexOf(QLatin1Char('='));
+    if (eq < 0) {
+        line.name = trimmed;
+        return line;
+    }
+    line.hasValue = true;
+    line.name = trimBlanks(trimmed.left(eq));
+    line.value = trimBlanks(trimmed.mid(eq + 1));
+    return line;
+}
+
+bool ProfileFile::load(const QString &path)
+{
+    m_lines.clear();
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return false;
+    // Read no more than the file holds, whatever the device claims later.
+    const qint64 size = file.size();
+    const QByteArray bytes = file.read(size);
+    if (bytes.size() != size)
+        return false;
+    const QStringList texts = splitLines(fromCp1252(bytes));
+    m_lines.reserve(texts.size());
+    for (const QString &t : texts)
+        m_lines.push_back(parseLine(t));
+    return true;
+}
+
+bool ProfileFile::save(const QString &path) const
+{
+    QString text;
+    for (const Line &line : m_lines) {
+        text += line.text;
+        text += QLatin1String("\r\n");
+    }
+    const auto bytes = toCp1252(text);
+    if (!bytes)
+        return false;
+    QSaveFile file(path);
+    if (!file.open(QIODevice::WriteOnly))
+        return false;
+    if (file.write(*bytes) != bytes->size()) {
+        file.cancelWriting();
+        return false;
+    }
+    return file.commit();
+}
+
+int ProfileFile::findSection(const QString &section) const
+{
+    for (size_t i = 0; i < m_lines.size(); ++i) {
+        if (m_lines[i].kind == Kind::Section && sameName(m_lines[i].name, section))
+            return int(i);
+    }
+    return -1;
+}
+
+int ProfileFile::sectionEnd(int header) const
+{
+    size_t i = size_t(header) + 1;
+    while (i < m_lines.size() && m_lines[i].kind != Kind::Section)
+        ++i;
+    return int(i);
+}
+
+int ProfileFile::findEntry(const QString &section, const QString &key) const
+{
+    const int header = findSection(section);
+    if (header < 0)
+        return -1;
+    const int end = sectionEnd(header);
+    for (int i = header + 1; i < end; ++i) {
+        const Line &line = m_lines[size_t(i)];
+        if (line.kind == Kind::Entry && line.hasValue && sameName(line.name, key))
+            return i;
+    }
+    return -1;
+}
+
+} // namespace zorbo

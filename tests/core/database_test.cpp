@@ -1,0 +1,212 @@
+#include "core/gamedb.h"
+#include "core/market.h"
+#include "core/schema.h"
+#include "editor/generator.h"
+#include "support/testsupport.h"
+
+#include <QFile>
+#include <gtest/gtest.h>
+
+using namespace zorbo;
+using zorbo::test::TempFolder;
+
+namespace {
+
+QStringList names(const QList<ColumnInfo> &cols)
+{
+    QStringList n;
+    for (const ColumnInfo &c : cols)
+        n << c.name;
+    return n;
+}
+
+QStringList queryColumns(Database &db, const QString &view)
+{
+    Statement st = db.prepare("SELECT * FROM " + view);
+    QStringList n;
+    for (int i = 0; i < st.columnCount(); ++i)
+        n << st.columnName(i);
+    return n;
+}
+
+struct NewWorld {
+    TempFolder dir;
+    OpenedDb opened = opendb(dir.file("zorbo.mdb"));
+    Database &db() { return *opened.db; }
+};
+
+} // namespace
+
+TEST(Schema, ColumnOrderAndTypesAreTheFileFormat)
+{
+    NewWorld w;
+    ASSERT_EQ(w.opened.state, DbOpenState::Created) << w.opened.message.toStdString();
+    const auto vereine = w.db().columns("vereine");
+    ASSERT_EQ(vereine.size(), 28);
+    EXPECT_EQ(names(vereine).mid(0, 12),
+              QStringList({"NUMMER", "NAME", "KURZNAME", "GRAFIK_NR", "STAERKE", "STARTPLATZ", "SPIELER", "STADION_NAME",
+                           "STADT", "NATION", "STADION_SITZPL", "STADION_STEHPL"}));
+    EXPECT_EQ(vereine[15].name, "AUSWEICH_TW_TRIKOT_ART");
+    EXPECT_EQ(vereine[16].name, "F_TRIKOT_SPIELER");
+    EXPECT_EQ(vereine[27].name, "F_HOSE_TRAINER");
+    EXPECT_TRUE(vereine[1].isText());
+    EXPECT_TRUE(vereine[3].isInteger());
+    EXPECT_EQ(vereine[4].type, "REAL");
+
+    const auto national = w.db().columns("vereine_national");
+    ASSERT_EQ(national.size(), 32);
+    EXPECT_EQ(names(national).mid(9, 5), QStringList({"KLIMA", "NATION", "KONTINENT", "STADION_SITZPL", "STADION_STEHPL"}));
+    EXPECT_EQ(names(national).mid(30), QStringList({"NATIONALTEAM", "LANDNAME"}));
+
+    const auto spieler = names(w.db().columns("spieler"));
+    EXPECT_EQ(spieler, QStringList({"NUMMER", "NAME", "VORNAME", "Stärke", "Max_Stärke", "NATION", "GROESSE", "ART",
+                                    "REST_EINSÄTZE", "LIEBLINGSPOS_X", "LIEBLINGSPOS_Y", "RUECKENNUMMER", "GESICHT",
+                                    "HAUTFARBE", "HAARFARBE", "ERLERNT", "GESPERRT"}));
+    EXPECT_EQ(names(w.db().columns("vereinspieler")), QStringList({"verein", "spieler"}));
+    EXPECT_EQ(w.db().columns("a4spieler").size(), 12);
+
+    // The player grid takes the query's columns by position.
+    const QStringList grid = queryColumns(w.db(), "spielerinvereine");
+    ASSERT_EQ(grid.size(), 18);
+    EXPECT_EQ(grid.mid(0, 10), QStringList({"nummer", "name", "vorname", "stärke", "MAX_STÄRKE", "NATION", "GROESSE",
+                                            "art", "rueckennummer", "REST_EINSÄTZE"}));
+    EXPECT_EQ(grid.mid(13), QStringList({"GESICHT", "HAUTFARBE", "HAARFARBE", "ERLERNT", "GESPERRT"}));
+    EXPECT_TRUE(grid.contains("verein"));
+}
+
+TEST(Schema, ForeignFilesAreNeverTouched)
+{
+    TempFolder dir;
+    const QString access = dir.file("zorbo.mdb");
+    const QByteArray jet = QByteArray("\x00\x01\x00\x00Standard Jet DB", 19) + QByteArray(200, 'x');
+    zorbo::test::writeBytes(access, jet);
+    OpenedDb o = opendb(access);
+    EXPECT_EQ(o.state, DbOpenState::Foreign);
+    EXPECT_EQ(o.db, nullptr);
+    EXPECT_TRUE(o.message.contains(access));
+    EXPECT_EQ(zorbo::test::readBytes(access), jet);
+
+    // Another program's SQLite database is not ours either.
+    const QString other = dir.file("andere.mdb");
+    {
+        Database db(other);
+        db.exec("CREATE TABLE notizen (text TEXT); INSERT INTO notizen VALUES ('bleibt')");
+    }
+    const QByteArray before = zorbo::test::readBytes(other);
+    EXPECT_EQ(opendb(other).state, DbOpenState::Foreign);
+    EXPECT_EQ(zorbo::test::readBytes(other), before);
+
+    // Ours opens again as it is.
+    NewWorld w;
+    w.db().run("INSERT INTO vereine (NUMMER, NAME) VALUES (5, ?1)", QString("Verein \"Blau-Weiß\""));
+    const QString path = w.db().path();
+    w.opened = {};
+    OpenedDb again = opendb(path);
+    ASSERT_EQ(again.state, DbOpenState::Opened);
+    EXPECT_EQ(again.db->scalar("SELECT NAME FROM vereine WHERE NUMMER = 5").toString(), "Verein \"Blau-Weiß\"");
+}
+
+TEST(Schema, ValuesThatDoNotFitTheirColumnAreRefused)
+{
+    NewWorld w;
+    EXPECT_THROW(w.db().run("INSERT INTO vereine (NUMMER, STADION_SITZPL) VALUES (1, ?1)", QString("viele")), DbError);
+    EXPECT_EQ(w.db().scalar("SELECT count(*) FROM vereine").toInt(), 0);
+}
+
+TEST(Generator, SquadsContinueTheNumbersWithPositionsAndSquadNumbers)
+{
+    NewWorld w;
+    EXPECT_EQ(newplayernumber(w.db()), 0);
+    EXPECT_EQ(newteamnumber(w.db()), 1);
+    EXPECT_EQ(spieler20new(w.db(), 7, "Österreich", 20), 0);
+    EXPECT_EQ(spieler20new(w.db(), 8, "Schweiz", 25), 20);
+
+    Statement st = w.db().prepare("SELECT s.NUMMER, s.NAME, s.VORNAME, s.NATION, s.ART, s.RUECKENNUMMER, s.GROESSE, "
+                                  "s.\"REST_EINSÄTZE\", s.ERLERNT, s.GESPERRT, v.verein "
+                                  "FROM spieler s JOIN vereinspieler v ON v.spieler = s.NUMMER ORDER BY s.NUMMER");
+    int perArt[4] = {};
+    int row = 0;
+    while (st.step()) {
+        const int i = row < 20 ? row : row - 20;
+        EXPECT_EQ(st.integer(0), row);
+        EXPECT_EQ(st.text(1), QString::number(row));
+        EXPECT_EQ(st.text(2), "S.");
+        EXPECT_EQ(st.text(3), row < 20 ? "Österreich" : "Schweiz");
+        EXPECT_EQ(st.integer(5), (i % 20) + 1);
+        EXPECT_EQ(st.integer(6), 180);
+        EXPECT_EQ(st.integer(7), 100);
+        EXPECT_FALSE(st.isNull(8));
+        EXPECT_EQ(st.text(8), "");
+        EXPECT_EQ(st.integer(10), row < 20 ? 7 : 8);
+        if (row < 20)
+            ++perArt[st.integer(4)];
+        ++row;
+    }
+    EXPECT_EQ(row, 45);
+    EXPECT_EQ(perArt[0], 2);
+    EXPECT_EQ(perArt[1], 6);
+    EXPECT_EQ(perArt[2], 7);
+    EXPECT_EQ(perArt[3], 5);
+    EXPECT_EQ(generatedposition(21), 0) << "the table repeats after 20";
+    EXPECT_EQ(generatedposition(35), 3);
+}
+
+TEST(Market, CreatedOnceWithNullColumnsAndItsPlayers)
+{
+    NewWorld w;
+    EXPECT_TRUE(ensuretransfermarket(w.db()));
+    EXPECT_FALSE(ensuretransfermarket(w.db()));
+    EXPECT_EQ(w.db().scalar("SELECT count(*) FROM spieler").toInt(), 1700);
+    EXPECT_EQ(w.db().scalar("SELECT count(*) FROM vereinspieler WHERE verein = 0").toInt(), 1700);
+    EXPECT_EQ(w.db().scalar("SELECT count(*) FROM spieler WHERE NATION = 'TRANSFERMARKT'").toInt(), 1700);
+    EXPECT_EQ(w.db().scalar("SELECT max(RUECKENNUMMER) FROM spieler").toInt(), 20);
+
+    Statement row = w.db().prepare("SELECT * FROM vereine WHERE NUMMER = 0");
+    ASSERT_TRUE(row.step());
+    EXPECT_EQ(row.text(1), "TRANSFERMARKT");
+    EXPECT_EQ(row.integer(3), 999);
+    for (int c = 0; c < row.columnCount(); ++c) {
+        if (c != 0 && c != 1 && c != 3) {
+            EXPECT_TRUE(row.isNull(c)) << row.columnName(c).toStdString();
+        }
+    }
+    EXPECT_EQ(newteamnumber(w.db()), 1);
+
+    // A world whose market row went (a team import without it) gets it anew.
+    w.db().exec("DELETE FROM vereine; DELETE FROM vereinspieler");
+    EXPECT_TRUE(ensuretransfermarket(w.db()));
+    EXPECT_EQ(w.db().scalar("SELECT min(spieler) FROM vereinspieler WHERE verein = 0").toInt(), 1700);
+}
+
+TEST(FreePlayers, ExactDuplicatesGoAndTheOldestStays)
+{
+    NewWorld w;
+    EXPECT_TRUE(checka4(w.db()));
+    Statement ins = w.db().prepare("INSERT INTO a4spieler (name, vorname, land, verein, position, staerke) "
+                                   "VALUES (?1, ?2, ?3, ?4, ?5, ?6)");
+    const auto add = [&](const QString &name, int staerke) {
+        ins.bindAll(name, QString("K."), QString("Deutschland"), QString("Blau-Weiß"), 2, staerke);
+        ins.exec();
+    };
+    add("Müller", 6000);
+    add("Müller", 6000);
+    add("Müller", 7000);
+    add("Schmidt", 6000);
+    add("Müller", 6000);
+    EXPECT_EQ(a4deleteid(w.db()), 2);
+    EXPECT_EQ(w.db().scalar("SELECT group_concat(id) FROM a4spieler").toString(), "1,3,4");
+}
+
+TEST(Transactions, NestedFailureLeavesNothingBehind)
+{
+    NewWorld w;
+    try {
+        Transaction outer(w.db());
+        spieler20new(w.db(), 3, "Italien", 20);
+        w.db().run("INSERT INTO spieler (NUMMER) VALUES (5)"); // taken: throws
+        outer.commit();
+    } catch (const DbError &) {
+    }
+    EXPECT_EQ(w.db().scalar("SELECT count(*) FROM spieler").toInt(), 0);
+    EXPECT_EQ(w.db().scalar("SELECT count(*) FROM vereinspieler").toInt(), 0);
+}

@@ -1,0 +1,122 @@
+#include "core/settings.h"
+#include "platform/profile.h"
+#include "support/testsupport.h"
+
+#include <QDir>
+#include <QFile>
+#include <gtest/gtest.h>
+
+using namespace zorbo;
+using zorbo::test::TempFolder;
+
+namespace {
+
+// A registry holding Work_Dir under the roots given.
+RegistryReader fakeRegistry(const QString &machine, const QString &user)
+{
+    return [=](RegRoot root, const QString &key, const QString &name, QString &value) {
+        const QString &v = root == RegRoot::LocalMachine ? machine : user;
+        if (v.isNull() || key != QLatin1String(gameRegistryKey) || name != QLatin1String(gameRegistryValue))
+            return 2;
+        value = v;
+        return 0;
+    };
+}
+
+} // namespace
+
+TEST(Settings, FirstRunWithoutGameUsesProgramFolderEverywhere)
+{
+    TempFolder dir;
+    const Settings s = loadsettings(dir.path(), nullptr, fakeRegistry({}, {}));
+    ASSERT_TRUE(QFile::exists(s.file()));
+    EXPECT_EQ(s.folder(AttributeFolder), dir.path() + "/attribute/");
+    EXPECT_EQ(s.folder(Trikot0Folder), dir.path() + "/trikot/original/");
+    EXPECT_EQ(s.folder(Trikot1Folder), dir.path() + "/trikot/zorbode/");
+    EXPECT_EQ(s.folder(WappenFolder), dir.path() + "/wappen/");
+    for (Folder f : {ZorbodatenFolder, A4datenFolder, ZorboconfigFolder, ZorboresFolder, ZorbospielerFolder})
+        EXPECT_EQ(s.folder(f), dir.path() + "/") << f;
+    EXPECT_EQ(s.trikotsatz, 0);
+    EXPECT_EQ(readinisections(s.file()), QStringList({"ordner", "trikot"}));
+    // The game's three folders are written first, as the file is created.
+    EXPECT_TRUE(readinisection("ordner", s.file()).first().startsWith("zorboconfig="));
+    EXPECT_TRUE(zorbo::test::readBytes(s.file()).contains("\r\n"));
+}
+
+TEST(Settings, GameFolderFromRegistryUserWinsAndZeroCharactersGo)
+{
+    TempFolder dir;
+    const QString machine = dir.path() + "/machine";
+    const QString user = dir.path() + "/user";
+    QDir().mkpath(machine);
+    QDir().mkpath(user);
+#ifdef Q_OS_WIN
+    const Settings s = loadsettings(dir.path(), nullptr, fakeRegistry(machine, user + QChar(0)));
+#else
+    // Under Wine the registry holds Windows paths: map a prefix of our own.
+    qputenv("WINEPREFIX", dir.path().toUtf8());
+    QDir().mkpath(dir.path() + "/drive_c/Spiele/Zorbo");
+    Settings s = loadsettings(dir.path(), nullptr, fakeRegistry("C:\\Spiele\\Machine", QString("C:\\spiele\\ZORBO") + QChar(0)));
+    qunsetenv("WINEPREFIX");
+    const QString game = dir.path() + "/drive_c/Spiele/Zorbo";
+    EXPECT_EQ(s.folder(ZorboconfigFolder), game + "/config/");
+    EXPECT_EQ(s.folder(ZorboresFolder), game + "/resfile/");
+    EXPECT_EQ(s.folder(ZorbospielerFolder), game + "/spielerbilder/");
+    EXPECT_FALSE(s.folder(ZorboconfigFolder).contains(QChar(0)));
+#endif
+    EXPECT_EQ(s.folder(ZorbodatenFolder), dir.path() + "/");
+    EXPECT_EQ(s.folder(A4datenFolder), dir.path() + "/");
+
+    // Only the machine's value: that one is used.
+    TempFolder other;
+    qputenv("WINEPREFIX", other.path().toUtf8());
+    const Settings m = loadsettings(other.path(), nullptr, fakeRegistry("C:\\Spiele\\Machine", {}));
+    qunsetenv("WINEPREFIX");
+    EXPECT_TRUE(m.folder(ZorboresFolder).endsWith("/Spiele/Machine/resfile/")) << m.folder(ZorboresFolder).toStdString();
+}
+
+TEST(Settings, ExistingFileIsReadAsItStands)
+{
+    TempFolder dir;
+    const QString file = dir.file("zorboeditor.ini");
+    zorbo::test::writeBytes(file, "[ORDNER]\r\nwappen=\r\nGesicht = C:\\Bilder\\Gesichter\r\nattribute=/x/att\r\n"
+                                  "[trikot]\r\nsatz=1\r\n");
+    bool asked = false;
+    const Settings s = loadsettings(dir.path(), nullptr, [&](RegRoot, const QString &, const QString &, QString &) {
+        asked = true;
+        return 2;
+    });
+    EXPECT_FALSE(asked) << "an existing file never asks the registry";
+    EXPECT_EQ(s.folder(WappenFolder), QString()) << "a present empty key is empty, not the default";
+    EXPECT_EQ(s.folder(GesichtFolder), "C:/Bilder/Gesichter/");
+    EXPECT_EQ(s.folder(AttributeFolder), "/x/att/");
+    EXPECT_EQ(s.folder(Trikot0Folder), dir.path() + "/trikot/original/") << "missing key gives the default";
+    EXPECT_EQ(s.trikotsatz, 1);
+    EXPECT_EQ(s.kitFolder(), s.folder(Trikot1Folder));
+}
+
+TEST(Settings, MissingKitSectionReadsZeroWithoutWriting)
+{
+    TempFolder dir;
+    const QByteArray content = "[ordner]\r\nwappen=/w/\r\n";
+    zorbo::test::writeBytes(dir.file("zorboeditor.ini"), content);
+    Settings s = loadsettings(dir.path(), nullptr, fakeRegistry({}, {}));
+    EXPECT_EQ(s.trikotsatz, 0);
+    EXPECT_EQ(zorbo::test::readBytes(s.file()), content);
+    s.trikotsatz = 1;
+    ASSERT_TRUE(writetrikotsatz(s));
+    EXPECT_EQ(zorbo::test::readBytes(s.file()), content + "[trikot]\r\nsatz=1\r\n");
+    EXPECT_EQ(loadsettings(dir.path()).trikotsatz, 1);
+}
+
+TEST(Settings, UnwritableFolderGivesDefaultsAndAMessage)
+{
+    TempFolder dir;
+    const QString folder = dir.path() + "/fehlt/nicht/da"; // the folder does not exist: nothing can be written
+    QString message;
+    const Settings s = loadsettings(folder, &message, fakeRegistry({}, {}));
+    EXPECT_FALSE(message.isEmpty());
+    EXPECT_TRUE(message.contains("zorboeditor.ini"));
+    EXPECT_EQ(s.folder(WappenFolder), folder + "/wappen/");
+    EXPECT_FALSE(QFile::exists(s.file()));
+}

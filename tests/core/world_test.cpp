@@ -1,0 +1,111 @@
+#include "core/gamedb.h"
+#include "core/teamtree.h"
+#include "core/world.h"
+#include "support/testsupport.h"
+
+#include <QDir>
+#include <QFile>
+#include <gtest/gtest.h>
+
+using namespace zorbo;
+using zorbo::test::TempFolder;
+
+namespace {
+
+void addCountry(Database &db, int nr, const QString &name, const QString &nation, const QString &continent)
+{
+    db.run("INSERT INTO vereine_national (NUMMER, NAME, NATION, KONTINENT) VALUES (?1, ?2, ?3, ?4)", nr, name, nation,
+           continent);
+}
+
+void addClub(Database &db, int nr, const QString &name, const QString &nation)
+{
+    db.run("INSERT INTO vereine (NUMMER, NAME, NATION) VALUES (?1, ?2, ?3)", nr, name, nation);
+}
+
+QStringList keysUnder(const TeamTree &tree, const QString &parent)
+{
+    QStringList keys;
+    for (const TreeNode &n : tree.nodes) {
+        if (n.parent == parent)
+            keys << n.key;
+    }
+    return keys;
+}
+
+} // namespace
+
+TEST(TeamTree, EmptyWorldHasRootMarketAndContinents)
+{
+    const TeamTree none = load_dbteam(nullptr);
+    ASSERT_EQ(none.nodes.size(), 13);
+    EXPECT_EQ(none.nodes[0].key, "L-1");
+    EXPECT_EQ(none.nodes[0].text, "Zorbo");
+    EXPECT_EQ(none.nodes[1].key, "Asien");
+    EXPECT_EQ(none.nodes[12].key, "West-Europa");
+    EXPECT_EQ(none.spielerlaender, QStringList({"TRANSFERMARKT"}));
+
+    TempFolder dir;
+    OpenedDb o = opendb(dir.file("zorbo.mdb"));
+    const TeamTree tree = load_dbteam(o.db.get());
+    EXPECT_TRUE(tree.marketCreated);
+    ASSERT_EQ(tree.nodes.size(), 14);
+    EXPECT_EQ(tree.nodes[1].key, "T0");
+    EXPECT_EQ(tree.nodes[1].text, "TRANSFERMARKT");
+    EXPECT_EQ(tree.nodes[1].parent, "L-1");
+    EXPECT_FALSE(load_dbteam(o.db.get()).marketCreated);
+    EXPECT_EQ(o.db->scalar("SELECT count(*) FROM spieler").toInt(), 1700);
+}
+
+TEST(TeamTree, CountriesClubsAndListsInTheTreesOrder)
+{
+    TempFolder dir;
+    OpenedDb o = opendb(dir.file("zorbo.mdb"));
+    Database &db = *o.db;
+    addCountry(db, 10, "Österreich", "Österreich", "West-Europa");
+    addCountry(db, 11, "Deutschland", "BR Deutschland", "West-Europa");
+    addCountry(db, 12, "Nirgendwo", "Nirgendwo", "Mond");
+    addClub(db, 20, "Wacker", "Deutschland");
+    addClub(db, 21, "Austria", "Deutschland");
+    addClub(db, 22, "Rapid", "Österreich");
+    addClub(db, 23, "Irgendwer", "Nirgendwo");
+    addClub(db, 24, "Zweitname", "BR Deutschland"); // clubs hang under NAME only
+    addClub(db, 25, "Heimatlos", "Atlantis");
+
+    const TeamTree tree = load_dbteam(&db);
+    EXPECT_EQ(keysUnder(tree, "West-Europa"), QStringList({"L11", "L10"}));
+    EXPECT_EQ(keysUnder(tree, "L11"), QStringList({"T21", "T20"}));
+    EXPECT_EQ(keysUnder(tree, "L10"), QStringList({"T22"}));
+    EXPECT_TRUE(keysUnder(tree, "L12").isEmpty()) << "a country without a known continent has no node";
+    for (const TreeNode &n : tree.nodes)
+        EXPECT_NE(n.key, "T25");
+
+    EXPECT_EQ(tree.laender, QStringList({"Deutschland", "BR Deutschland", "Nirgendwo", "Österreich"}));
+    EXPECT_EQ(tree.spielerlaender.first(), "TRANSFERMARKT");
+    EXPECT_EQ(tree.spielerlaender.mid(1), tree.laender);
+    ASSERT_EQ(tree.vereine.size(), 4);
+    EXPECT_EQ(tree.vereine[0].text, "Austria (BR Deutschland)");
+    EXPECT_EQ(tree.vereine[0].number, 21);
+    EXPECT_EQ(tree.vereine[2].text, "Irgendwer (Nirgendwo)");
+    EXPECT_EQ(newteamnumber(db), 26);
+}
+
+TEST(World, InitCreatesEverythingOnceAndAgainChangesNothing)
+{
+    TempFolder dir;
+    World first = openworld(dir.path());
+    ASSERT_NE(first.db(), nullptr) << first.messages.join('\n').toStdString();
+    EXPECT_TRUE(first.marketCreated);
+    EXPECT_TRUE(first.messages.isEmpty()) << first.messages.join('\n').toStdString();
+    for (const char *sub : {"attribute", "gesicht", "trikot/original", "trikot/zorbode", "wappen"})
+        EXPECT_TRUE(QDir(dir.path() + "/" + sub).exists()) << sub;
+    EXPECT_EQ(first.db()->scalar("SELECT count(*) FROM e_attribute").toInt(), 53);
+    first.opened = {};
+
+    const QByteArray ini = zorbo::test::readBytes(dir.file("zorboeditor.ini"));
+    World second = openworld(dir.path());
+    ASSERT_NE(second.db(), nullptr);
+    EXPECT_FALSE(second.marketCreated);
+    EXPECT_EQ(second.db()->scalar("SELECT count(*) FROM spieler").toInt(), 1700);
+    EXPECT_EQ(zorbo::test::readBytes(dir.file("zorboeditor.ini")), ini);
+}

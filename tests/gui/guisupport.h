@@ -1,0 +1,24 @@
+#pragma once
+
+#include "core/ui/dialogs.h"
+
+#include <QStringList>
+
+namespace zorbo::test {
+
+// Answers message boxes without showing them and remembers what was asked.
+class ScriptedDialogs : public Dialogs {
+public:
+    bool answer = false; // for questions
+    QStringList asked;   // "title|text" of every box, in order
+
+    bool question(QWidget *, const QString &title, const QString &text) override
+    {
+        asked << title + QLatin1Char('|') + text;
+        return answer;
+    }
+    void information(QWidget *, const QString &title, const QString &text) override { asked << title + QLatin1Char('|') + text; }
+    void warning(QWidget *, const QString &title, const QString &text) override { asked << title + QLatin1Char('|') + text; }
+};
+
+} // namespace zorbo::test

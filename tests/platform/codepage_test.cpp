@@ -1,0 +1,63 @@
+#include "platform/codepage.h"
+
+#include "qstringprint.h"
+
+#include <gtest/gtest.h>
+
+#include <QSet>
+
+using namespace zorbo;
+
+TEST(Codepage, EveryByteRoundTripsToADistinctCharacter)
+{
+    QByteArray all;
+    for (int b = 0; b < 256; ++b)
+        all += char(b);
+    const QString text = fromCp1252(all);
+    ASSERT_EQ(text.size(), 256);
+    EXPECT_EQ(QSet<QChar>(text.begin(), text.end()).size(), 256);
+    const auto back = toCp1252(text);
+    ASSERT_TRUE(back.has_value());
+    EXPECT_EQ(*back, all);
+    EXPECT_TRUE(fitsCp1252(text));
+}
+
+TEST(Codepage, HighRowFollowsTheCodePageNotLatin1)
+{
+    // Both ends of the row, the five bytes without a character, and a few between.
+    const std::pair<unsigned char, char16_t> cases[] = {
+        {0x80, 0x20AC}, {0x81, 0x0081}, {0x84, 0x201E}, {0x8A, 0x0160}, {0x8D, 0x008D},
+        {0x8F, 0x008F}, {0x90, 0x0090}, {0x96, 0x2013}, {0x99, 0x2122}, {0x9C, 0x0153},
+        {0x9D, 0x009D}, {0x9E, 0x017E}, {0x9F, 0x0178},
+    };
+    for (const auto &[byte, ch] : cases) {
+        const QByteArray bytes(1, char(byte));
+        EXPECT_EQ(fromCp1252(bytes), QString(QChar(ch))) << "byte " << int(byte);
+        EXPECT_EQ(toCp1252(QString(QChar(ch))).value_or("?"), bytes) << "byte " << int(byte);
+    }
+    // Outside that row the page is ASCII and Latin-1.
+    EXPECT_EQ(fromCp1252("\x7f\xa0\xc4\xdf\xff"), QStringLiteral(u"\u007f\u00a0\u00c4\u00df\u00ff"));
+    EXPECT_EQ(toCp1252(QStringLiteral(u"Müller-Lüdenscheidt")).value_or(""),
+              QByteArray("M\xfcller-L\xfc" "denscheidt"));
+}
+
+TEST(Codepage, CharacterOutsideThePageIsReportedByIndex)
+{
+    struct Case {
+        QString text;
+        int bad;
+    };
+    const Case cases[] = {
+        {QStringLiteral(u"abc\u03a9d"), 3},     // Greek capital omega
+        {QStringLiteral(u"x\u0080"), 1},        // C1 control that the page places elsewhere
+        {QStringLiteral(u"\u20ac\U0001F600"), 1}, // a character outside the basic plane
+        {QStringLiteral(u"ok\u0100\u03a9"), 2}, // first of two bad ones
+    };
+    for (const Case &c : cases) {
+        int bad = -1;
+        EXPECT_FALSE(toCp1252(c.text, &bad).has_value()) << c.text.toStdString();
+        EXPECT_EQ(bad, c.bad) << c.text.toStdString();
+        EXPECT_FALSE(fitsCp1252(c.text));
+    }
+    EXPECT_TRUE(toCp1252(QString()).has_value());
+}

@@ -1,0 +1,78 @@
+#include "platform/profile.h"
+
+#include "support/testsupport.h"
+
+#include "qstringprint.h"
+
+#include <gtest/gtest.h>
+
+using namespace zorbo;
+using zorbo::test::readBytes;
+using zorbo::test::TempFolder;
+using zorbo::test::writeBytes;
+
+namespace {
+
+// Writes before, applies one writeini and returns the file's bytes.
+QByteArray afterWrite(const QByteArray &before, const QString &section, const QString &key,
+                      const QString &value)
+{
+    TempFolder dir;
+    const QString file = dir.file("w.ini");
+    if (!writeBytes(file, before))
+        return "not written";
+    if (!writeini(section, key, value, file))
+        return "writeini failed";
+    return readBytes(file);
+}
+
+} // namespace
+
+TEST(ProfileWrite, MissingFileIsCreatedExactly)
+{
+    TempFolder dir;
+    const QString file = dir.file("neu.ini");
+    ASSERT_TRUE(writeini("ordner", "wappen", "C:\\x\\", file));
+    EXPECT_EQ(readBytes(file), QByteArray("[ordner]\r\nwappen=C:\\x\\\r\n"));
+    EXPECT_FALSE(writeini("s", "k", "v", dir.file("kein/ordner.ini")));
+}
+
+TEST(ProfileWrite, ExistingKeyIsReplacedInPlace)
+{
+    EXPECT_EQ(afterWrite("[A]\r\nFirst=1\r\n; note\r\n  Key = old \r\nLast=3\r\n", "a", "KEY", "new"),
+              QByteArray("[A]\r\nFirst=1\r\n; note\r\nKey=new\r\nLast=3\r\n"));
+    // Only the first of two equal keys, only in the first of two equal sections.
+    EXPECT_EQ(afterWrite("[A]\r\nk=1\r\nk=2\r\n[a]\r\nk=3\r\n", "A", "k", "9"),
+              QByteArray("[A]\r\nk=9\r\nk=2\r\n[a]\r\nk=3\r\n"));
+}
+
+TEST(ProfileWrite, NewKeyFollowsTheLastKeyOfItsSection)
+{
+    EXPECT_EQ(afterWrite(";top\r\n[A]\r\nx=1\r\n; tail\r\n\r\n[B]\r\ny=2\r\n", "A", "z", "9"),
+              QByteArray(";top\r\n[A]\r\nx=1\r\nz=9\r\n; tail\r\n\r\n[B]\r\ny=2\r\n"));
+    EXPECT_EQ(afterWrite("[A]\r\n\r\n[B]\r\n", "A", "z", "9"), QByteArray("[A]\r\nz=9\r\n\r\n[B]\r\n"));
+}
+
+TEST(ProfileWrite, NewSectionIsAppendedWithoutBlankLine)
+{
+    const QByteArray expected("[A]\r\nx=1\r\n[Neu]\r\nk=v\r\n");
+    EXPECT_EQ(afterWrite("[A]\r\nx=1\r\n", "Neu", "k", "v"), expected);
+    EXPECT_EQ(afterWrite("[A]\r\nx=1", "Neu", "k", "v"), expected);
+    // Line ends of another kind are rewritten as CR LF.
+    EXPECT_EQ(afterWrite("[A]\nx=1\n", "Neu", "k", "v"), expected);
+    EXPECT_EQ(afterWrite("[A]\rx=1\r", "Neu", "k", "v"), expected);
+}
+
+TEST(ProfileWrite, ValueIsWrittenAsGivenInCodePage1252)
+{
+    TempFolder dir;
+    const QString file = dir.file("w.ini");
+    ASSERT_TRUE(writeini(QStringLiteral(u"Ärzte"), QStringLiteral(u"Größe"), QStringLiteral(u"  €5 \"q\""), file));
+    EXPECT_EQ(readBytes(file), QByteArray("[\xc4rzte]\r\nGr\xf6\xdf" "e=  \x80" "5 \"q\"\r\n"));
+    EXPECT_EQ(readinistring(QStringLiteral(u"ÄRZTE"), QStringLiteral(u"größe"), file),
+              QStringLiteral(u"€5 \"q\""));
+
+    const QByteArray before = readBytes(file);
+    EXPECT_FALSE(writeini(QStringLiteral(u"Ärzte"), QStringLiteral(u"Größe"), QStringLiteral(u"Ω"), file));
+    EXPECT_EQ(readBytes(file), before);
+}
