@@ -3,12 +3,12 @@
 #include "resources/crestrun.h"
 #include "resources/gfp.h"
 #include "resources/resf.h"
+#include "support/cli.h"
 #include "support/testsupport.h"
 
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QProcess>
 #include <gtest/gtest.h>
 
 using namespace zorbo;
@@ -132,14 +132,12 @@ TEST(CrestRun, CommandLineTool)
     TempFolder t;
     writeBytes(t.file("game.res"), readBytes(dataPath("resf/worked-example/expected.res")));
     auto cli = [&](const QStringList &args, QString *out = nullptr, QString *err = nullptr) {
-        QProcess p;
-        p.start(QStringLiteral(ZORBO_CLI), QStringList{"--dir", t.path()} + args);
-        p.waitForFinished(60000);
+        const CliRun run = runCli(QStringList{"--dir", t.path()} + args);
         if (out)
-            *out = QString::fromUtf8(p.readAllStandardOutput());
+            *out = run.out;
         if (err)
-            *err = QString::fromUtf8(p.readAllStandardError());
-        return p.exitCode();
+            *err = run.err;
+        return run.exitCode;
     };
     QString out, err;
     ASSERT_EQ(cli({"resf-list", t.file("game.res")}, &out), 0);
