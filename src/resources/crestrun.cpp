@@ -48,7 +48,9 @@ CrestRunReport importwappen(const QString &archivePath, const QString &wappenFol
         }
         report(progress, int(100 * i / entries.size()));
         if (const QString why = badnamereason(entry.name); !why.isEmpty()) {
-            run.problems << QStringLiteral("Der Eintrag Nr. %1 in %2 wird übersprungen: %3.").arg(i).arg(archive.file, why);
+            run.problems << QStringLiteral("Der Eintrag Nr. %1 („%2“) in %3 wird übersprungen: %4.")
+                                .arg(i)
+                                .arg(printablename(entry.name), archive.file, why);
             continue;
         }
         const QString name = fromCp1252(entry.name);
@@ -103,6 +105,8 @@ CrestRunReport exportwappen(const QString &archivePath, const QString &wappenFol
             run.problems << QStringLiteral("Das Wappen [%1] aus wa.lst wird übersprungen: %2.").arg(name, why);
             continue;
         }
+        if (name.contains(QLatin1Char(' ')))
+            run.problems << QStringLiteral("Der Name [%1] enthält ein Leerzeichen; im Archiv endet er davor.").arg(name);
         // The crest keeps the template's picture when its own cannot be read.
         QByteArray gfp = defaultGfp;
         const QString tga = wappenFolder + name + QStringLiteral(".tga");

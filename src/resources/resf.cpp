@@ -89,16 +89,18 @@ QString badnamereason(const QByteArray &name)
     return {};
 }
 
-QString entrylabel(const ResEntry &entry, int number)
+QString printablename(const QByteArray &name)
 {
-    if (badnamereason(entry.name).isEmpty())
-        return fromCp1252(entry.name);
-    return QStringLiteral("Nr. %1").arg(number);
+    QString text = fromCp1252(name.left(64));
+    for (QChar &c : text)
+        if (c.unicode() < 0x20 || c.unicode() == 0x7F)
+            c = QLatin1Char('?');
+    return name.size() > 64 ? text + QStringLiteral("…") : text;
 }
 
 Result resourcebytes(const ResArchive &archive, const ResHeader &header, const ResEntry &entry, QByteArray &bytes)
 {
-    const QString what = QStringLiteral("Der Eintrag %1 in %2").arg(fromCp1252(entry.name).left(64), archive.file);
+    const QString what = QStringLiteral("Der Eintrag %1 in %2").arg(printablename(entry.name), archive.file);
     const QByteArrayView d(archive.data);
     const qint64 end = header.dirpos;
     if (entry.offset < ResHeaderSize || entry.offset >= end)
@@ -126,7 +128,8 @@ Result extractgfp(const ResArchive &archive, const ResHeader &header, const ResE
                   const QString &folder, QString &name)
 {
     if (const QString why = badnamereason(entry.name); !why.isEmpty())
-        return Result::failure(QStringLiteral("Ein Eintrag in %1 wird übersprungen: %2.").arg(archive.file, why));
+        return Result::failure(QStringLiteral("Der Eintrag „%1“ in %2 wird übersprungen: %3.")
+                                   .arg(printablename(entry.name), archive.file, why));
     QByteArray bytes;
     if (Result r = resourcebytes(archive, header, entry, bytes); !r)
         return r;

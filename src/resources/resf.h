@@ -60,7 +60,8 @@ Result resourcebytes(const ResArchive &archive, const ResHeader &header, const R
 Result extractgfp(const ResArchive &archive, const ResHeader &header, const ResEntry &entry,
                   const QString &folder, QString &name);
 
-// Text of an entry for messages: its name, or its number when the name is unusable.
-QString entrylabel(const ResEntry &entry, int number);
+// The name for messages and listings: control characters shown as '?', cut
+// at 64 characters, so that a hostile name cannot garble a report.
+QString printablename(const QByteArray &name);
 
 } // namespace zorbo

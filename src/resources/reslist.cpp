@@ -1,6 +1,5 @@
 #include "resources/reslist.h"
 
-#include "platform/codepage.h"
 #include "resources/gfp.h"
 #include "resources/resf.h"
 
@@ -24,10 +23,7 @@ Result listresf(const QString &path, QList<ResListing> &rows)
         row.number = i;
         row.type = e.type;
         row.offset = e.offset;
-        row.name = fromCp1252(e.name);
-        for (QChar &c : row.name)
-            if (c.unicode() < 0x20 || c.unicode() == 0x7F)
-                c = QLatin1Char('?');
+        row.name = printablename(e.name);
         QByteArray bytes;
         if (Result r = resourcebytes(archive, header, e, bytes); !r) {
             row.problem = r.message;

@@ -12,7 +12,7 @@ struct ResListing {
     int number = 0;
     qint32 type = 0;
     qint32 offset = 0;
-    QString name;       // as stored, control characters shown as '?'
+    QString name;       // printable form, see printablename
     qint64 size = -1;   // bytes of the resource; -1 when it is damaged
     int width = 0;      // picture size, for .gfp resources
     int height = 0;

@@ -85,16 +85,17 @@ TEST(CrestRun, ImportThenExportKeepsNamesOrderAndPixels)
 TEST(CrestRun, ExportStopsOrFillsIn)
 {
     TempFolder t;
-    const QString wappen = crestFolder(t, {"da", "fehlt", "kaputt", "../weg", "da"});
+    const QString wappen = crestFolder(t, {"da", "fehlt", "kaputt", "../weg", "da", "mit blank"});
     QFile::copy(defaults + "/default.tga", wappen + "da.tga");
     writeBytes(wappen + "kaputt.tga", "GIF89a not a tga at all");
     const CrestRunReport run = exportwappen(t.file("wa.res"), wappen);
     ASSERT_TRUE(run.result.ok) << run.result.message.toStdString();
-    EXPECT_EQ(namesIn(t.file("wa.res")), QList<QByteArray>({"da", "fehlt", "kaputt", "da"}));
+    EXPECT_EQ(namesIn(t.file("wa.res")), QList<QByteArray>({"da", "fehlt", "kaputt", "da", "mit"}));
     const QString all = run.problems.join('\n');
     EXPECT_TRUE(all.contains("fehlt.tga")) << all.toStdString();
     EXPECT_TRUE(all.contains("kaputt.tga ist kein lesbares TGA-Bild")) << all.toStdString();
     EXPECT_TRUE(all.contains("[../weg]")) << all.toStdString();
+    EXPECT_TRUE(all.contains("[mit blank] enthält ein Leerzeichen")) << all.toStdString();
     // The crests without a picture carry default.gfp whole.
     const QByteArray a = readBytes(t.file("wa.res"));
     EXPECT_TRUE(a.contains(readBytes(wappen + "default.gfp")));

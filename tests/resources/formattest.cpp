@@ -144,14 +144,9 @@ TEST(CrestTga, RefusesWhatItCannotRead)
     }
 }
 
-TEST(CrestZlib, WorkedExampleStreamAndFailures)
+TEST(CrestZlib, StreamsThatDoNotFitThePicture)
 {
-    QByteArray data = QByteArray::fromHex("00F8FFFF");
-    ASSERT_EQ(compressdata(data, -1), 0);
-    EXPECT_EQ(data.toHex(' ').toUpper(), "78 9C 63 F8 F1 FF 3F 00 05 E9 02 F7");
-    QByteArray back = data;
-    ASSERT_EQ(uncompressdata(back, 4), 0);
-    EXPECT_EQ(back.toHex(), "00f8ffff");
+    const QByteArray data = QByteArray::fromHex("789C63F8F1FF3F0005E902F7"); // 00 F8 FF FF
     QByteArray longer = data;
     EXPECT_NE(uncompressdata(longer, 5), 0); // would pad with black
     QByteArray broken = data;
