@@ -1,10 +1,20 @@
 #include "cli/command.h"
+#include "core/defaultfolders.h"
 #include "resources/crestrun.h"
 #include "resources/reslist.h"
 
 namespace zorbo::cli {
 
 namespace {
+
+// The folders as the editor's start-up leaves them, so that a fresh program
+// folder has its wa.lst and default.gfp; no database is needed for crests.
+QString wappenfolder(Context &ctx)
+{
+    for (const QString &line : unpackdefaults(ctx.settings()))
+        ctx.err << line << '\n';
+    return ctx.settings().folder(WappenFolder);
+}
 
 int finish(Context &ctx, const CrestRunReport &run, const QString &done)
 {
@@ -20,7 +30,7 @@ int importCrests(Context &ctx)
 {
     if (ctx.args.size() != 1)
         return ctx.fail(QStringLiteral("Aufruf: zorbo-cli import-crests DATEI"));
-    const QString wappen = ctx.settings().folder(WappenFolder);
+    const QString wappen = wappenfolder(ctx);
     return finish(ctx, importwappen(ctx.args.first(), wappen, ctx.progress(QStringLiteral("Importiere Wappen..."))),
                   QStringLiteral("%1 Wappen nach ") + wappen + QStringLiteral(" geschrieben."));
 }
@@ -29,7 +39,7 @@ int exportCrests(Context &ctx)
 {
     if (ctx.args.size() != 1)
         return ctx.fail(QStringLiteral("Aufruf: zorbo-cli export-crests DATEI"));
-    const QString wappen = ctx.settings().folder(WappenFolder);
+    const QString wappen = wappenfolder(ctx);
     return finish(ctx, exportwappen(ctx.args.first(), wappen, ctx.progress(QStringLiteral("Exportiere Wappen ..."))),
                   QStringLiteral("%1 Wappen in ") + ctx.args.first() + QStringLiteral(" gepackt."));
 }

@@ -101,8 +101,10 @@ QByteArray tga24(int width, int height, const QByteArray &bgrTopDown)
 void copyFolder(const QString &from, const QString &to)
 {
     QDir().mkpath(to);
-    for (const QString &name : QDir(from).entryList(QDir::Files))
+    for (const QString &name : QDir(from).entryList(QDir::Files)) {
+        QFile::remove(to + '/' + name);
         QFile::copy(from + '/' + name, to + '/' + name);
+    }
 }
 
 QStringList filesBelow(const QString &folder)

@@ -29,7 +29,7 @@ QByteArray archiveBytes(const QList<RawEntry> &entries);
 // A 24-bit TGA of the editor's own form, from top-down B, G, R bytes.
 QByteArray tga24(int width, int height, const QByteArray &bgrTopDown);
 
-// Copies every file of a folder into another.
+// Copies every file of a folder into another, replacing what is there.
 void copyFolder(const QString &from, const QString &to);
 
 // Files below a folder, relative, sorted.

@@ -149,6 +149,11 @@ TEST(CrestRun, CommandLineTool)
     copyFolder(dataPath("resf/worked-example"), t.file("wappen"));
     ASSERT_EQ(cli({"export-crests", t.file("neu.res")}, &out, &err), 0) << err.toStdString();
     EXPECT_EQ(readBytes(t.file("neu.res")), readBytes(t.file("game.res")));
+    // A fresh program folder exports its delivered neutral crest.
+    TempFolder fresh;
+    const CliRun first = runCli({"--dir", fresh.path(), "export-crests", fresh.file("wa.res")});
+    EXPECT_EQ(first.exitCode, 0) << first.err.toStdString();
+    EXPECT_TRUE(QFile::exists(fresh.file("wa.res")));
     EXPECT_EQ(cli({"import-crests", t.file("fehlt.res")}, &out, &err), 1);
     EXPECT_TRUE(err.contains("fehlt.res")) << err.toStdString();
 }
