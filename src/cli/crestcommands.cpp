@@ -16,13 +16,14 @@ QString wappenfolder(Context &ctx)
     return ctx.settings().folder(WappenFolder);
 }
 
-int finish(Context &ctx, const CrestRunReport &run, const QString &done)
+// done has %1 for the number of crests and %2 for where they went.
+int finish(Context &ctx, const CrestRunReport &run, const QString &done, const QString &where)
 {
     for (const QString &line : run.problems)
         ctx.err << line << '\n';
     if (!run.result)
         return ctx.fail(run.result.message);
-    ctx.out << done.arg(run.written) << '\n';
+    ctx.out << done.arg(QString::number(run.written), where) << '\n';
     return 0;
 }
 
@@ -32,7 +33,7 @@ int importCrests(Context &ctx)
         return ctx.fail(QStringLiteral("Aufruf: zorbo-cli import-crests DATEI"));
     const QString wappen = wappenfolder(ctx);
     return finish(ctx, importwappen(ctx.args.first(), wappen, ctx.progress(QStringLiteral("Importiere Wappen..."))),
-                  QStringLiteral("%1 Wappen nach ") + wappen + QStringLiteral(" geschrieben."));
+                  QStringLiteral("%1 Wappen nach %2 geschrieben."), wappen);
 }
 
 int exportCrests(Context &ctx)
@@ -41,7 +42,7 @@ int exportCrests(Context &ctx)
         return ctx.fail(QStringLiteral("Aufruf: zorbo-cli export-crests DATEI"));
     const QString wappen = wappenfolder(ctx);
     return finish(ctx, exportwappen(ctx.args.first(), wappen, ctx.progress(QStringLiteral("Exportiere Wappen ..."))),
-                  QStringLiteral("%1 Wappen in ") + ctx.args.first() + QStringLiteral(" gepackt."));
+                  QStringLiteral("%1 Wappen in %2 gepackt."), ctx.args.first());
 }
 
 int listArchive(Context &ctx)

@@ -1,12 +1,12 @@
 #include "resources/crestrun.h"
 
 #include "platform/codepage.h"
-#include "resources/tga.h"
 #include "resources/crestlist.h"
 #include "resources/filebytes.h"
 #include "resources/gfp.h"
 #include "resources/resf.h"
 #include "resources/resfwriter.h"
+#include "resources/tga.h"
 
 #include <QDir>
 #include <QFileInfo>
