@@ -15,8 +15,11 @@ QString shortname(const QString &path)
 Result readfilebytes(const QString &path, qint64 maxSize, QByteArray &bytes)
 {
     QFile file(path);
+    // The system's own error texts are English; the user reads German.
+    if (!QFileInfo(path).isFile())
+        return Result::failure(QStringLiteral("Die Datei %1 fehlt.").arg(path));
     if (!file.open(QIODevice::ReadOnly))
-        return Result::failure(QStringLiteral("Die Datei %1 lässt sich nicht öffnen: %2").arg(path, file.errorString()));
+        return Result::failure(QStringLiteral("Die Datei %1 lässt sich nicht öffnen.").arg(path));
     const qint64 size = file.size();
     if (size > maxSize)
         return Result::failure(QStringLiteral("Die Datei %1 ist mit %2 Bytes zu groß (höchstens %3).")
@@ -33,19 +36,15 @@ Result writefilebytes(const QString &path, QByteArrayView bytes)
     // until the new one is. No flush to the disk, which would cost more than
     // the conversion for a folder of a thousand crests.
     QTemporaryFile part(path + QStringLiteral(".XXXXXX"));
-    const auto failed = [&] {
-        return Result::failure(QStringLiteral("Die Datei %1 lässt sich nicht schreiben: %2").arg(path, part.errorString()));
-    };
     if (!part.open() || part.write(bytes.data(), bytes.size()) != bytes.size() || !part.flush())
-        return failed();
+        return Result::failure(QStringLiteral("Die Datei %1 lässt sich nicht schreiben.").arg(path));
     part.setPermissions(QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ReadUser |
                         QFileDevice::WriteUser | QFileDevice::ReadGroup | QFileDevice::ReadOther);
     part.close();
     std::error_code error;
     std::filesystem::rename(QFile::encodeName(part.fileName()).toStdString(), QFile::encodeName(path).toStdString(), error);
     if (error)
-        return Result::failure(QStringLiteral("Die Datei %1 lässt sich nicht schreiben: %2")
-                                   .arg(path, QString::fromStdString(error.message())));
+        return Result::failure(QStringLiteral("Die Datei %1 lässt sich nicht ersetzen.").arg(path));
     part.setAutoRemove(false);
     return Result::success();
 }

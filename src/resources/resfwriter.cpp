@@ -29,7 +29,7 @@ Result packresf(const QString &target, qint32 type, QList<WappenItem> items, con
         return Result::failure(QStringLiteral("Das Archiv %1 würde größer als 2 GB.").arg(target));
     QSaveFile out(target);
     const auto failed = [&] {
-        return Result::failure(QStringLiteral("Das Archiv %1 lässt sich nicht schreiben: %2").arg(target, out.errorString()));
+        return Result::failure(QStringLiteral("Das Archiv %1 lässt sich nicht schreiben.").arg(target));
     };
     if (!out.open(QIODevice::WriteOnly))
         return failed();
