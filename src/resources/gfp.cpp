@@ -60,6 +60,10 @@ Result readgfpheader(QByteArrayView data, const QString &what, GfpHeader &header
     } else {
         payload = qint64(w) * h * header.bytesPerPixel();
     }
+    // Deflate shrinks by at most 1032 to 1: a shorter stream cannot fill the
+    // picture, and no buffer is made for it.
+    if (stored != 0 && (stored - 8) * 1032 + 64 < qint64(w) * h * header.bytesPerPixel())
+        return damaged(what, QStringLiteral("die gepackten Bilddaten sind zu kurz für %1 × %2 Bildpunkte.").arg(w).arg(h));
     if (!inside(GfpHeaderSize, payload, data.size()))
         return damaged(what, QStringLiteral("die Bilddaten (%1 Bytes) reichen über das Ende hinaus.").arg(payload));
     length = GfpHeaderSize + payload;

@@ -72,8 +72,10 @@ Result readtga(QByteArrayView data, const QString &what, TgaImage &image)
     const qint64 count = qint64(width) * height;
     if (type == 2 && !inside(at, count * bpp, data.size()))
         return refused(what, QStringLiteral("die Bilddaten sind unvollständig."));
-    if (at > data.size())
-        return refused(what, QStringLiteral("die Bilddaten fehlen."));
+    // A packet covers at most 128 pixels: a file too short for that cannot
+    // hold the picture, and no buffer is made for it.
+    if (type == 10 && !inside(at, (count + 127) / 128 * (1 + bpp), data.size()))
+        return refused(what, QStringLiteral("die gepackten Bilddaten sind zu kurz."));
 
     TgaImage out{width, height, QByteArray(qsizetype(count) * 2, Qt::Uninitialized)};
     PixelSink sink(out, h[17] & 0x20, h[17] & 0x10);

@@ -77,12 +77,25 @@ TEST(CrestGfp, RefusesDamage)
     QByteArray shortStream = gfpBytes(4, 4, pattern16(4, 3), true); // inflates to 3 rows only
     QByteArray tinyStored = good;
     tinyStored[96] = 4;
+    QByteArray bomb = good; // a few bytes that claim 4096 x 4096 pixels
+    bomb.replace(64, 8, QByteArray::fromHex("0010000000100000"));
     for (const QByteArray &bad : {good.left(131), good.left(good.size() - 1), huge, noMark, badStream, shortStream,
-                                  tinyStored, gfpBytes(2, 2, pattern16(2, 2), false, 24)}) {
+                                  tinyStored, bomb, gfpBytes(2, 2, pattern16(2, 2), false, 24)}) {
         const Result r = readgfp(bad, QStringLiteral("Der Eintrag x"), h, px);
         EXPECT_FALSE(r.ok);
         EXPECT_TRUE(r.message.startsWith(QStringLiteral("Der Eintrag x ist beschädigt"))) << r.message.toStdString();
     }
+}
+
+TEST(CrestGfp, ReadsTheLargestFlatPicture)
+{
+    // The most compressible picture allowed must pass the check against
+    // streams too short to fill their picture.
+    const QByteArray flat(4096 * 4096 * 2, '\0');
+    GfpHeader h;
+    QByteArray px;
+    ASSERT_TRUE(readgfp(gfpBytes(4096, 4096, flat, true), QStringLiteral("t"), h, px).ok);
+    EXPECT_EQ(px.size(), flat.size());
 }
 
 TEST(CrestTga, ReadsTheCommonVariants)
