@@ -47,23 +47,23 @@ Result readgfpheader(QByteArrayView data, const QString &what, GfpHeader &header
     const int w = header.width();
     const int h = header.height();
     if (w < 1 || h < 1 || w > GfpMaxSide || h > GfpMaxSide)
-        return damaged(what, QStringLiteral("unmögliche Bildgröße %1 × %2 (erlaubt 1 bis %3).").arg(w).arg(h).arg(GfpMaxSide));
+        return damaged(what, QStringLiteral("unmögliche Bildgröße %1 × %2 (erlaubt 1 bis %3).")
+                                 .arg(w)
+                                 .arg(h)
+                                 .arg(GfpMaxSide));
     const int bits = header.bits();
     if (bits != 8 && bits != 15 && bits != 16)
         return damaged(what, QStringLiteral("Farbtiefe %1 Bit wird nicht unterstützt.").arg(bits));
+    const qint64 raw = qint64(w) * h * header.bytesPerPixel();
     const qint64 stored = header.stored();
-    qint64 payload = 0;
-    if (stored != 0) {
-        if (stored < 8)
-            return damaged(what, QStringLiteral("unmögliche gepackte Länge %1.").arg(stored));
-        payload = stored;
-    } else {
-        payload = qint64(w) * h * header.bytesPerPixel();
-    }
+    if (stored != 0 && stored < 8)
+        return damaged(what, QStringLiteral("unmögliche gepackte Länge %1.").arg(stored));
     // Deflate shrinks by at most 1032 to 1: a shorter stream cannot fill the
     // picture, and no buffer is made for it.
-    if (stored != 0 && (stored - 8) * 1032 + 64 < qint64(w) * h * header.bytesPerPixel())
-        return damaged(what, QStringLiteral("die gepackten Bilddaten sind zu kurz für %1 × %2 Bildpunkte.").arg(w).arg(h));
+    if (stored != 0 && (stored - 8) * 1032 + 64 < raw)
+        return damaged(what,
+                       QStringLiteral("die gepackten Bilddaten sind zu kurz für %1 × %2 Bildpunkte.").arg(w).arg(h));
+    const qint64 payload = stored != 0 ? stored : raw;
     if (!inside(GfpHeaderSize, payload, data.size()))
         return damaged(what, QStringLiteral("die Bilddaten (%1 Bytes) reichen über das Ende hinaus.").arg(payload));
     length = GfpHeaderSize + payload;
