@@ -1,0 +1,32 @@
+#pragma once
+
+#include "platform/result.h"
+
+#include <QString>
+#include <QStringList>
+
+namespace zorbo {
+
+// Outcome of a crest run: result fails only when the run could not go on at
+// all; crests it had to leave out or fill in are told in problems.
+struct CrestRunReport {
+    Result result;
+    int written = 0;      // crests written as .tga (import) or packed (export)
+    QStringList problems; // German, one line each, naming the file and entry
+};
+
+// Unpacks every picture (type 14) of the archive into <wappen><name>.tga,
+// replacing files that exist. Entries with unusable names or damaged data are
+// left out and reported, and their .tga stays as it was; nothing is written
+// outside the wappen folder.
+// wappenFolder ends in '/'.
+CrestRunReport importwappen(const QString &archivePath, const QString &wappenFolder, const Progress &progress = {});
+
+// Packs the crests that <wappen>wa.lst names, in its order, into an archive
+// at archivePath. Each picture's header comes from <wappen>default.gfp; a
+// crest whose .tga is missing or unreadable keeps that default picture and is
+// reported. The pictures are packed from memory: the run writes no file but
+// the archive, and that only once it is complete.
+CrestRunReport exportwappen(const QString &archivePath, const QString &wappenFolder, const Progress &progress = {});
+
+} // namespace zorbo

@@ -1,0 +1,52 @@
+#include "resources/filebytes.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QTemporaryFile>
+#include <filesystem>
+
+namespace zorbo {
+
+QString shortname(const QString &path)
+{
+    return QFileInfo(path).fileName();
+}
+
+Result readfilebytes(const QString &path, qint64 maxSize, QByteArray &bytes)
+{
+    QFile file(path);
+    // The system's own error texts are English; the user reads German.
+    if (!QFileInfo(path).isFile())
+        return Result::failure(QStringLiteral("Die Datei %1 fehlt.").arg(path));
+    if (!file.open(QIODevice::ReadOnly))
+        return Result::failure(QStringLiteral("Die Datei %1 lässt sich nicht öffnen.").arg(path));
+    const qint64 size = file.size();
+    if (size > maxSize)
+        return Result::failure(QStringLiteral("Die Datei %1 ist mit %2 Bytes zu groß (höchstens %3).")
+                                   .arg(path).arg(size).arg(maxSize));
+    bytes = file.read(maxSize + 1);
+    if (bytes.size() > maxSize || file.error() != QFileDevice::NoError)
+        return Result::failure(QStringLiteral("Die Datei %1 lässt sich nicht lesen.").arg(path));
+    return Result::success();
+}
+
+Result writefilebytes(const QString &path, QByteArrayView bytes)
+{
+    // Written beside the target and renamed over it: the old file stays whole
+    // until the new one is. No flush to the disk, which would cost more than
+    // the conversion for a folder of a thousand crests.
+    QTemporaryFile part(path + QStringLiteral(".XXXXXX"));
+    if (!part.open() || part.write(bytes.data(), bytes.size()) != bytes.size() || !part.flush())
+        return Result::failure(QStringLiteral("Die Datei %1 lässt sich nicht schreiben.").arg(path));
+    part.setPermissions(QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ReadUser |
+                        QFileDevice::WriteUser | QFileDevice::ReadGroup | QFileDevice::ReadOther);
+    part.close();
+    std::error_code error;
+    std::filesystem::rename(QFile::encodeName(part.fileName()).toStdString(), QFile::encodeName(path).toStdString(), error);
+    if (error)
+        return Result::failure(QStringLiteral("Die Datei %1 lässt sich nicht ersetzen.").arg(path));
+    part.setAutoRemove(false);
+    return Result::success();
+}
+
+} // namespace zorbo
