@@ -8,6 +8,7 @@
 
 #include <QAction>
 #include <QComboBox>
+#include <QLabel>
 #include <QGroupBox>
 #include <QLineEdit>
 #include <QPushButton>
@@ -130,7 +131,9 @@ TEST_F(Editing, ClubCountryMarketAndContinentOpenTheirParts)
     EXPECT_FALSE(window->action("mnudateiitem(2)")->isEnabled());
     EXPECT_FALSE(window->action("save")->isEnabled());
     EXPECT_FALSE(window->action("mnudateiitem(2)")->property("Offen").toBool());
-    EXPECT_EQ(window->gridmodel()->rowCount(), 0 + 20) << "the national team has its own squad";
+    EXPECT_TRUE(window->gridmodel()->isEmptySquad()) << "Österreich's national team has no players";
+    EXPECT_EQ(window->gridmodel()->rowCount(), 20);
+    EXPECT_FALSE(enabled("flxgrdspieler")) << "empty rows take no click";
 
     clickNode(tree, "T0");
     EXPECT_EQ(text("txtteamlang"), "TRANSFERMARKT");
@@ -231,4 +234,69 @@ TEST_F(Editing, PlayerRowOpensTheTabAndSaveUpdatesGridAndDatabase)
         QTest::mouseClick(grid->viewport(), Qt::LeftButton, {}, grid->visualRect(window->gridmodel()->index(4, 1)).center());
         window->grab().save(shot + "/mainwindow-player.png");
     }
+}
+
+TEST_F(Editing, ProvisionalClubBecomesARowWithItsSquad)
+{
+    // A club that so far exists only in the tree, as the dialog for new
+    // teams leaves it.
+    auto *item = new QTreeWidgetItem(node(tree, "L11"), QStringList("Team30"));
+    item->setData(0, Qt::UserRole, "T30_");
+    clickNode(tree, "T30_");
+    EXPECT_EQ(text("txtteamlang"), "Team30");
+    EXPECT_EQ(text("txtteamkurz"), "T30");
+    EXPECT_EQ(text("txtsitz"), "0");
+    EXPECT_EQ(child<QComboBox>(*window, "cboland")->currentText(), "Österreich");
+    EXPECT_TRUE(enabled("cboland"));
+    EXPECT_TRUE(child<QComboBox>(*window, "cbokontinent")->isHidden());
+    EXPECT_TRUE(tree->property("Tag").toString().isEmpty()) << "a provisional node is not remembered";
+
+    setText("txtteamlang", "Austria Wien");
+    QTest::mouseClick(child<QPushButton>(*window, "btnteamsave"), Qt::LeftButton);
+    EXPECT_TRUE(dialogs.asked.isEmpty()) << dialogs.asked.join('\n').toStdString();
+    EXPECT_EQ(node(tree, "T30_"), nullptr);
+    ASSERT_NE(node(tree, "T30"), nullptr);
+    EXPECT_TRUE(node(tree, "T30")->isSelected());
+    EXPECT_EQ(node(tree, "T30")->parent()->data(0, Qt::UserRole).toString(), "L11");
+    EXPECT_EQ(window->gridmodel()->rowCount(), 20);
+    EXPECT_FALSE(window->gridmodel()->isEmptySquad());
+    EXPECT_EQ(window->db()->scalar("SELECT count(*) FROM vereinspieler WHERE verein = 30").toInt(), 20);
+}
+
+TEST_F(Editing, ACountryOutsideTheListFallsBackOnTheFirstEntryAndSaysSo)
+{
+    // Changed behind the tree's back: the node stays until the next rebuild.
+    window->db()->run("UPDATE vereine SET NATION = 'Preußen' WHERE NUMMER = 21");
+    clickNode(tree, "T21");
+    const auto *cboland = child<QComboBox>(*window, "cboland");
+    EXPECT_EQ(cboland->currentIndex(), 0);
+    EXPECT_EQ(cboland->currentText(), window->lists()->laender()->stringList().value(0));
+    const QString status = child<QLabel>(*window, "stbstatus(1)")->text();
+    EXPECT_TRUE(status.contains("Preußen")) << status.toStdString();
+    QTest::mouseClick(child<QPushButton>(*window, "btnteamsave"), Qt::LeftButton);
+    EXPECT_EQ(window->db()->scalar("SELECT NATION FROM vereine WHERE NUMMER = 21").toString(), cboland->currentText());
+}
+
+TEST_F(Editing, RefreshKeepsTheSelectionAndASmallWindowKeepsTheUpperHalf)
+{
+    clickNode(tree, "T22");
+    window->db()->run("UPDATE vereine SET NAME = 'Rapid' WHERE NUMMER = 22");
+    window->action("mnupopupitem(0)")->trigger();
+    ASSERT_NE(node(tree, "T22"), nullptr);
+    EXPECT_EQ(node(tree, "T22")->text(0), "Rapid");
+    EXPECT_TRUE(node(tree, "T22")->isSelected());
+    EXPECT_EQ(text("txtteamlang"), "SK Rapid Wien") << "a rebuild leaves the tabs as they are";
+
+    auto *frame3 = child<QWidget>(*window, "Frame3");
+    auto *frame1 = child<QWidget>(*window, "Frame1");
+    const int upper = frame3->height();
+    window->resize(1200, 1000);
+    QApplication::processEvents();
+    const int gridHeight = frame1->height();
+    window->resize(300, 200);
+    QApplication::processEvents();
+    window->resize(1200, 1200);
+    QApplication::processEvents();
+    EXPECT_EQ(frame3->height(), upper);
+    EXPECT_EQ(frame1->height(), gridHeight + 200) << "only the grid gains from a taller window";
 }

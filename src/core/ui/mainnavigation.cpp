@@ -26,6 +26,8 @@ void MainWindow::tvdb_NodeClick(QTreeWidgetItem *item)
         return;
     const QString key = item->data(0, Qt::UserRole).toString();
     const QChar kind = key.isEmpty() ? QChar() : key.front();
+    m_note.clear();
+    m_status->clear();
     anaus(NationalMode, false);
 
     // A team that exists only in the tree so far; the selection memory
@@ -104,7 +106,8 @@ void MainWindow::anaus(TeamMode mode, bool state)
 
 void MainWindow::reportfallback(const QString &what, const QString &shown)
 {
-    m_status->setText(QStringLiteral("%1 steht in keiner Liste; gezeigt wird »%2«.").arg(what, shown));
+    m_note = QStringLiteral("%1 steht in keiner Liste; gezeigt wird »%2«.").arg(what, shown);
+    m_status->setText(m_note);
 }
 
 void MainWindow::showteam(qint64 nummer, TeamMode mode)
@@ -152,6 +155,9 @@ void MainWindow::showspielerliste(qint64 team)
         // An empty squad's rows can't be chosen.
         m_grid->setEnabled(!m_gridmodel->isEmptySquad());
     }
+    // The busy state has cleared the status bar; a note of this click stays.
+    if (!m_note.isEmpty())
+        m_status->setText(m_note);
 }
 
 void MainWindow::flxgrdspieler_Click(const QModelIndex &index)

@@ -94,6 +94,7 @@ private:
     PlayerTab *m_playertab = nullptr;
     PlayerGridModel *m_gridmodel = nullptr;
     int m_gridrow = -1; // the grid row on show in the player tab
+    QString m_note;     // what the status bar tells after the current click
     QLabel *m_status = nullptr;
     QLabel *m_programLabel = nullptr;
     QProgressBar *m_progress = nullptr;
