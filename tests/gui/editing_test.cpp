@@ -103,6 +103,8 @@ protected:
 
 TEST_F(Editing, ClubCountryMarketAndContinentOpenTheirParts)
 {
+    EXPECT_TRUE(enabled("Frame1")) << "the empty grid is open from the start";
+    EXPECT_FALSE(enabled("btnteamsave"));
     auto *tabs = child<QTabWidget>(*window, "tabedit");
     auto *kontinent = child<QComboBox>(*window, "cbokontinent");
     tabs->setCurrentIndex(1);

@@ -76,7 +76,9 @@ MainWindow::MainWindow(const QString &programFolder, Dialogs *dialogs)
     buildwindow();
     buildmenus();
     buildtoolbar();
+    // Until a node is chosen the editor is closed; tree and empty grid are open.
     anaus(NationalMode, false);
+    m_frame1->setEnabled(true);
 }
 
 MainWindow::~MainWindow() = default;
