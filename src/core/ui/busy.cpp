@@ -8,7 +8,8 @@
 namespace zorbo {
 
 Busy::Busy(QWidget *window, QLabel *status, QProgressBar *bar, const QString &text)
-    : m_window(window), m_status(status), m_bar(bar)
+    : m_window(window), m_status(status), m_bar(bar), m_nested(!window->isEnabled()),
+      m_outerText(status->text()), m_outerValue(bar->value())
 {
     QApplication::setOverrideCursor(Qt::WaitCursor);
     m_window->setEnabled(false);
@@ -20,9 +21,14 @@ Busy::Busy(QWidget *window, QLabel *status, QProgressBar *bar, const QString &te
 
 Busy::~Busy()
 {
-    m_status->clear();
-    m_bar->setValue(100);
-    m_window->setEnabled(true);
+    if (m_nested) {
+        m_status->setText(m_outerText);
+        m_bar->setValue(m_outerValue);
+    } else {
+        m_status->clear();
+        m_bar->setValue(100);
+        m_window->setEnabled(true);
+    }
     QApplication::restoreOverrideCursor();
 }
 

@@ -28,6 +28,10 @@ private:
     QWidget *m_window;
     QLabel *m_status;
     QProgressBar *m_bar;
+    // A run inside another run gives the outer one back its state.
+    bool m_nested;
+    QString m_outerText;
+    int m_outerValue;
 };
 
 } // namespace zorbo

@@ -127,6 +127,7 @@ void MainWindow::buildmenus()
                 if (e.shortcut)
                     act->setShortcut(QKeySequence(QLatin1String(e.shortcut)));
                 act->setEnabled(working.contains(name));
+                act->setProperty("pending", !working.contains(name));
             }
             act->setObjectName(name);
             act->setVisible(!e.hidden);
@@ -167,6 +168,7 @@ void MainWindow::buildtoolbar()
         act->setObjectName(key);
         act->setToolTip(QString::fromUtf8(b.tooltip));
         act->setEnabled(menuEntry->isEnabled());
+        act->setProperty("pending", menuEntry->property("pending"));
         connect(act, &QAction::triggered, menuEntry, &QAction::trigger);
         m_actions.insert(key, act);
     }

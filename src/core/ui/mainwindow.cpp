@@ -1,6 +1,10 @@
 #include "core/ui/mainwindow.h"
 
 #include "core/gamedb.h"
+#include "core/teamlists.h"
+#include "editor/playergrid.h"
+#include "editor/ui/playertab.h"
+#include "editor/ui/teamtab.h"
 #include "core/ui/aboutdialog.h"
 #include "core/ui/busy.h"
 #include "core/ui/dialogs.h"
@@ -16,6 +20,7 @@
 #include <QProgressBar>
 #include <QScreen>
 #include <QStatusBar>
+#include <QStyledItemDelegate>
 #include <QTabWidget>
 #include <QTableView>
 #include <QTreeWidget>
@@ -35,15 +40,45 @@ QGroupBox *frame(const char *name, QWidget *parent)
     return box;
 }
 
+// Paints the grid's pale rows, which the model marks.
+class PaleRowDelegate : public QStyledItemDelegate {
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+protected:
+    void initStyleOption(QStyleOptionViewItem *option, const QModelIndex &index) const override
+    {
+        QStyledItemDelegate::initStyleOption(option, index);
+        if (index.data(PlayerGridModel::PaleRowRole).toBool())
+            option->backgroundBrush = QColor(255, 255, 192);
+    }
+};
+
+QIcon treeIcon(const QStyle *style, int picture)
+{
+    switch (picture) {
+    case ContinentPicture:
+        return style->standardIcon(QStyle::SP_DirIcon);
+    case CountryPicture:
+        return style->standardIcon(QStyle::SP_DriveNetIcon);
+    default:
+        return style->standardIcon(QStyle::SP_FileIcon);
+    }
+}
+
 } // namespace
 
 MainWindow::MainWindow(const QString &programFolder, Dialogs *dialogs)
     : m_programFolder(programFolder), m_dialogs(dialogs)
 {
     setObjectName(QStringLiteral("frmmain"));
+    m_lists = new TeamLists(this);
     buildwindow();
     buildmenus();
     buildtoolbar();
+    // Until a node is chosen the editor is closed; tree and empty grid are open.
+    anaus(NationalMode, false);
+    m_frame1->setEnabled(true);
 }
 
 MainWindow::~MainWindow() = default;
@@ -71,12 +106,13 @@ void MainWindow::buildwindow()
     m_frame3 = frame("Frame3", upper);
     m_tabedit = new QTabWidget(m_frame3);
     m_tabedit->setObjectName(QStringLiteral("tabedit"));
-    auto *teamTab = new QWidget(m_tabedit);
-    teamTab->setObjectName(QStringLiteral("tabteam"));
-    auto *playerTab = new QWidget(m_tabedit);
-    playerTab->setObjectName(QStringLiteral("tabspieler"));
-    m_tabedit->addTab(teamTab, QStringLiteral("Land/Verein"));
-    m_tabedit->addTab(playerTab, QStringLiteral("Spieler"));
+    m_teamtab = new TeamTab(m_lists->laender(), m_tabedit);
+    m_playertab = new PlayerTab(m_lists->spielerlaender(), m_tabedit);
+    m_tabedit->addTab(m_teamtab, QStringLiteral("Land/Verein"));
+    m_tabedit->addTab(m_playertab, QStringLiteral("Spieler"));
+    connect(m_teamtab, &TeamTab::saveRequested, this, &MainWindow::btnteamsave_Click);
+    connect(m_playertab, &PlayerTab::saveRequested, this, &MainWindow::btnspielerspeichern_Click);
+    connect(m_tvdb, &QTreeWidget::itemClicked, this, [this](QTreeWidgetItem *item) { tvdb_NodeClick(item); });
     (new QVBoxLayout(m_frame3))->addWidget(m_tabedit);
 
     upperLayout->addWidget(m_frame2);
@@ -86,6 +122,18 @@ void MainWindow::buildwindow()
     m_grid = new QTableView(m_frame1);
     m_grid->setObjectName(QStringLiteral("flxgrdspieler"));
     m_grid->setMinimumHeight(0);
+    m_gridmodel = new PlayerGridModel(this);
+    m_grid->setModel(m_gridmodel);
+    m_grid->setItemDelegate(new PaleRowDelegate(m_grid));
+    m_grid->setSelectionBehavior(QAbstractItemView::SelectRows);
+    m_grid->setSelectionMode(QAbstractItemView::SingleSelection);
+    m_grid->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    m_grid->verticalHeader()->setDefaultSectionSize(20);
+    // The columns beyond the tenth travel with the row but are not shown.
+    for (int c = VisiblePlayerColumns; c < PlayerColumnCount; ++c)
+        m_grid->setColumnHidden(c, true);
+    m_grid->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
+    connect(m_grid, &QTableView::clicked, this, &MainWindow::flxgrdspieler_Click);
     (new QVBoxLayout(m_frame1))->addWidget(m_grid);
 
     outer->addWidget(upper);
@@ -131,6 +179,7 @@ void MainWindow::formload()
     if (QScreen *screen = QGuiApplication::primaryScreen())
         setGeometry(screen->availableGeometry());
 
+    m_teamtab->setKitFolder(m_settings.kitFolder());
     m_db = opendb(m_settings.dbpfad());
     if (!m_db.message.isEmpty())
         m_dialogs->warning(this, QStringLiteral("Datenbank"), m_db.message);
@@ -156,6 +205,7 @@ void MainWindow::reloadtree()
                                QStringLiteral("Die Daten lassen sich nicht lesen: %1").arg(e.text()));
         }
     }
+    m_lists->fill(m_tree);
     const QString tag = m_tvdb->property("Tag").toString();
     m_tvdb->clear();
     QHash<QString, QTreeWidgetItem *> items;
@@ -167,6 +217,8 @@ void MainWindow::reloadtree()
         auto *item = parent ? new QTreeWidgetItem(parent) : new QTreeWidgetItem(m_tvdb);
         item->setText(0, node.text);
         item->setData(0, Qt::UserRole, node.key);
+        item->setData(0, Qt::UserRole + 1, node.picture);
+        item->setIcon(0, treeIcon(style(), node.picture));
         items.insert(node.key, item);
         if (!selected && !tag.isEmpty() && node.key == tag)
             selected = item;
@@ -185,6 +237,7 @@ void MainWindow::mnuoptionenitem_Click(int index)
     action(QStringLiteral("trikotoriginal"))->setChecked(index == 0);
     action(QStringLiteral("trikotzorbode"))->setChecked(index == 1);
     m_settings.trikotsatz = index;
+    m_teamtab->setKitFolder(m_settings.kitFolder());
     if (!m_settings.programFolder.isEmpty() && !writetrikotsatz(m_settings))
         m_status->setText(QStringLiteral("Der Trikotsatz lässt sich nicht in %1 speichern.").arg(m_settings.file()));
 }

@@ -3,6 +3,7 @@
 #include "core/schema.h"
 #include "core/settings.h"
 #include "core/teamtree.h"
+#include "editor/teamsave.h"
 
 #include <QHash>
 #include <QMainWindow>
@@ -16,10 +17,15 @@ class QTableView;
 class QTreeWidget;
 class QTreeWidgetItem;
 class QGroupBox;
+class QModelIndex;
 
 namespace zorbo {
 
 class Dialogs;
+class PlayerGridModel;
+class PlayerTab;
+class TeamLists;
+class TeamTab;
 
 // frmmain: the tree on the left, the editor tabs on the right, the player
 // grid below, menu, toolbar and status bar.
@@ -41,6 +47,20 @@ public:
     const Settings &settings() const { return m_settings; }
     const TeamTree &teamtree() const { return m_tree; }
     QAction *action(const QString &objectName) const;
+    // The country and club lists that every window's combo boxes show.
+    TeamLists *lists() const { return m_lists; }
+    PlayerGridModel *gridmodel() const { return m_gridmodel; }
+
+    // A click on a tree node: opens the editor for what the node stands for.
+    void tvdb_NodeClick(QTreeWidgetItem *item);
+    // Opens (state true) or closes the parts of the window for a team mode.
+    void anaus(TeamMode mode, bool state);
+    void showteam(qint64 nummer, TeamMode mode);
+    void showlandnew(qint64 nummer, const QString &kontinent);
+    void showteamnew(qint64 nummer, const QString &land);
+    void showspielerliste(qint64 team);
+    void btnteamsave_Click();
+    void btnspielerspeichern_Click();
     // Marks kit set 0 or 1 in menu and toolbar and stores it in the settings.
     void mnuoptionenitem_Click(int index);
 
@@ -53,6 +73,9 @@ private:
     void buildtoolbar();
     void closedb();
     void showabout();
+    void flxgrdspieler_Click(const QModelIndex &index);
+    void setActionOpen(const QString &name, bool open);
+    void reportfallback(const QString &what, const QString &shown);
 
     QString m_programFolder;
     Dialogs *m_dialogs;
@@ -66,6 +89,12 @@ private:
     QTreeWidget *m_tvdb = nullptr;
     QTabWidget *m_tabedit = nullptr;
     QTableView *m_grid = nullptr;
+    TeamLists *m_lists = nullptr;
+    TeamTab *m_teamtab = nullptr;
+    PlayerTab *m_playertab = nullptr;
+    PlayerGridModel *m_gridmodel = nullptr;
+    int m_gridrow = -1; // the grid row on show in the player tab
+    QString m_note;     // what the status bar tells after the current click
     QLabel *m_status = nullptr;
     QLabel *m_programLabel = nullptr;
     QProgressBar *m_progress = nullptr;

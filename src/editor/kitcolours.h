@@ -1,0 +1,20 @@
+#pragma once
+
+#include "platform/database.h"
+
+namespace zorbo {
+
+// The two team tables; a national team is a row of vereine_national.
+enum class TeamTable { Vereine, VereineNational };
+
+QString teamtablename(TeamTable table);
+
+// Colour table of a kit set: 0 e_trikotfarbeoriginal, 1 e_trikotfarbezorbode.
+QString kitcolourtable(int trikotsatz);
+
+// Copies the colours of the row's three kit arts from the colour table of
+// the kit set into its twelve colour columns. A slot whose art has no row in
+// the colour table keeps its colours.
+void settrikotfarbe(Database &db, qint64 nummer, TeamTable table, int trikotsatz);
+
+} // namespace zorbo

@@ -1,0 +1,77 @@
+#include "editor/playersave.h"
+
+#include "core/fieldcheck.h"
+#include "editor/playergrid.h"
+#include "platform/numbers.h"
+
+namespace zorbo {
+
+int haarziffer(qint64 gesicht)
+{
+    return int((gesicht >> 13) & 0x7F);
+}
+
+int sterneindex(const QString &text)
+{
+    const QString number = text.section(QLatin1Char(' '), 0, 0).replace(QLatin1Char(','), QLatin1Char('.'));
+    return int(roundHalfEven(valtext(number) * 2.0));
+}
+
+QStringList updatedgridrow(QStringList row, const PlayerForm &form, QChar decimalSign)
+{
+    if (row.size() != PlayerColumnCount)
+        return row;
+    const QStringList &positions = positionsnamen();
+    row[ColName] = form.name;
+    row[ColVorname] = form.vorname;
+    row[ColStaerke] = sternetext(qint64(form.staerkeIndex) * 1000, decimalSign);
+    row[ColMaxStaerke] = sternetext(qint64(form.maxIndex) * 1000, decimalSign);
+    row[ColLand] = form.land;
+    row[ColGroesse] = form.groesse.trimmed();
+    row[ColPosition] = form.art >= 0 && form.art < positions.size() ? positions[form.art] : QString();
+    row[ColRueckennummer] = form.rnr.trimmed();
+    row[ColRestspiele] = form.einsatz.trimmed();
+    row[ColGesicht] = QString::number(form.gesicht);
+    row[ColHautfarbe] = QString::number(form.hautfarbe);
+    row[ColHaarfarbe] = QString::number(form.haarfarbe);
+    row[ColErlernt] = form.erlernt;
+    row[ColGesperrt] = form.gesperrt;
+    return row;
+}
+
+Result spielersave(Database &db, PlayerForm &form)
+{
+    qint64 groesse = 0, einsatz = 0, rnr = 0;
+    for (const Result &check : {checkwholenumber(QStringLiteral("Resteinsätze:"), form.einsatz, &einsatz),
+                                checkwholenumber(QStringLiteral("Rückennummer:"), form.rnr, &rnr),
+                                checkwholenumber(QStringLiteral("Größe:"), form.groesse, &groesse)}) {
+        if (!check)
+            return check;
+    }
+    try {
+        Statement colours = db.prepare(
+            QStringLiteral("SELECT Hautfarbe, Haarfarbe FROM e_gesichtsfarbe WHERE Haare = ?1 AND farbe = ?2"));
+        colours.bindAll(haarziffer(form.gesicht), form.gesicht % 4);
+        qint64 haut = form.hautfarbe, haar = form.haarfarbe;
+        if (colours.step()) {
+            haut = colours.integer(0);
+            haar = colours.integer(1);
+        }
+        Statement st = db.prepare(QStringLiteral(
+            "UPDATE spieler SET NAME = ?2, VORNAME = ?3, \"Stärke\" = ?4, \"Max_Stärke\" = ?5, NATION = ?6, "
+            "GROESSE = ?7, ART = ?8, \"REST_EINSÄTZE\" = ?9, RUECKENNUMMER = ?10, GESICHT = ?11, "
+            "HAUTFARBE = ?12, HAARFARBE = ?13, ERLERNT = ?14, GESPERRT = ?15 WHERE NUMMER = ?1"));
+        st.bindAll(form.nummer, form.name, form.vorname, qint64(form.staerkeIndex) * 1000,
+                   qint64(form.maxIndex) * 1000, form.land, groesse, form.art, einsatz, rnr, form.gesicht, haut,
+                   haar, form.erlernt, form.gesperrt);
+        st.exec();
+        form.hautfarbe = haut;
+        form.haarfarbe = haar;
+    } catch (const DbError &e) {
+        return Result::failure(
+            QStringLiteral("Spieler %1 lässt sich nicht speichern: %2").arg(form.nummer).arg(e.text()));
+    }
+    return Result::success();
+}
+
+} // namespace zorbo

@@ -1,0 +1,171 @@
+#include "editor/ui/playertab.h"
+
+#include "editor/playergrid.h"
+
+#include <QComboBox>
+#include <QFormLayout>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QStringListModel>
+#include <QTableWidget>
+#include <QVBoxLayout>
+
+namespace zorbo {
+
+namespace {
+
+QLineEdit *field(QWidget *parent, const char *name, int maxLength, bool readOnly = false)
+{
+    auto *edit = new QLineEdit(parent);
+    edit->setObjectName(QLatin1String(name));
+    edit->setFont(QFont(QStringLiteral("Courier New")));
+    if (maxLength > 0)
+        edit->setMaxLength(maxLength);
+    edit->setReadOnly(readOnly);
+    return edit;
+}
+
+QComboBox *list(QWidget *parent, const QString &name, const QStringList &items)
+{
+    auto *combo = new QComboBox(parent);
+    combo->setObjectName(name);
+    combo->addItems(items);
+    return combo;
+}
+
+// The 13 entries of the strength lists, "0.0 Sterne" to "6.0 Sterne": 1000 units each.
+QStringList starEntries()
+{
+    QStringList entries;
+    for (int i = 0; i <= 12; ++i)
+        entries << QStringLiteral("%1.%2 Sterne").arg(i / 2).arg(i % 2 * 5);
+    return entries;
+}
+
+} // namespace
+
+PlayerTab::PlayerTab(QStringListModel *spielerlaender, QWidget *parent) : QWidget(parent)
+{
+    setObjectName(QStringLiteral("tabspieler"));
+    auto *frame10 = new QGroupBox(QStringLiteral("Info"), this);
+    frame10->setObjectName(QStringLiteral("Frame10"));
+    auto *frame8 = new QGroupBox(QStringLiteral("Daten"), this);
+    frame8->setObjectName(QStringLiteral("Frame8"));
+    auto *frame9 = new QGroupBox(QStringLiteral("Gesicht"), this);
+    frame9->setObjectName(QStringLiteral("Frame9"));
+    auto *frame11 = new QGroupBox(QStringLiteral("Spielertalente"), this);
+    frame11->setObjectName(QStringLiteral("Frame11"));
+
+    m_nummer = field(frame10, "txtspielernr", 0, true);
+    m_staerke = list(frame10, QStringLiteral("cbospielerstärke"), starEntries());
+    m_maxstaerke = list(frame10, QStringLiteral("cbospielermstärke"), starEntries());
+    m_pos = list(frame10, QStringLiteral("cbospielerpos"), positionsnamen());
+    auto *info = new QFormLayout(frame10);
+    info->addRow(QStringLiteral("Spielernummer:"), m_nummer);
+    info->addRow(QStringLiteral("Stärke:"), m_staerke);
+    info->addRow(QStringLiteral("Maxstärke:"), m_maxstaerke);
+    info->addRow(QStringLiteral("Position:"), m_pos);
+
+    m_vorname = field(frame8, "txtspielervorname", 2);
+    m_vorname->setFixedWidth(40);
+    m_name = field(frame8, "txtspielername", 32);
+    m_land = new QComboBox(frame8);
+    m_land->setObjectName(QStringLiteral("cbospielerland"));
+    m_land->setModel(spielerlaender);
+    m_einsatz = field(frame8, "txtspielereinsatz", 3);
+    m_rnr = field(frame8, "txtspielerrnr", 12);
+    m_groesse = field(frame8, "txtspielergroesse", 3);
+    auto *names = new QHBoxLayout;
+    names->addWidget(m_vorname);
+    names->addWidget(m_name);
+    auto *height = new QHBoxLayout;
+    height->addWidget(m_groesse);
+    height->addWidget(new QLabel(QStringLiteral("cm"), frame8));
+    auto *data = new QFormLayout(frame8);
+    data->addRow(QStringLiteral("Vorname/Name:"), names);
+    data->addRow(QStringLiteral("Land:"), m_land);
+    data->addRow(QStringLiteral("Resteinsätze:"), m_einsatz);
+    data->addRow(QStringLiteral("Rückennummer:"), m_rnr);
+    data->addRow(QStringLiteral("Größe:"), height);
+
+    // The face and talent pictures come with their own editors; until then
+    // the face code stands as text and the talents keep what the row holds.
+    m_gesicht = new QLabel(frame9);
+    m_gesicht->setObjectName(QStringLiteral("picgesicht"));
+    m_gesicht->setFixedSize(85, 100);
+    m_gesicht->setAlignment(Qt::AlignCenter);
+    (new QVBoxLayout(frame9))->addWidget(m_gesicht);
+    m_attribute = new QTableWidget(frame11);
+    m_attribute->setObjectName(QStringLiteral("flxgrdattribute"));
+    (new QVBoxLayout(frame11))->addWidget(m_attribute);
+
+    m_save = new QPushButton(QStringLiteral("Spieler speichern"), this);
+    m_save->setObjectName(QStringLiteral("btnspielerspeichern"));
+    connect(m_save, &QPushButton::clicked, this, &PlayerTab::saveRequested);
+
+    auto *grid = new QGridLayout(this);
+    grid->addWidget(frame10, 0, 0);
+    grid->addWidget(frame8, 1, 0);
+    grid->addWidget(frame9, 0, 1);
+    grid->addWidget(frame11, 0, 2, 2, 1);
+    grid->addWidget(m_save, 1, 1, Qt::AlignBottom);
+    grid->setColumnStretch(2, 1);
+    setOpen(false);
+}
+
+void PlayerTab::setOpen(bool open)
+{
+    for (const char *name : {"Frame8", "Frame9", "Frame10", "Frame11"})
+        findChild<QGroupBox *>(QLatin1String(name))->setEnabled(open);
+    m_save->setEnabled(open);
+}
+
+bool PlayerTab::setRow(const QStringList &row)
+{
+    if (row.size() != PlayerColumnCount)
+        return true;
+    m_row = row;
+    m_nummer->setText(row[ColNummer]);
+    m_name->setText(row[ColName]);
+    m_vorname->setText(row[ColVorname]);
+    m_staerke->setCurrentIndex(qBound(0, sterneindex(row[ColStaerke]), 12));
+    m_maxstaerke->setCurrentIndex(qBound(0, sterneindex(row[ColMaxStaerke]), 12));
+    const int land = m_land->findText(row[ColLand], Qt::MatchExactly | Qt::MatchCaseSensitive);
+    m_land->setCurrentIndex(land >= 0 ? land : (m_land->count() > 0 ? 0 : -1));
+    m_groesse->setText(row[ColGroesse]);
+    m_einsatz->setText(row[ColRestspiele]);
+    m_rnr->setText(row[ColRueckennummer]);
+    m_pos->setCurrentIndex(qMax(0, int(positionsnamen().indexOf(row[ColPosition]))));
+    m_gesicht->setProperty("Tag", row[ColGesicht]);
+    m_gesicht->setText(row[ColGesicht]);
+    return land >= 0;
+}
+
+PlayerForm PlayerTab::form() const
+{
+    PlayerForm f;
+    f.nummer = m_nummer->text().toLongLong();
+    f.name = m_name->text();
+    f.vorname = m_vorname->text();
+    f.staerkeIndex = m_staerke->currentIndex();
+    f.maxIndex = m_maxstaerke->currentIndex();
+    f.land = m_land->currentText();
+    f.groesse = m_groesse->text();
+    f.art = m_pos->currentIndex();
+    f.einsatz = m_einsatz->text();
+    f.rnr = m_rnr->text();
+    f.gesicht = m_gesicht->property("Tag").toString().toLongLong();
+    if (m_row.size() == PlayerColumnCount) {
+        f.hautfarbe = m_row[ColHautfarbe].toLongLong();
+        f.haarfarbe = m_row[ColHaarfarbe].toLongLong();
+        f.erlernt = m_row[ColErlernt];
+        f.gesperrt = m_row[ColGesperrt];
+    }
+    return f;
+}
+
+} // namespace zorbo

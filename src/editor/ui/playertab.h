@@ -1,0 +1,45 @@
+#pragma once
+
+#include "editor/playersave.h"
+
+#include <QWidget>
+
+class QComboBox;
+class QLabel;
+class QLineEdit;
+class QPushButton;
+class QStringListModel;
+class QTableWidget;
+
+namespace zorbo {
+
+// The tab "Spieler": filled from a row of the player grid, not from the
+// database, so the grid's hidden columns travel through it.
+class PlayerTab : public QWidget {
+    Q_OBJECT
+public:
+    PlayerTab(QStringListModel *spielerlaender, QWidget *parent = nullptr);
+
+    // showspieler. A country that is not in the list falls back on the
+    // list's first entry ("TRANSFERMARKT"); returns false then.
+    bool setRow(const QStringList &row);
+    // The form over the row it was filled from: face, colours and talents
+    // stay as the row holds them.
+    PlayerForm form() const;
+    // Opens or closes Frame8 to Frame11 and the save button.
+    void setOpen(bool open);
+    QPushButton *btnspielerspeichern() const { return m_save; }
+
+signals:
+    void saveRequested();
+
+private:
+    QLineEdit *m_nummer, *m_vorname, *m_name, *m_einsatz, *m_rnr, *m_groesse;
+    QComboBox *m_staerke, *m_maxstaerke, *m_pos, *m_land;
+    QLabel *m_gesicht;
+    QTableWidget *m_attribute;
+    QPushButton *m_save;
+    QStringList m_row;
+};
+
+} // namespace zorbo

@@ -1,0 +1,187 @@
+#include "editor/ui/teamtab.h"
+
+#include "core/schema.h"
+
+#include <QComboBox>
+#include <QFile>
+#include <QFontDatabase>
+#include <QFormLayout>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPixmap>
+#include <QPushButton>
+#include <QStringListModel>
+#include <QVBoxLayout>
+
+namespace zorbo {
+
+namespace {
+
+QLineEdit *field(QWidget *parent, const char *name, int maxLength, bool readOnly = false)
+{
+    auto *edit = new QLineEdit(parent);
+    edit->setObjectName(QLatin1String(name));
+    edit->setFont(QFont(QStringLiteral("Courier New")));
+    if (maxLength > 0)
+        edit->setMaxLength(maxLength);
+    edit->setReadOnly(readOnly);
+    return edit;
+}
+
+QGroupBox *box(QWidget *parent, const QString &name, const QString &caption)
+{
+    auto *b = new QGroupBox(caption, parent);
+    b->setObjectName(name);
+    return b;
+}
+
+// Selects text in a list-only combo box; false when the list lacks it and
+// the first entry stands instead.
+bool chooseText(QComboBox *combo, const QString &text)
+{
+    const int i = combo->findText(text, Qt::MatchExactly | Qt::MatchCaseSensitive);
+    combo->setCurrentIndex(i >= 0 ? i : (combo->count() > 0 ? 0 : -1));
+    return i >= 0;
+}
+
+} // namespace
+
+TeamTab::TeamTab(QStringListModel *laender, QWidget *parent) : QWidget(parent)
+{
+    setObjectName(QStringLiteral("tabteam"));
+    auto *frame7 = box(this, QStringLiteral("Frame7"), QStringLiteral("Logo"));
+    auto *frame6 = box(this, QStringLiteral("Frame6"), QStringLiteral("Team"));
+    auto *frame4 = box(this, QStringLiteral("Frame4"), QStringLiteral("Stadion"));
+
+    m_nummer = field(frame7, "txttnr", 0, true);
+    m_grafnr = field(frame7, "txtgrafnr", 4, true);
+    m_wappen = new QLabel(frame7);
+    m_wappen->setObjectName(QStringLiteral("ImgXwappen"));
+    m_wappen->setFixedSize(64, 64);
+    m_wappen->setFrameShape(QFrame::StyledPanel);
+    auto *logo = new QFormLayout(frame7);
+    logo->addRow(QStringLiteral("Teamnummer:"), m_nummer);
+    logo->addRow(QStringLiteral("Grafiknummer:"), m_grafnr);
+    logo->addRow(m_wappen);
+
+    m_lang = field(frame6, "txtteamlang", 32);
+    m_kurz = field(frame6, "txtteamkurz", 16);
+    m_stadt = field(frame6, "txtstadt", 16);
+    m_land = new QComboBox(frame6);
+    m_land->setObjectName(QStringLiteral("cboland"));
+    m_land->setModel(laender);
+    m_kontinent = new QComboBox(frame6);
+    m_kontinent->setObjectName(QStringLiteral("cbokontinent"));
+    m_kontinent->addItems(kontinente());
+    m_kontinentLabel = new QLabel(QStringLiteral("Kontinent:"), frame6);
+    m_kontinentLabel->setObjectName(QStringLiteral("Label1"));
+    auto *team = new QFormLayout(frame6);
+    team->addRow(QStringLiteral("Teamname lang:"), m_lang);
+    team->addRow(QStringLiteral("Teamname kurz:"), m_kurz);
+    team->addRow(QStringLiteral("Stadt:"), m_stadt);
+    team->addRow(QStringLiteral("Land:"), m_land);
+    team->addRow(m_kontinentLabel, m_kontinent);
+
+    m_stadion = field(frame4, "txtstadion", 30);
+    m_sitz = field(frame4, "txtsitz", 6);
+    m_steh = field(frame4, "txtsteh", 6);
+    auto *stadium = new QFormLayout(frame4);
+    stadium->addRow(QStringLiteral("Stadion:"), m_stadion);
+    stadium->addRow(QStringLiteral("Sitzplätze:"), m_sitz);
+    stadium->addRow(QStringLiteral("Stehplätze:"), m_steh);
+
+    auto *kits = new QHBoxLayout;
+    const QString captions[3] = {QStringLiteral("Heimtrikot"), QStringLiteral("Auswärtstrikot"),
+                                 QStringLiteral("Torwarttrikot")};
+    for (int slot = 0; slot < 3; ++slot) {
+        auto *frame5 = box(this, QStringLiteral("Frame5(%1)").arg(slot), captions[slot]);
+        m_trikot[slot] = new QLabel(frame5);
+        m_trikot[slot]->setObjectName(QStringLiteral("pictrikot(%1)").arg(slot));
+        m_trikot[slot]->setFixedSize(61, 71);
+        m_trikot[slot]->setAlignment(Qt::AlignCenter);
+        (new QVBoxLayout(frame5))->addWidget(m_trikot[slot]);
+        kits->addWidget(frame5);
+        setArt(slot, 0);
+    }
+
+    m_save = new QPushButton(QStringLiteral("Land/Verein speichern"), this);
+    m_save->setObjectName(QStringLiteral("btnteamsave"));
+    connect(m_save, &QPushButton::clicked, this, &TeamTab::saveRequested);
+
+    auto *grid = new QGridLayout(this);
+    grid->addWidget(frame6, 0, 0);
+    grid->addWidget(frame7, 0, 1);
+    grid->addWidget(frame4, 1, 0);
+    grid->addWidget(m_save, 1, 1, Qt::AlignBottom);
+    grid->addLayout(kits, 2, 0, 1, 2);
+    grid->setRowStretch(3, 1);
+}
+
+void TeamTab::setArt(int slot, int art)
+{
+    QLabel *pic = m_trikot[slot];
+    pic->setProperty("Tag", art);
+    const QString file = m_kitFolder + QStringLiteral("trikot_%1.gif").arg(art, 2, 10, QLatin1Char('0'));
+    QPixmap drawing;
+    if (!m_kitFolder.isEmpty() && QFile::exists(file) && drawing.load(file))
+        pic->setPixmap(drawing);
+    else
+        pic->setText(QString::number(art));
+}
+
+bool TeamTab::national() const
+{
+    return !m_kontinent->isHidden();
+}
+
+void TeamTab::setNational(bool national)
+{
+    m_kontinent->setVisible(national);
+    m_kontinentLabel->setVisible(national);
+}
+
+QGroupBox *TeamTab::frame(const QString &name) const
+{
+    return findChild<QGroupBox *>(name);
+}
+
+bool TeamTab::setForm(const TeamForm &form, TeamMode mode)
+{
+    setNational(mode == NationalMode);
+    m_nummer->setText(QString::number(form.nummer));
+    m_lang->setText(form.name);
+    m_kurz->setText(form.kurzname);
+    m_grafnr->setText(form.grafiknr);
+    m_stadion->setText(form.stadion);
+    m_stadt->setText(form.stadt);
+    m_sitz->setText(form.sitz);
+    m_steh->setText(form.steh);
+    if (mode == NationalMode)
+        chooseText(m_kontinent, form.kontinent);
+    for (int slot = 0; slot < 3; ++slot)
+        setArt(slot, form.arts[slot]);
+    return mode == MarketMode || chooseText(m_land, form.land);
+}
+
+TeamForm TeamTab::form() const
+{
+    TeamForm f;
+    f.nummer = m_nummer->text().toLongLong();
+    f.table = national() ? TeamTable::VereineNational : TeamTable::Vereine;
+    f.name = m_lang->text();
+    f.kurzname = m_kurz->text();
+    f.grafiknr = m_grafnr->text();
+    f.stadion = m_stadion->text();
+    f.stadt = m_stadt->text();
+    f.land = m_land->currentText();
+    f.kontinent = m_kontinent->currentText();
+    f.sitz = m_sitz->text();
+    f.steh = m_steh->text();
+    for (int slot = 0; slot < 3; ++slot)
+        f.arts[slot] = m_trikot[slot]->property("Tag").toInt();
+    return f;
+}
+
+} // namespace zorbo

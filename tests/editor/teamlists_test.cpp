@@ -1,0 +1,32 @@
+#include "core/schema.h"
+#include "core/teamlists.h"
+#include "support/testsupport.h"
+
+#include <QAbstractItemModelTester>
+#include <gtest/gtest.h>
+
+using namespace zorbo;
+
+TEST(TeamLists, OneRebuildRefillsEveryListWithClubNumbersAsItemData)
+{
+    test::TempFolder dir;
+    OpenedDb o = opendb(dir.file("zorbo.mdb"));
+    ASSERT_TRUE(o.db);
+    o.db->run("INSERT INTO vereine_national (NUMMER, NAME, NATION, KONTINENT) VALUES (10, 'Schweiz', 'Helvetia', 'West-Europa')");
+    o.db->run("INSERT INTO vereine (NUMMER, NAME, NATION) VALUES (20, 'FC Zürich', 'Schweiz'), (21, 'BSC Young Boys', 'Schweiz')");
+
+    TeamLists lists;
+    QAbstractItemModelTester tester(lists.vereine(), QAbstractItemModelTester::FailureReportingMode::Warning);
+    lists.fill(load_dbteam(o.db.get()));
+    EXPECT_EQ(lists.laender()->stringList(), QStringList({"Schweiz", "Helvetia"}));
+    EXPECT_EQ(lists.spielerlaender()->stringList(), QStringList({"TRANSFERMARKT", "Schweiz", "Helvetia"}));
+    ASSERT_EQ(lists.vereine()->rowCount(), 2);
+    const QModelIndex first = lists.vereine()->index(0);
+    EXPECT_EQ(first.data().toString(), "BSC Young Boys (Helvetia)");
+    EXPECT_EQ(first.data(Qt::UserRole).toLongLong(), 21);
+
+    o.db->run("DELETE FROM vereine WHERE NUMMER = 21");
+    lists.fill(load_dbteam(o.db.get()));
+    ASSERT_EQ(lists.vereine()->rowCount(), 1);
+    EXPECT_EQ(lists.vereine()->index(0).data(Qt::UserRole).toLongLong(), 20);
+}

@@ -1,0 +1,150 @@
+#include "core/market.h"
+#include "core/schema.h"
+#include "core/teamtree.h"
+#include "editor/kitcolours.h"
+#include "editor/teamsave.h"
+#include "support/testsupport.h"
+
+#include <gtest/gtest.h>
+
+using namespace zorbo;
+using zorbo::test::TempFolder;
+
+namespace {
+
+class TeamSave : public ::testing::Test {
+protected:
+    void SetUp() override
+    {
+        opened = opendb(dir.file("zorbo.mdb"));
+        ASSERT_TRUE(opened.db);
+        db().run("INSERT INTO vereine_national (NUMMER, NAME, NATION, KONTINENT) VALUES (10, 'Österreich', "
+                 "'Österreich', 'West-Europa')");
+        db().run("INSERT INTO vereine (NUMMER, NAME, NATION, AUSWEICH_TW_TRIKOT_ART) VALUES (20, 'Rapid', "
+                 "'Österreich', 55)");
+        db().run("INSERT INTO spieler (NUMMER, NAME, NATION) VALUES (1, 'Huber', 'Österreich'), (2, 'Maier', 'Tirol')");
+        // Kit colours of our own, one set per kit table, so that the copy shows where it came from.
+        for (const char *table : {"e_trikotfarbeoriginal", "e_trikotfarbezorbode"}) {
+            const QString t = QLatin1String(table);
+            db().run("DELETE FROM " + t);
+            for (int art : {3, 7, 9})
+                db().run("INSERT INTO " + t + " VALUES (?1, ?2, ?3, ?4, ?5)", art, t.left(6) + "a" + QString::number(art),
+                         t.right(4) + "b" + QString::number(art), "h" + QString::number(art), "s" + QString::number(art));
+        }
+    }
+    Database &db() { return *opened.db; }
+    QString text(const QString &sql, qint64 nr) { return db().scalar(sql, nr).toString(); }
+
+    TempFolder dir;
+    OpenedDb opened;
+};
+
+} // namespace
+
+TEST_F(TeamSave, RenamedCountryCarriesItsNameIntoPlayersAndClubs)
+{
+    auto form = readteam(db(), 10, NationalMode);
+    ASSERT_TRUE(form);
+    EXPECT_EQ(form->kontinent, "West-Europa");
+    form->name = "Ostmark \"neu\"";
+    form->kontinent = "Ost-Europa";
+    ASSERT_TRUE(teamsave(db(), *form, false, "Österreich", 0));
+
+    EXPECT_EQ(text("SELECT NAME FROM vereine_national WHERE NUMMER = ?1", 10), "Ostmark \"neu\"");
+    EXPECT_EQ(text("SELECT NATION FROM vereine_national WHERE NUMMER = ?1", 10), "Ostmark \"neu\"");
+    EXPECT_EQ(text("SELECT KONTINENT FROM vereine_national WHERE NUMMER = ?1", 10), "Ost-Europa");
+    EXPECT_EQ(text("SELECT NATION FROM vereine WHERE NUMMER = ?1", 20), "Ostmark \"neu\"");
+    EXPECT_EQ(text("SELECT NATION FROM spieler WHERE NUMMER = ?1", 1), "Ostmark \"neu\"");
+    EXPECT_EQ(text("SELECT NATION FROM spieler WHERE NUMMER = ?1", 2), "Tirol");
+
+    const TeamTree tree = load_dbteam(&db());
+    bool clubUnderCountry = false;
+    for (const TreeNode &n : tree.nodes)
+        clubUnderCountry |= n.key == "T20" && n.parent == "L10";
+    EXPECT_TRUE(clubUnderCountry) << "after the rebuild the club stands under the new name";
+}
+
+TEST_F(TeamSave, NewClubGetsItsSquadOnceAndNewCountryNone)
+{
+    TeamForm club = newclubform(30, "Österreich");
+    club.arts = {3, 7, 9};
+    ASSERT_TRUE(teamsave(db(), club, true, "Team30", 0));
+    EXPECT_EQ(db().scalar("SELECT count(*) FROM vereinspieler WHERE verein = 30").toInt(), 20);
+    EXPECT_EQ(db().scalar("SELECT count(*) FROM spieler s JOIN vereinspieler v ON v.spieler = s.NUMMER "
+                          "WHERE v.verein = 30 AND s.NATION = 'Österreich'").toInt(), 20);
+    club.name = "Sturm";
+    ASSERT_TRUE(teamsave(db(), club, false, "Team30", 0));
+    EXPECT_EQ(db().scalar("SELECT count(*) FROM vereinspieler WHERE verein = 30").toInt(), 20);
+    EXPECT_EQ(text("SELECT NAME FROM vereine WHERE NUMMER = ?1", 30), "Sturm");
+
+    const TeamForm country = newcountryform(31, "Asien");
+    ASSERT_TRUE(teamsave(db(), country, true, "Land31", 0));
+    EXPECT_EQ(db().scalar("SELECT count(*) FROM vereinspieler WHERE verein = 31").toInt(), 0);
+    EXPECT_TRUE(db().scalar("SELECT NUMMER FROM vereine WHERE NUMMER = 31").isNull());
+    EXPECT_EQ(text("SELECT KONTINENT FROM vereine_national WHERE NUMMER = ?1", 31), "Asien");
+}
+
+TEST_F(TeamSave, ArtsAndColoursFollowTheKitSet)
+{
+    auto form = readteam(db(), 20, ClubMode);
+    ASSERT_TRUE(form);
+    form->arts = {3, 7, 9}; // home, away, keeper
+    form->sitz = " 12000 ";
+    ASSERT_TRUE(teamsave(db(), *form, false, "Rapid", 1));
+    Statement st = db().prepare("SELECT TRIKOT_ART, AUSWEICH_TRIKOT_ART, TW_TRIKOT_ART, AUSWEICH_TW_TRIKOT_ART, "
+                                "STADION_SITZPL, F_TRIKOT_SPIELER, F_HOSE_SPIELER, F_AUSW_HOSE_SPIELER, "
+                                "F_HOSE_STREIFEN, F_TRIKOT_TORWART, F_HOSE_TRAINER FROM vereine WHERE NUMMER = 20");
+    ASSERT_TRUE(st.step());
+    EXPECT_EQ(st.integer(0), 3);
+    EXPECT_EQ(st.integer(1), 7);
+    EXPECT_EQ(st.integer(2), 9);
+    EXPECT_EQ(st.integer(3), 0) << "the second keeper kit is reset by every save";
+    EXPECT_EQ(st.integer(4), 12000);
+    EXPECT_EQ(st.text(5), "e_trika3");
+    EXPECT_EQ(st.text(6), "s3");
+    EXPECT_EQ(st.text(7), "e_trika7");
+    EXPECT_EQ(st.text(8), "s7");
+    EXPECT_EQ(st.text(9), "e_trika9");
+    EXPECT_EQ(st.text(10), "s9");
+    EXPECT_EQ(text("SELECT F_AUSW_TRIKOT_SPIELER FROM vereine WHERE NUMMER = ?1", 20), "bodeb3");
+
+    settrikotfarbe(db(), 20, TeamTable::Vereine, 0);
+    EXPECT_EQ(text("SELECT F_AUSW_TRIKOT_SPIELER FROM vereine WHERE NUMMER = ?1", 20), "inalb3");
+    EXPECT_EQ(text("SELECT F_TRIKOT_WERBUNG FROM vereine WHERE NUMMER = ?1", 20), "h7");
+    EXPECT_EQ(text("SELECT F_HOSE_TORWART FROM vereine WHERE NUMMER = ?1", 20), "inalb9");
+
+    // An art without a colour row leaves that slot's colours alone.
+    db().run("UPDATE vereine SET TRIKOT_ART = 42 WHERE NUMMER = 20");
+    settrikotfarbe(db(), 20, TeamTable::Vereine, 1);
+    EXPECT_EQ(text("SELECT F_AUSW_TRIKOT_SPIELER FROM vereine WHERE NUMMER = ?1", 20), "inalb3");
+    EXPECT_EQ(text("SELECT F_ALTERN_HOSE_SPIELER FROM vereine WHERE NUMMER = ?1", 20), "bodeb7");
+}
+
+TEST_F(TeamSave, NumberFieldWithLettersIsRefusedAndNothingWritten)
+{
+    auto form = readteam(db(), 10, NationalMode);
+    ASSERT_TRUE(form);
+    form->name = "Neuland";
+    form->steh = "viele";
+    const Result r = teamsave(db(), *form, false, "Österreich", 0);
+    EXPECT_FALSE(r);
+    EXPECT_TRUE(r.message.contains("Stehplätze")) << r.message.toStdString();
+    form->steh.clear();
+    form->sitz = "1O00";
+    EXPECT_TRUE(teamsave(db(), *form, false, "Österreich", 0).message.contains("Sitzplätze"));
+    EXPECT_EQ(text("SELECT NAME FROM vereine_national WHERE NUMMER = ?1", 10), "Österreich");
+    EXPECT_EQ(text("SELECT NATION FROM spieler WHERE NUMMER = ?1", 1), "Österreich");
+}
+
+TEST_F(TeamSave, MarketModeReadsOnlyNameAndCrest)
+{
+    ensuretransfermarket(db());
+    db().run("UPDATE vereine SET KURZNAME = 'TM', STADT = 'Wien' WHERE NUMMER = 0");
+    const auto market = readteam(db(), 0, MarketMode);
+    ASSERT_TRUE(market);
+    EXPECT_EQ(market->name, "TRANSFERMARKT");
+    EXPECT_EQ(market->grafiknr, "999");
+    EXPECT_TRUE(market->kurzname.isEmpty());
+    EXPECT_TRUE(market->stadt.isEmpty());
+    EXPECT_FALSE(readteam(db(), 777, ClubMode));
+}

@@ -1,0 +1,304 @@
+#include "core/schema.h"
+#include "core/teamlists.h"
+#include "core/ui/mainwindow.h"
+#include "editor/generator.h"
+#include "editor/playergrid.h"
+#include "guisupport.h"
+#include "support/testsupport.h"
+
+#include <QAction>
+#include <QComboBox>
+#include <QLabel>
+#include <QGroupBox>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTabWidget>
+#include <QTableView>
+#include <QTest>
+#include <QTreeWidget>
+#include <gtest/gtest.h>
+
+using namespace zorbo;
+using zorbo::test::ScriptedDialogs;
+using zorbo::test::TempFolder;
+
+namespace {
+
+// A small world of our own: two countries, three clubs, squads of 20.
+void buildWorld(const QString &folder)
+{
+    OpenedDb o = opendb(folder + "/zorbo.mdb");
+    Database &db = *o.db;
+    db.run("INSERT INTO vereine_national (NUMMER, NAME, KURZNAME, GRAFIK_NR, NATION, KONTINENT, STADION_NAME, STADT, "
+           "STADION_SITZPL, STADION_STEHPL, TRIKOT_ART, TW_TRIKOT_ART, AUSWEICH_TRIKOT_ART) VALUES "
+           "(10, 'Deutschland', 'GER', 0, 'Deutschland', 'West-Europa', 'Olympiastadion', 'Berlin', 70000, 0, 1, 70, 3), "
+           "(11, 'Österreich', 'AUT', 0, 'Republik Österreich', 'West-Europa', 'Prater', 'Wien', 50000, 0, 2, 70, 3)");
+    db.run("INSERT INTO vereine (NUMMER, NAME, KURZNAME, GRAFIK_NR, NATION, STADION_NAME, STADT, STADION_SITZPL, "
+           "STADION_STEHPL, TRIKOT_ART, TW_TRIKOT_ART, AUSWEICH_TRIKOT_ART) VALUES "
+           "(20, 'FC Köln-Müngersdorf', 'Köln', 12, 'Deutschland', 'Müngersdorfer Stadion', 'Köln', 40000, 10000, 4, 70, 0), "
+           "(21, 'Fortuna Düsseldorf', 'Fortuna', 13, 'Deutschland', 'Rheinstadion', 'Düsseldorf', 30000, 20000, 5, 71, 0), "
+           "(22, 'SK Rapid Wien', 'Rapid', 14, 'Österreich', 'Weststadion', 'Wien', 18000, 0, 6, 70, 1)");
+    const QStringList surnames = {"Müller", "Schäfer", "Weiß", "Groß", "Böhm", "Jürgens", "Köhler", "Förster",
+                                  "Hübner", "Krämer", "Schröder", "Wöhrle", "Bäumler", "Dörfler", "Größl",
+                                  "Lüdtke", "Mäurer", "Nußbaum", "Öztürk", "Ärmel"};
+    for (int team : {20, 21, 22, 10}) {
+        const qint64 first = spieler20new(db, team, team == 22 ? "Österreich" : "Deutschland", 20);
+        for (int i = 0; i < 20; ++i)
+            db.run("UPDATE spieler SET NAME = ?2, VORNAME = ?3, \"Stärke\" = ?4, \"Max_Stärke\" = ?5 WHERE NUMMER = ?1",
+                   first + i, surnames[(i + team) % 20], QString(QChar('A' + i)) + ".", (i * 750) % 12000,
+                   qMin(12000, (i * 750) % 12000 + 2000));
+    }
+}
+
+QTreeWidgetItem *node(QTreeWidget *tree, const QString &key)
+{
+    for (QTreeWidgetItemIterator it(tree); *it; ++it) {
+        if ((*it)->data(0, Qt::UserRole).toString() == key)
+            return *it;
+    }
+    return nullptr;
+}
+
+// Clicks a node as the user would: its branch opened, then the mouse.
+void clickNode(QTreeWidget *tree, const QString &key)
+{
+    QTreeWidgetItem *item = node(tree, key);
+    ASSERT_NE(item, nullptr) << key.toStdString();
+    for (QTreeWidgetItem *p = item->parent(); p; p = p->parent())
+        p->setExpanded(true);
+    tree->scrollToItem(item);
+    QTest::mouseClick(tree->viewport(), Qt::LeftButton, {}, tree->visualItemRect(item).center());
+}
+
+template <typename T>
+T *child(QWidget &w, const QString &name)
+{
+    T *c = w.findChild<T *>(name);
+    EXPECT_NE(c, nullptr) << name.toStdString();
+    return c;
+}
+
+class Editing : public ::testing::Test {
+protected:
+    void SetUp() override
+    {
+        buildWorld(dir.path());
+        window = std::make_unique<MainWindow>(dir.path(), &dialogs);
+        window->formload();
+        window->resize(1200, 800);
+        window->show();
+        tree = child<QTreeWidget>(*window, "tvdb");
+    }
+    QString text(const char *name) { return child<QLineEdit>(*window, name)->text(); }
+    void setText(const char *name, const QString &t) { child<QLineEdit>(*window, name)->setText(t); }
+    bool enabled(const char *name) { return child<QWidget>(*window, name)->isEnabled(); }
+
+    TempFolder dir;
+    ScriptedDialogs dialogs;
+    std::unique_ptr<MainWindow> window;
+    QTreeWidget *tree = nullptr;
+};
+
+} // namespace
+
+TEST_F(Editing, ClubCountryMarketAndContinentOpenTheirParts)
+{
+    EXPECT_TRUE(enabled("Frame1")) << "the empty grid is open from the start";
+    EXPECT_FALSE(enabled("btnteamsave"));
+    auto *tabs = child<QTabWidget>(*window, "tabedit");
+    auto *kontinent = child<QComboBox>(*window, "cbokontinent");
+    tabs->setCurrentIndex(1);
+
+    clickNode(tree, "T20");
+    EXPECT_EQ(tabs->currentIndex(), 0);
+    EXPECT_EQ(text("txttnr"), "20");
+    EXPECT_EQ(text("txtteamlang"), "FC Köln-Müngersdorf");
+    EXPECT_EQ(text("txtsitz"), "40000");
+    EXPECT_EQ(child<QComboBox>(*window, "cboland")->currentText(), "Deutschland");
+    EXPECT_TRUE(kontinent->isHidden());
+    EXPECT_TRUE(enabled("btnteamsave"));
+    EXPECT_TRUE(enabled("cboland"));
+    EXPECT_TRUE(window->action("mnudateiitem(2)")->property("Offen").toBool());
+    EXPECT_EQ(child<QWidget>(*window, "pictrikot(0)")->property("Tag").toInt(), 4);
+    EXPECT_EQ(window->gridmodel()->rowCount(), 20);
+    EXPECT_EQ(window->gridmodel()->row(0)[ColPosition], "Tor");
+    EXPECT_EQ(tree->property("Tag").toString(), "T20");
+
+    clickNode(tree, "L11");
+    EXPECT_EQ(text("txtteamlang"), "Österreich");
+    EXPECT_FALSE(kontinent->isHidden());
+    EXPECT_EQ(kontinent->currentText(), "West-Europa");
+    EXPECT_EQ(child<QComboBox>(*window, "cboland")->currentText(), "Republik Österreich");
+    EXPECT_FALSE(enabled("cboland"));
+    EXPECT_FALSE(window->action("mnudateiitem(2)")->isEnabled());
+    EXPECT_FALSE(window->action("save")->isEnabled());
+    EXPECT_FALSE(window->action("mnudateiitem(2)")->property("Offen").toBool());
+    EXPECT_TRUE(window->gridmodel()->isEmptySquad()) << "Österreich's national team has no players";
+    EXPECT_EQ(window->gridmodel()->rowCount(), 20);
+    EXPECT_FALSE(enabled("flxgrdspieler")) << "empty rows take no click";
+
+    clickNode(tree, "T0");
+    EXPECT_EQ(text("txtteamlang"), "TRANSFERMARKT");
+    EXPECT_TRUE(text("txtteamkurz").isEmpty());
+    EXPECT_TRUE(text("txtstadt").isEmpty());
+    EXPECT_FALSE(enabled("btnteamsave"));
+    EXPECT_TRUE(enabled("Frame7"));
+    EXPECT_FALSE(enabled("Frame6"));
+    EXPECT_EQ(window->gridmodel()->rowCount(), 1700);
+
+    clickNode(tree, "Asien");
+    EXPECT_FALSE(enabled("btnteamsave"));
+    EXPECT_FALSE(enabled("Frame7"));
+    EXPECT_FALSE(enabled("Frame1"));
+    EXPECT_EQ(text("txtteamlang"), "TRANSFERMARKT") << "fields keep their last content";
+    EXPECT_EQ(tree->property("Tag").toString(), "Asien");
+}
+
+TEST_F(Editing, RenamingACountryMovesItsClubsAndSelectsItAgain)
+{
+    clickNode(tree, "L10");
+    setText("txtteamlang", "Bundesrepublik");
+    child<QComboBox>(*window, "cbokontinent")->setCurrentText("Ost-Europa");
+    QTest::mouseClick(child<QPushButton>(*window, "btnteamsave"), Qt::LeftButton);
+    EXPECT_TRUE(dialogs.asked.isEmpty()) << dialogs.asked.join('\n').toStdString();
+
+    QTreeWidgetItem *country = node(tree, "L10");
+    ASSERT_NE(country, nullptr);
+    EXPECT_EQ(country->text(0), "Bundesrepublik");
+    EXPECT_EQ(country->parent()->text(0), "Ost-Europa");
+    EXPECT_TRUE(country->isSelected());
+    EXPECT_TRUE(country->isExpanded());
+    EXPECT_EQ(country->childCount(), 2) << "both clubs follow the new name";
+    EXPECT_FALSE(node(tree, "L11")->isExpanded());
+    EXPECT_TRUE(window->lists()->laender()->stringList().contains("Bundesrepublik"));
+    EXPECT_FALSE(window->lists()->laender()->stringList().contains("Deutschland"));
+    EXPECT_EQ(window->db()->scalar("SELECT count(*) FROM spieler WHERE NATION = 'Bundesrepublik'").toInt(), 60);
+}
+
+TEST_F(Editing, LettersInSeatsRefuseTheSave)
+{
+    clickNode(tree, "T21");
+    setText("txtteamlang", "Fortuna 95");
+    setText("txtsitz", "30.000");
+    QTest::mouseClick(child<QPushButton>(*window, "btnteamsave"), Qt::LeftButton);
+    ASSERT_EQ(dialogs.asked.size(), 1);
+    EXPECT_TRUE(dialogs.asked[0].startsWith("Land/Verein speichern|"));
+    EXPECT_TRUE(dialogs.asked[0].contains("Sitzplätze")) << dialogs.asked[0].toStdString();
+    EXPECT_EQ(node(tree, "T21")->text(0), "Fortuna Düsseldorf");
+    EXPECT_EQ(window->db()->scalar("SELECT NAME FROM vereine WHERE NUMMER = 21").toString(), "Fortuna Düsseldorf");
+    EXPECT_TRUE(window->isEnabled()) << "the busy state is undone";
+}
+
+TEST_F(Editing, CtrlSOnANationalTeamDoesNothing)
+{
+    clickNode(tree, "L10");
+    QAction *save = window->action("mnudateiitem(2)");
+    int runs = 0;
+    QObject::connect(save, &QAction::triggered, [&] { ++runs; });
+    QTest::keyClick(window.get(), Qt::Key_S, Qt::ControlModifier);
+    EXPECT_EQ(runs, 0);
+    EXPECT_FALSE(save->isEnabled());
+}
+
+TEST_F(Editing, PlayerRowOpensTheTabAndSaveUpdatesGridAndDatabase)
+{
+    clickNode(tree, "T22");
+    auto *grid = child<QTableView>(*window, "flxgrdspieler");
+    EXPECT_FALSE(enabled("btnspielerspeichern"));
+    const QModelIndex cell = window->gridmodel()->index(3, 1);
+    QTest::mouseClick(grid->viewport(), Qt::LeftButton, {}, grid->visualRect(cell).center());
+    EXPECT_EQ(child<QTabWidget>(*window, "tabedit")->currentIndex(), 1);
+    EXPECT_TRUE(enabled("btnspielerspeichern"));
+    const QStringList row = window->gridmodel()->row(3);
+    EXPECT_EQ(text("txtspielernr"), row[ColNummer]);
+    EXPECT_EQ(child<QComboBox>(*window, "cbospielerland")->currentText(), "Österreich");
+
+    setText("txtspielername", "D'Alessandro \"Sandro\"");
+    child<QComboBox>(*window, "cbospielerstärke")->setCurrentIndex(7);
+    child<QComboBox>(*window, "cbospielermstärke")->setCurrentIndex(10);
+    QTest::mouseClick(child<QPushButton>(*window, "btnspielerspeichern"), Qt::LeftButton);
+    EXPECT_TRUE(dialogs.asked.isEmpty()) << dialogs.asked.join('\n').toStdString();
+    const QStringList after = window->gridmodel()->row(3);
+    EXPECT_EQ(after[ColName], "D'Alessandro \"Sandro\"");
+    EXPECT_TRUE(after[ColStaerke].startsWith("3") && after[ColStaerke].endsWith("5 Sterne"));
+    EXPECT_EQ(window->db()->scalar("SELECT \"Stärke\" FROM spieler WHERE NUMMER = ?1", row[0].toLongLong()).toInt(),
+              7000);
+
+    setText("txtspielergroesse", "");
+    QTest::mouseClick(child<QPushButton>(*window, "btnspielerspeichern"), Qt::LeftButton);
+    ASSERT_EQ(dialogs.asked.size(), 1);
+    EXPECT_TRUE(dialogs.asked[0].contains("Größe"));
+
+    const QString shot = qEnvironmentVariable("ZORBO_SCREENSHOT_DIR");
+    if (!shot.isEmpty()) {
+        clickNode(tree, "T20");
+        window->grab().save(shot + "/mainwindow-club.png");
+        QTest::mouseClick(grid->viewport(), Qt::LeftButton, {}, grid->visualRect(window->gridmodel()->index(4, 1)).center());
+        window->grab().save(shot + "/mainwindow-player.png");
+    }
+}
+
+TEST_F(Editing, ProvisionalClubBecomesARowWithItsSquad)
+{
+    // A club that so far exists only in the tree, as the dialog for new
+    // teams leaves it.
+    auto *item = new QTreeWidgetItem(node(tree, "L11"), QStringList("Team30"));
+    item->setData(0, Qt::UserRole, "T30_");
+    clickNode(tree, "T30_");
+    EXPECT_EQ(text("txtteamlang"), "Team30");
+    EXPECT_EQ(text("txtteamkurz"), "T30");
+    EXPECT_EQ(text("txtsitz"), "0");
+    EXPECT_EQ(child<QComboBox>(*window, "cboland")->currentText(), "Österreich");
+    EXPECT_TRUE(enabled("cboland"));
+    EXPECT_TRUE(child<QComboBox>(*window, "cbokontinent")->isHidden());
+    EXPECT_TRUE(tree->property("Tag").toString().isEmpty()) << "a provisional node is not remembered";
+
+    setText("txtteamlang", "Austria Wien");
+    QTest::mouseClick(child<QPushButton>(*window, "btnteamsave"), Qt::LeftButton);
+    EXPECT_TRUE(dialogs.asked.isEmpty()) << dialogs.asked.join('\n').toStdString();
+    EXPECT_EQ(node(tree, "T30_"), nullptr);
+    ASSERT_NE(node(tree, "T30"), nullptr);
+    EXPECT_TRUE(node(tree, "T30")->isSelected());
+    EXPECT_EQ(node(tree, "T30")->parent()->data(0, Qt::UserRole).toString(), "L11");
+    EXPECT_EQ(window->gridmodel()->rowCount(), 20);
+    EXPECT_FALSE(window->gridmodel()->isEmptySquad());
+    EXPECT_EQ(window->db()->scalar("SELECT count(*) FROM vereinspieler WHERE verein = 30").toInt(), 20);
+}
+
+TEST_F(Editing, ACountryOutsideTheListFallsBackOnTheFirstEntryAndSaysSo)
+{
+    // Changed behind the tree's back: the node stays until the next rebuild.
+    window->db()->run("UPDATE vereine SET NATION = 'Preußen' WHERE NUMMER = 21");
+    clickNode(tree, "T21");
+    const auto *cboland = child<QComboBox>(*window, "cboland");
+    EXPECT_EQ(cboland->currentIndex(), 0);
+    EXPECT_EQ(cboland->currentText(), window->lists()->laender()->stringList().value(0));
+    const QString status = child<QLabel>(*window, "stbstatus(1)")->text();
+    EXPECT_TRUE(status.contains("Preußen")) << status.toStdString();
+    QTest::mouseClick(child<QPushButton>(*window, "btnteamsave"), Qt::LeftButton);
+    EXPECT_EQ(window->db()->scalar("SELECT NATION FROM vereine WHERE NUMMER = 21").toString(), cboland->currentText());
+}
+
+TEST_F(Editing, RefreshKeepsTheSelectionAndASmallWindowKeepsTheUpperHalf)
+{
+    clickNode(tree, "T22");
+    window->db()->run("UPDATE vereine SET NAME = 'Rapid' WHERE NUMMER = 22");
+    window->action("mnupopupitem(0)")->trigger();
+    ASSERT_NE(node(tree, "T22"), nullptr);
+    EXPECT_EQ(node(tree, "T22")->text(0), "Rapid");
+    EXPECT_TRUE(node(tree, "T22")->isSelected());
+    EXPECT_EQ(text("txtteamlang"), "SK Rapid Wien") << "a rebuild leaves the tabs as they are";
+
+    auto *frame3 = child<QWidget>(*window, "Frame3");
+    auto *frame1 = child<QWidget>(*window, "Frame1");
+    const int upper = frame3->height();
+    window->resize(1200, 1000);
+    QApplication::processEvents();
+    const int gridHeight = frame1->height();
+    window->resize(300, 200);
+    QApplication::processEvents();
+    window->resize(1200, 1200);
+    QApplication::processEvents();
+    EXPECT_EQ(frame3->height(), upper);
+    EXPECT_EQ(frame1->height(), gridHeight + 200) << "only the grid gains from a taller window";
+}
