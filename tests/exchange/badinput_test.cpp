@@ -1,5 +1,5 @@
 #include "exchange/configruns.h"
-#include "platform/qstringprint.h"
+#include "support/qstringprint.h"
 #include "worldfixture.h"
 
 using namespace zorbo;

@@ -2,7 +2,7 @@
 #include "exchange/configruns.h"
 #include "exchange/playerconfig.h"
 #include "platform/codepage.h"
-#include "platform/qstringprint.h"
+#include "support/qstringprint.h"
 #include "worldfixture.h"
 
 #include <QFile>

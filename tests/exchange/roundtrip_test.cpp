@@ -3,7 +3,7 @@
 #include "exchange/configruns.h"
 #include "exchange/playerconfig.h"
 #include "exchange/teamconfigwriter.h"
-#include "platform/qstringprint.h"
+#include "support/qstringprint.h"
 #include "worldfixture.h"
 
 using namespace zorbo;

@@ -1,7 +1,7 @@
 #include "exchange/teamfile.h"
 #include "exchange/teamfileopen.h"
 #include "platform/codepage.h"
-#include "platform/qstringprint.h"
+#include "support/qstringprint.h"
 #include "worldfixture.h"
 
 using namespace zorbo;

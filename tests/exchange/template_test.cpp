@@ -2,7 +2,7 @@
 #include "exchange/competitiontemplate.h"
 #include "exchange/configruns.h"
 #include "exchange/teamconfigwriter.h"
-#include "platform/qstringprint.h"
+#include "support/qstringprint.h"
 #include "worldfixture.h"
 
 using namespace zorbo;

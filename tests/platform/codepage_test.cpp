@@ -1,6 +1,6 @@
 #include "platform/codepage.h"
 
-#include "qstringprint.h"
+#include "support/qstringprint.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 #include "platform/numbers.h"
 #include "platform/paths.h"
 
-#include "qstringprint.h"
+#include "support/qstringprint.h"
 
 #include <gtest/gtest.h>
 

@@ -2,7 +2,7 @@
 
 #include "support/testsupport.h"
 
-#include "qstringprint.h"
+#include "support/qstringprint.h"
 
 #include <gtest/gtest.h>
 
