@@ -27,7 +27,10 @@ void printHelp(QTextStream &out)
     std::sort(sorted.begin(), sorted.end(), [](const Command &a, const Command &b) { return a.name < b.name; });
     for (const Command &c : sorted) {
         const QString head = c.name + (c.usage.isEmpty() ? QString() : QStringLiteral(" ") + c.usage);
-        out << "  " << head.leftJustified(34) << ' ' << c.description << '\n';
+        if (head.size() > 34)
+            out << "  " << head << '\n' << QString(37, QLatin1Char(' ')) << c.description << '\n';
+        else
+            out << "  " << head.leftJustified(34) << ' ' << c.description << '\n';
     }
 }
 
