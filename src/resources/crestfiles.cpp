@@ -1,0 +1,55 @@
+#include "resources/crestfiles.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QSaveFile>
+
+namespace zorbo {
+
+QString crestfile(const QString &wappenFolder, int n)
+{
+    return wappenFolder + QStringLiteral("vereins_wappen_%1.tga").arg(n);
+}
+
+Result ensurecrest(const QString &wappenFolder, int n, QString &path)
+{
+    path = crestfile(wappenFolder, n);
+    if (QFileInfo::exists(path))
+        return Result::success();
+    const QString fallback = wappenFolder + QStringLiteral("default.tga");
+    if (!QFileInfo::exists(fallback))
+        return Result::failure(QStringLiteral("Das Wappen %1 fehlt, und es gibt kein %2.").arg(n).arg(fallback));
+    if (!QFile::copy(fallback, path))
+        return Result::failure(QStringLiteral("%1 lässt sich nicht nach %2 kopieren.").arg(fallback, path));
+    return Result::success();
+}
+
+Result copymares(const QString &kitFolder, const QString &zorboresFolder)
+{
+    const QString source = kitFolder + QStringLiteral("ma.res");
+    const QString target = zorboresFolder + QStringLiteral("ma.res");
+    if (!QFileInfo::exists(target))
+        return Result::failure(QStringLiteral("Kein Zorbo installiert"));
+    QFile in(source);
+    if (!in.open(QIODevice::ReadOnly))
+        return Result::failure(QStringLiteral("Der Trikotsatz %1 lässt sich nicht lesen: %2").arg(source, in.errorString()));
+    // Written aside and renamed, so that a failed copy leaves the game's archive whole.
+    QSaveFile out(target);
+    if (!out.open(QIODevice::WriteOnly))
+        return Result::failure(QStringLiteral("%1 lässt sich nicht schreiben: %2").arg(target, out.errorString()));
+    const qint64 size = in.size();
+    qint64 copied = 0;
+    while (copied < size) {
+        const QByteArray chunk = in.read(qMin<qint64>(1 << 20, size - copied));
+        if (chunk.isEmpty() || out.write(chunk) != chunk.size()) {
+            out.cancelWriting();
+            return Result::failure(QStringLiteral("%1 lässt sich nicht nach %2 kopieren.").arg(source, target));
+        }
+        copied += chunk.size();
+    }
+    if (!out.commit())
+        return Result::failure(QStringLiteral("%1 lässt sich nicht schreiben: %2").arg(target, out.errorString()));
+    return Result::success();
+}
+
+} // namespace zorbo
