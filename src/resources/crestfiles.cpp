@@ -24,6 +24,19 @@ Result ensurecrest(const QString &wappenFolder, int n, QString &path)
     return Result::success();
 }
 
+Result ensureallcrests(const QString &wappenFolder, const Progress &progress)
+{
+    QString path;
+    for (int n = 0; n < CrestCount; ++n) {
+        if (n % 50 == 0)
+            report(progress, n * 100 / CrestCount);
+        if (Result r = ensurecrest(wappenFolder, n, path); !r)
+            return r;
+    }
+    report(progress, 100);
+    return Result::success();
+}
+
 Result copymares(const QString &kitFolder, const QString &zorboresFolder)
 {
     const QString source = kitFolder + QStringLiteral("ma.res");

@@ -16,6 +16,8 @@ QString crestfile(const QString &wappenFolder, int n);
 // default.tga, and the copy stays. Returns the path; fails when neither the
 // crest nor default.tga can be had.
 Result ensurecrest(const QString &wappenFolder, int n, QString &path);
+// The same for crests 0 to 999; stops at the first failure.
+Result ensureallcrests(const QString &wappenFolder, const Progress &progress = {});
 
 // Copies a kit set's ma.res over the game's. A missing target means that no
 // game is installed there: "Kein Zorbo installiert", nothing copied.

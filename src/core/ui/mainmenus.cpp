@@ -96,7 +96,7 @@ const Button buttons[] = {
 const QStringList working = {
     QStringLiteral("mnudateiitem(4)"),    QStringLiteral("mnudateiitem(5)"),    QStringLiteral("mnudateiitem(7)"),
     QStringLiteral("mnupopupitem(0)"),    QStringLiteral("mnuoptionenitem(0)"), QStringLiteral("mnuoptionenitem(1)"),
-    QStringLiteral("mnuinfoitem(0)"),
+    QStringLiteral("mnuoptionenitem(2)"), QStringLiteral("mnuinfoitem(0)"),
 };
 
 } // namespace
@@ -144,6 +144,7 @@ void MainWindow::buildmenus()
     connect(action(QStringLiteral("mnupopupitem(0)")), &QAction::triggered, this, &MainWindow::reloadtree);
     connect(action(QStringLiteral("mnuoptionenitem(0)")), &QAction::triggered, this, [this] { mnuoptionenitem_Click(0); });
     connect(action(QStringLiteral("mnuoptionenitem(1)")), &QAction::triggered, this, [this] { mnuoptionenitem_Click(1); });
+    connect(action(QStringLiteral("mnuoptionenitem(2)")), &QAction::triggered, this, [this] { mnuoptionenitem_Click(2); });
     connect(action(QStringLiteral("mnuinfoitem(0)")), &QAction::triggered, this, &MainWindow::showabout);
 
     auto *popup = findChild<QMenu *>(QStringLiteral("mnupopup"));

@@ -36,12 +36,12 @@ void MainWindow::tvdb_NodeClick(QTreeWidgetItem *item)
         const qint64 number = key.mid(1, key.size() - 2).toLongLong();
         const QString parentText = item->parent() ? item->parent()->text(0) : QString();
         anaus(NationalMode, true);
-        for (int slot = 0; slot < 3; ++slot)
-            m_teamtab->setArt(slot, 0);
         if (kind == QLatin1Char('L'))
             showlandnew(number, parentText);
         else
             showteamnew(number, parentText);
+        for (int slot = 0; slot < 3; ++slot)
+            showtrikot2(0, slot);
         m_gridmodel->clear();
         m_tabedit->setCurrentIndex(0);
         return;
@@ -51,11 +51,15 @@ void MainWindow::tvdb_NodeClick(QTreeWidgetItem *item)
     const double number = valtext(rest);
     if (kind == QLatin1Char('T') && number >= 0 && rest != QLatin1String("0")) {
         anaus(ClubMode, true);
+        for (int slot = 0; slot < 3; ++slot)
+            showtrikot(qint64(number), TeamTable::Vereine, slot);
         showteam(qint64(number), ClubMode);
         showspielerliste(qint64(number));
         m_tabedit->setCurrentIndex(0);
     } else if (kind == QLatin1Char('L') && number >= 0) {
         anaus(NationalMode, true);
+        for (int slot = 0; slot < 3; ++slot)
+            showtrikot(qint64(number), TeamTable::VereineNational, slot);
         showteam(qint64(number), NationalMode);
         showspielerliste(qint64(number));
         m_tabedit->setCurrentIndex(0);

@@ -111,6 +111,8 @@ void MainWindow::buildwindow()
     m_tabedit->addTab(m_teamtab, QStringLiteral("Land/Verein"));
     m_tabedit->addTab(m_playertab, QStringLiteral("Spieler"));
     connect(m_teamtab, &TeamTab::saveRequested, this, &MainWindow::btnteamsave_Click);
+    connect(m_teamtab, &TeamTab::kitDoubleClicked, this, &MainWindow::pictrikot_DblClick);
+    connect(m_teamtab, &TeamTab::crestClicked, this, &MainWindow::ImgXwappen_Click);
     connect(m_playertab, &PlayerTab::saveRequested, this, &MainWindow::btnspielerspeichern_Click);
     connect(m_tvdb, &QTreeWidget::itemClicked, this, [this](QTreeWidgetItem *item) { tvdb_NodeClick(item); });
     (new QVBoxLayout(m_frame3))->addWidget(m_tabedit);
@@ -180,6 +182,7 @@ void MainWindow::formload()
         setGeometry(screen->availableGeometry());
 
     m_teamtab->setKitFolder(m_settings.kitFolder());
+    m_teamtab->setWappenFolder(m_settings.folder(WappenFolder));
     m_db = opendb(m_settings.dbpfad());
     if (!m_db.message.isEmpty())
         m_dialogs->warning(this, QStringLiteral("Datenbank"), m_db.message);
@@ -228,18 +231,6 @@ void MainWindow::reloadtree()
             p->setExpanded(true);
         m_tvdb->setCurrentItem(selected);
     }
-}
-
-void MainWindow::mnuoptionenitem_Click(int index)
-{
-    action(QStringLiteral("mnuoptionenitem(0)"))->setChecked(index == 0);
-    action(QStringLiteral("mnuoptionenitem(1)"))->setChecked(index == 1);
-    action(QStringLiteral("trikotoriginal"))->setChecked(index == 0);
-    action(QStringLiteral("trikotzorbode"))->setChecked(index == 1);
-    m_settings.trikotsatz = index;
-    m_teamtab->setKitFolder(m_settings.kitFolder());
-    if (!m_settings.programFolder.isEmpty() && !writetrikotsatz(m_settings))
-        m_status->setText(QStringLiteral("Der Trikotsatz lässt sich nicht in %1 speichern.").arg(m_settings.file()));
 }
 
 void MainWindow::closedb()

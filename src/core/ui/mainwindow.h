@@ -21,7 +21,10 @@ class QModelIndex;
 
 namespace zorbo {
 
+class CrestPicker;
 class Dialogs;
+class KitPicker;
+class KitTarget;
 class PlayerGridModel;
 class PlayerTab;
 class TeamLists;
@@ -61,8 +64,18 @@ public:
     void showspielerliste(qint64 team);
     void btnteamsave_Click();
     void btnspielerspeichern_Click();
-    // Marks kit set 0 or 1 in menu and toolbar and stores it in the settings.
+    // 0 and 1: switch to that kit set; 2: copy the kit set's ma.res into the game.
     void mnuoptionenitem_Click(int index);
+
+    // Kits and crest of the team tab (mainkits.cpp).
+    void showtrikot(qint64 nummer, TeamTable table, int slot);
+    // Art with the colours it comes with in the current set; target: the team tab when none.
+    void showtrikot2(int art, int slot, KitTarget *target = nullptr);
+    void pictrikot_DblClick(int slot);
+    void ImgXwappen_Click();
+    // The pickers once they have been opened; nothing before.
+    KitPicker *kitpicker() const { return m_kitpicker; }
+    CrestPicker *crestpicker() const { return m_crestpicker; }
 
 protected:
     void closeEvent(QCloseEvent *event) override;
@@ -76,6 +89,8 @@ private:
     void flxgrdspieler_Click(const QModelIndex &index);
     void setActionOpen(const QString &name, bool open);
     void reportfallback(const QString &what, const QString &shown);
+    void switchkitset(int satz);
+    void copykitset();
 
     QString m_programFolder;
     Dialogs *m_dialogs;
@@ -99,6 +114,8 @@ private:
     QLabel *m_programLabel = nullptr;
     QProgressBar *m_progress = nullptr;
     QHash<QString, QAction *> m_actions;
+    KitPicker *m_kitpicker = nullptr;
+    CrestPicker *m_crestpicker = nullptr;
 };
 
 } // namespace zorbo

@@ -1,6 +1,10 @@
 #include "editor/ui/teamtab.h"
 
 #include "core/schema.h"
+#include "platform/numbers.h"
+#include "editor/ui/kitpreview.h"
+#include "resources/crestfiles.h"
+#include "resources/ui/crestview.h"
 
 #include <QComboBox>
 #include <QFile>
@@ -57,10 +61,10 @@ TeamTab::TeamTab(QStringListModel *laender, QWidget *parent) : QWidget(parent)
 
     m_nummer = field(frame7, "txttnr", 0, true);
     m_grafnr = field(frame7, "txtgrafnr", 4, true);
-    m_wappen = new QLabel(frame7);
-    m_wappen->setObjectName(QStringLiteral("ImgXwappen"));
+    m_wappen = new CrestView(frame7);
     m_wappen->setFixedSize(64, 64);
     m_wappen->setFrameShape(QFrame::StyledPanel);
+    connect(m_wappen, &CrestView::clicked, this, &TeamTab::crestClicked);
     auto *logo = new QFormLayout(frame7);
     logo->addRow(QStringLiteral("Teamnummer:"), m_nummer);
     logo->addRow(QStringLiteral("Grafiknummer:"), m_grafnr);
@@ -97,11 +101,9 @@ TeamTab::TeamTab(QStringListModel *laender, QWidget *parent) : QWidget(parent)
                                  QStringLiteral("Torwarttrikot")};
     for (int slot = 0; slot < 3; ++slot) {
         auto *frame5 = box(this, QStringLiteral("Frame5(%1)").arg(slot), captions[slot]);
-        m_trikot[slot] = new QLabel(frame5);
-        m_trikot[slot]->setObjectName(QStringLiteral("pictrikot(%1)").arg(slot));
-        m_trikot[slot]->setFixedSize(61, 71);
-        m_trikot[slot]->setAlignment(Qt::AlignCenter);
-        (new QVBoxLayout(frame5))->addWidget(m_trikot[slot]);
+        m_kit[slot] = new KitPreview(slot, frame5);
+        connect(m_kit[slot], &KitPreview::doubleClicked, this, &TeamTab::kitDoubleClicked);
+        (new QVBoxLayout(frame5))->addWidget(m_kit[slot]);
         kits->addWidget(frame5);
         setArt(slot, 0);
     }
@@ -121,14 +123,44 @@ TeamTab::TeamTab(QStringListModel *laender, QWidget *parent) : QWidget(parent)
 
 void TeamTab::setArt(int slot, int art)
 {
-    QLabel *pic = m_trikot[slot];
-    pic->setProperty("Tag", art);
-    const QString file = m_kitFolder + QStringLiteral("trikot_%1.gif").arg(art, 2, 10, QLatin1Char('0'));
-    QPixmap drawing;
-    if (!m_kitFolder.isEmpty() && QFile::exists(file) && drawing.load(file))
-        pic->setPixmap(drawing);
+    m_kit[size_t(slot)]->setArt(art, m_kitFolder);
+}
+
+void TeamTab::setKitColours(int slot, const KitColours &colours)
+{
+    m_kit[size_t(slot)]->setColours(colours);
+}
+
+int TeamTab::kitart(int slot) const
+{
+    return m_kit[size_t(slot)]->art();
+}
+
+void TeamTab::showkit(int slot, int art, const std::optional<KitColours> &colours)
+{
+    setArt(slot, art);
+    if (colours)
+        setKitColours(slot, *colours);
+}
+
+void TeamTab::loadwappen(int n)
+{
+    QString path;
+    if (m_wappenFolder.isEmpty() || !ensurecrest(m_wappenFolder, n, path))
+        m_wappen->setImage({});
     else
-        pic->setText(QString::number(art));
+        m_wappen->loadfile(path);
+}
+
+void TeamTab::setCrest(const QImage &image, const QString &grafnr)
+{
+    m_wappen->setImage(image);
+    m_grafnr->setText(grafnr);
+}
+
+QString TeamTab::grafnr() const
+{
+    return m_grafnr->text();
 }
 
 bool TeamTab::national() const
@@ -162,6 +194,7 @@ bool TeamTab::setForm(const TeamForm &form, TeamMode mode)
         chooseText(m_kontinent, form.kontinent);
     for (int slot = 0; slot < 3; ++slot)
         setArt(slot, form.arts[slot]);
+    loadwappen(int(valtext(form.grafiknr)));
     return mode == MarketMode || chooseText(m_land, form.land);
 }
 
@@ -180,7 +213,7 @@ TeamForm TeamTab::form() const
     f.sitz = m_sitz->text();
     f.steh = m_steh->text();
     for (int slot = 0; slot < 3; ++slot)
-        f.arts[slot] = m_trikot[slot]->property("Tag").toInt();
+        f.arts[slot] = kitart(slot);
     return f;
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "editor/teamsave.h"
+#include "editor/ui/kittarget.h"
 
 #include <QWidget>
 #include <array>
@@ -14,9 +15,12 @@ class QStringListModel;
 
 namespace zorbo {
 
+class CrestView;
+class KitPreview;
+
 // The tab "Land/Verein": one form for a club, a national team and, in
 // part, the transfer market.
-class TeamTab : public QWidget {
+class TeamTab : public QWidget, public KitTarget {
     Q_OBJECT
 public:
     TeamTab(QStringListModel *laender, QWidget *parent = nullptr);
@@ -28,6 +32,19 @@ public:
     // The kit folder of the current kit set, for the kit drawings.
     void setKitFolder(const QString &folder) { m_kitFolder = folder; }
     void setArt(int slot, int art);
+    void setKitColours(int slot, const KitColours &colours);
+    KitPreview *kit(int slot) const { return m_kit[size_t(slot)]; }
+    int kitart(int slot) const override;
+    void showkit(int slot, int art, const std::optional<KitColours> &colours) override;
+
+    // The wappen folder, for the crests.
+    void setWappenFolder(const QString &folder) { m_wappenFolder = folder; }
+    // Shows crest n; a crest without a file gets a copy of default.tga.
+    void loadwappen(int n);
+    // Takes a crest chosen in the picker, picture and number.
+    void setCrest(const QImage &image, const QString &grafnr);
+    CrestView *imgxwappen() const { return m_wappen; }
+    QString grafnr() const;
 
     // True exactly when a national team is on show; the save takes its table by it.
     bool national() const;
@@ -39,14 +56,18 @@ public:
 
 signals:
     void saveRequested();
+    void kitDoubleClicked(int slot);
+    void crestClicked();
 
 private:
     QLineEdit *m_nummer, *m_grafnr, *m_lang, *m_kurz, *m_stadt, *m_stadion, *m_sitz, *m_steh;
     QComboBox *m_land, *m_kontinent;
-    QLabel *m_kontinentLabel, *m_wappen;
-    std::array<QLabel *, 3> m_trikot{};
+    QLabel *m_kontinentLabel;
+    CrestView *m_wappen;
+    std::array<KitPreview *, 3> m_kit{};
     QPushButton *m_save;
     QString m_kitFolder;
+    QString m_wappenFolder;
 };
 
 } // namespace zorbo

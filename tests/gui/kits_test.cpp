@@ -1,0 +1,230 @@
+#include "core/ui/mainwindow.h"
+#include "editor/kitart.h"
+#include "editor/ui/kitgridmodel.h"
+#include "editor/ui/kitpicker.h"
+#include "editor/ui/kitpreview.h"
+#include "guisupport.h"
+#include "resources/tga.h"
+#include "resources/ui/crestgridmodel.h"
+#include "resources/ui/crestpicker.h"
+#include "resources/ui/crestview.h"
+#include "support/testsupport.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QDialog>
+#include <QDir>
+#include <QFileInfo>
+#include <QImage>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTest>
+#include <QTimer>
+#include <QTreeWidget>
+#include <gtest/gtest.h>
+#include <functional>
+
+using namespace zorbo;
+using zorbo::test::ScriptedDialogs;
+using zorbo::test::TempFolder;
+
+namespace {
+
+// A crest of one colour in the editor's own TGA form.
+QByteArray plaincrest(int pixel565)
+{
+    QByteArray pixels;
+    for (int i = 0; i < 20 * 20; ++i)
+        pixels.append(char(pixel565 & 0xFF)).append(char(pixel565 >> 8));
+    return writetga(20, 20, pixels, 2);
+}
+
+// A kit drawing of one colour; the picture reader goes by content, not name.
+void writedrawing(const QString &file, QColor colour)
+{
+    QImage image(61, 71, QImage::Format_RGB32);
+    image.fill(colour);
+    ASSERT_TRUE(image.save(file, "PNG"));
+}
+
+// Runs what a modal dialog needs once it is up; a step that fails still
+// closes the dialog, so that the test can't hang.
+void whenModal(std::function<void()> step, int tries = 500)
+{
+    QTimer::singleShot(tries == 500 ? 0 : 10, [step, tries] {
+        auto *dialog = qobject_cast<QDialog *>(QApplication::activeModalWidget());
+        if (!dialog) {
+            if (tries > 0)
+                whenModal(step, tries - 1);
+            return;
+        }
+        step();
+        if (QApplication::activeModalWidget() == dialog)
+            dialog->reject();
+    });
+}
+
+class Kits : public ::testing::Test {
+protected:
+    void SetUp() override
+    {
+        {
+            OpenedDb o = opendb(dir.file("zorbo.mdb"));
+            Database &db = *o.db;
+            db.run("INSERT INTO vereine_national (NUMMER, NAME, NATION, KONTINENT) VALUES (10, 'Deutschland', "
+                   "'Deutschland', 'West-Europa')");
+            db.run("INSERT INTO vereine (NUMMER, NAME, NATION, GRAFIK_NR, TRIKOT_ART, AUSWEICH_TRIKOT_ART, TW_TRIKOT_ART, "
+                   "F_TRIKOT_SPIELER) VALUES (20, 'FC Köln', 'Deutschland', 12, 4, 4, 70, '\"200, 10, 10\"')");
+            db.exec("DELETE FROM e_trikotfarbeoriginal; DELETE FROM e_trikotfarbezorbode");
+            db.run("INSERT INTO e_trikotfarbeoriginal VALUES (9, '  0,128,  0', '  1,  1,  1', '  2,  2,  2', '  3,  3,  3')");
+            db.run("INSERT INTO e_trikotfarbezorbode VALUES (9, '  0,  0,128', '  1,  1,  1', '  2,  2,  2', '  3,  3,  3')");
+        }
+        for (const char *sub : {"trikot/original", "trikot/zorbode", "wappen"})
+            QDir().mkpath(dir.file(sub));
+        writedrawing(dir.file("trikot/original/trikot_04.gif"), Qt::red);
+        writedrawing(dir.file("trikot/original/trikot_09.gif"), Qt::green);
+        writedrawing(dir.file("trikot/zorbode/trikot_09.gif"), Qt::blue);
+        ASSERT_TRUE(zorbo::test::writeBytes(dir.file("wappen/default.tga"), plaincrest(0)));
+        ASSERT_TRUE(zorbo::test::writeBytes(dir.file("wappen/vereins_wappen_12.tga"), plaincrest(0xF800)));
+        ASSERT_TRUE(zorbo::test::writeBytes(dir.file("wappen/vereins_wappen_5.tga"), plaincrest(0x07E0)));
+
+        window = std::make_unique<MainWindow>(dir.path(), &dialogs);
+        window->formload();
+        window->resize(1200, 800);
+        window->show();
+        tree = window->findChild<QTreeWidget *>("tvdb");
+        select("T20");
+    }
+    void select(const QString &key)
+    {
+        for (QTreeWidgetItemIterator it(tree); *it; ++it) {
+            if ((*it)->data(0, Qt::UserRole).toString() == key) {
+                tree->setCurrentItem(*it);
+                window->tvdb_NodeClick(*it);
+                return;
+            }
+        }
+        FAIL() << key.toStdString();
+    }
+    KitPreview *preview(int slot) { return window->findChild<KitPreview *>(QStringLiteral("kitpreview(%1)").arg(slot)); }
+    int art(int slot) { return preview(slot)->art(); }
+    // Opens the kit picker on a slot by a double click and picks art, or cancels with -1.
+    void pickKit(int slot, int pick)
+    {
+        whenModal([this, pick] {
+            KitPicker *picker = window->kitpicker();
+            ASSERT_NE(picker, nullptr);
+            if (pick >= 0)
+                picker->flxgrdtrikot_Click(picker->model()->index(pick / 12, pick % 12));
+            picker->findChild<QPushButton *>(pick >= 0 ? "btnok" : "btnabbrechen")->click();
+        });
+        QTest::mouseDClick(preview(slot)->picture(), Qt::LeftButton);
+    }
+    QVariant value(const QString &sql) { return window->db()->scalar(sql); }
+    QString grafnr() { return window->findChild<QLineEdit *>("txtgrafnr")->text(); }
+
+    TempFolder dir;
+    ScriptedDialogs dialogs;
+    std::unique_ptr<MainWindow> window;
+    QTreeWidget *tree = nullptr;
+};
+
+} // namespace
+
+TEST_F(Kits, ClubShowsItsKitsAndCrest)
+{
+    EXPECT_EQ(art(0), 4);
+    EXPECT_EQ(art(2), 70);
+    EXPECT_EQ(preview(0)->colours()[0], (Rgb{200, 10, 10})) << "quoted colour text";
+    EXPECT_FALSE(preview(0)->picture()->pixmap().isNull());
+    EXPECT_TRUE(preview(2)->picture()->pixmap().isNull()) << "a missing drawing shows nothing";
+    auto *crest = window->findChild<CrestView *>("ImgXwappen");
+    ASSERT_FALSE(crest->image().isNull());
+    EXPECT_EQ(crest->image().pixelColor(3, 3), QColor(255, 0, 0));
+}
+
+TEST_F(Kits, PickedKitReachesTheDatabaseOnlyWithTheSave)
+{
+    pickKit(0, 9);
+    EXPECT_EQ(art(0), 9);
+    EXPECT_EQ(preview(0)->colours()[0], (Rgb{0, 128, 0}));
+    pickKit(1, -1);
+    EXPECT_EQ(art(1), 4) << "Abbrechen changes nothing";
+
+    select("L10");
+    select("T20");
+    EXPECT_EQ(art(0), 4);
+    EXPECT_EQ(value("SELECT TRIKOT_ART FROM vereine WHERE NUMMER = 20").toInt(), 4);
+    EXPECT_EQ(value("SELECT F_TRIKOT_SPIELER FROM vereine WHERE NUMMER = 20").toString(), "\"200, 10, 10\"");
+
+    pickKit(1, 9);
+    window->btnteamsave_Click();
+    EXPECT_EQ(value("SELECT AUSWEICH_TRIKOT_ART FROM vereine WHERE NUMMER = 20").toInt(), 9);
+    EXPECT_EQ(value("SELECT F_AUSW_HOSE_SPIELER FROM vereine WHERE NUMMER = 20").toString(), "  0,128,  0");
+    EXPECT_EQ(value("SELECT TRIKOT_ART FROM vereine WHERE NUMMER = 20").toInt(), 4);
+}
+
+TEST_F(Kits, KitSetSwitchMarksBothPlacesAndRenewsThePicker)
+{
+    pickKit(0, -1);
+    QPointer<KitPicker> first = window->kitpicker();
+    ASSERT_TRUE(first);
+    window->action("trikotzorbode")->trigger();
+    EXPECT_TRUE(window->action("mnuoptionenitem(1)")->isChecked());
+    EXPECT_TRUE(window->action("trikotzorbode")->isChecked());
+    EXPECT_FALSE(window->action("mnuoptionenitem(0)")->isChecked());
+    EXPECT_FALSE(window->action("trikotoriginal")->isChecked());
+    EXPECT_EQ(loadsettings(dir.path()).trikotsatz, 1);
+    EXPECT_TRUE(first.isNull()) << "the old set's picker is gone";
+    EXPECT_EQ(art(0), 4) << "kits on screen stay until the next club";
+
+    pickKit(0, 9);
+    EXPECT_EQ(preview(0)->colours()[0], (Rgb{0, 0, 128}));
+    EXPECT_EQ(preview(0)->picture()->pixmap().toImage().pixelColor(30, 30), QColor(Qt::blue));
+    window->btnteamsave_Click();
+    EXPECT_EQ(value("SELECT F_TRIKOT_SPIELER FROM vereine WHERE NUMMER = 20").toString(), "  0,  0,128");
+}
+
+TEST_F(Kits, CopyOfMaResNeedsAnInstalledGame)
+{
+    ASSERT_TRUE(zorbo::test::writeBytes(dir.file("trikot/original/ma.res"), "set0"));
+    window->action("mnuoptionenitem(2)")->trigger();
+    EXPECT_EQ(dialogs.asked.value(0), "Fehler|Kein Zorbo installiert");
+    const QString target = window->settings().folder(ZorboresFolder) + "ma.res";
+    ASSERT_TRUE(zorbo::test::writeBytes(target, "game"));
+    window->action("mnuoptionenitem(2)")->trigger();
+    EXPECT_EQ(dialogs.asked.size(), 1);
+    EXPECT_EQ(zorbo::test::readBytes(target), "set0");
+}
+
+TEST_F(Kits, CrestPickerLastCellDoesNothingAndCancelKeepsTheNumber)
+{
+    auto *crest = window->findChild<CrestView *>("ImgXwappen");
+    whenModal([this] {
+        CrestPicker *picker = window->crestpicker();
+        ASSERT_NE(picker, nullptr);
+        EXPECT_EQ(picker->wappennr(), "12");
+        picker->flxgrdwappen_Click(picker->model()->index(90, 10));
+        EXPECT_EQ(picker->wappennr(), "12");
+        picker->flxgrdwappen_Click(picker->model()->index(0, 5));
+        EXPECT_EQ(picker->wappennr(), "5");
+        picker->findChild<QPushButton *>("btnabbrechen")->click();
+    });
+    QTest::mouseClick(crest, Qt::LeftButton);
+    EXPECT_EQ(grafnr(), "12");
+    EXPECT_EQ(crest->image().pixelColor(3, 3), QColor(255, 0, 0));
+    EXPECT_TRUE(QFileInfo::exists(dir.file("wappen/vereins_wappen_0.tga")));
+    EXPECT_TRUE(QFileInfo::exists(dir.file("wappen/vereins_wappen_999.tga")));
+    EXPECT_FALSE(QFileInfo::exists(dir.file("wappen/vereins_wappen_1000.tga")));
+
+    whenModal([this] {
+        CrestPicker *picker = window->crestpicker();
+        picker->flxgrdwappen_Click(picker->model()->index(0, 5));
+        picker->findChild<QPushButton *>("btnok")->click();
+    });
+    QTest::mouseClick(crest, Qt::LeftButton);
+    EXPECT_EQ(grafnr(), "5");
+    EXPECT_EQ(crest->image().pixelColor(3, 3), QColor(0, 255, 0));
+    window->btnteamsave_Click();
+    EXPECT_EQ(value("SELECT GRAFIK_NR FROM vereine WHERE NUMMER = 20").toInt(), 5);
+}
