@@ -16,7 +16,9 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QImage>
+#include <QComboBox>
 #include <QLineEdit>
+#include <QRadioButton>
 #include <QPushButton>
 #include <QTest>
 #include <QTimer>
@@ -227,4 +229,46 @@ TEST_F(Kits, CrestPickerLastCellDoesNothingAndCancelKeepsTheNumber)
     EXPECT_EQ(crest->image().pixelColor(3, 3), QColor(0, 255, 0));
     window->btnteamsave_Click();
     EXPECT_EQ(value("SELECT GRAFIK_NR FROM vereine WHERE NUMMER = 20").toInt(), 5);
+}
+
+TEST_F(Kits, NewCountryAndClubLiveAsProvisionalNodesUntilSaved)
+{
+    auto openNew = [this](int option, const QString &pick, bool take) {
+        whenModal([=] {
+            auto *dialog = qobject_cast<QDialog *>(QApplication::activeModalWidget());
+            auto *land = dialog->findChild<QComboBox *>("cboland");
+            EXPECT_EQ(land->count(), 1) << "the shared list, also after Abbrechen";
+            EXPECT_EQ(land->currentText(), "Deutschland");
+            dialog->findChild<QRadioButton *>(QStringLiteral("optnew(%1)").arg(option))->click();
+            auto *list = dialog->findChild<QComboBox *>(option == 0 ? "cbokontinent" : "cboland");
+            EXPECT_FALSE(list->isHidden());
+            list->setCurrentText(pick);
+            EXPECT_TRUE(dialog->findChild<QPushButton *>("btnok")->isEnabled());
+            dialog->findChild<QPushButton *>(take ? "btnok" : "btnabbrechen")->click();
+        });
+        window->action("new")->trigger();
+    };
+    openNew(1, "Deutschland", false);
+    EXPECT_EQ(tree->currentItem()->data(0, Qt::UserRole).toString(), "T20");
+
+    openNew(0, "Asien", true);
+    QTreeWidgetItem *land = tree->currentItem();
+    EXPECT_EQ(land->data(0, Qt::UserRole).toString(), "L21_");
+    EXPECT_EQ(land->text(0), "Land21");
+    EXPECT_EQ(land->parent()->data(0, Qt::UserRole).toString(), "Asien");
+    EXPECT_EQ(window->findChild<QLineEdit *>("txttnr")->text(), "21");
+
+    openNew(1, "Deutschland", true);
+    QTreeWidgetItem *club = tree->currentItem();
+    EXPECT_EQ(club->data(0, Qt::UserRole).toString(), "T22_") << "the next number after the unsaved country";
+    EXPECT_EQ(club->text(0), "Team22");
+    EXPECT_EQ(club->parent()->text(0), "Deutschland");
+    EXPECT_EQ(window->findChild<QComboBox *>("cboland")->currentText(), "Deutschland");
+
+    window->findChild<QLineEdit *>("txtteamlang")->setText("SV Neustadt");
+    window->btnteamsave_Click();
+    EXPECT_EQ(value("SELECT NAME FROM vereine WHERE NUMMER = 22").toString(), "SV Neustadt");
+    EXPECT_EQ(value("SELECT count(*) FROM vereinspieler WHERE verein = 22").toInt(), 20);
+    EXPECT_EQ(tree->currentItem()->data(0, Qt::UserRole).toString(), "T22");
+    EXPECT_EQ(value("SELECT count(*) FROM vereine_national WHERE NUMMER = 21").toInt(), 0) << "the country was never saved";
 }

@@ -94,7 +94,7 @@ const Button buttons[] = {
 
 // Entries whose work is in place; the others wait, disabled, for theirs.
 const QStringList working = {
-    QStringLiteral("mnudateiitem(4)"),    QStringLiteral("mnudateiitem(5)"),    QStringLiteral("mnudateiitem(7)"),
+    QStringLiteral("mnudateiitem(0)"),    QStringLiteral("mnudateiitem(4)"),    QStringLiteral("mnudateiitem(5)"),    QStringLiteral("mnudateiitem(7)"),
     QStringLiteral("mnupopupitem(0)"),    QStringLiteral("mnuoptionenitem(0)"), QStringLiteral("mnuoptionenitem(1)"),
     QStringLiteral("mnuoptionenitem(2)"), QStringLiteral("mnuinfoitem(0)"),
 };
@@ -140,6 +140,7 @@ void MainWindow::buildmenus()
     action(QStringLiteral("mnuoptionenitem(1)"))->setCheckable(true);
     action(QStringLiteral("mnuoptionenitem(1)"))->setChecked(true);
 
+    connect(action(QStringLiteral("mnudateiitem(0)")), &QAction::triggered, this, [this] { mnudateiitem_Click(0); });
     connect(action(QStringLiteral("mnudateiitem(7)")), &QAction::triggered, this, &QWidget::close);
     connect(action(QStringLiteral("mnupopupitem(0)")), &QAction::triggered, this, &MainWindow::reloadtree);
     connect(action(QStringLiteral("mnuoptionenitem(0)")), &QAction::triggered, this, [this] { mnuoptionenitem_Click(0); });

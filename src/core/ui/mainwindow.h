@@ -64,6 +64,11 @@ public:
     void showspielerliste(qint64 team);
     void btnteamsave_Click();
     void btnspielerspeichern_Click();
+    // 0: frmneu, a new country or club as a provisional tree node.
+    void mnudateiitem_Click(int index);
+    // Adds a provisional node under a continent (land) or a country and opens
+    // it in the team tab; nothing when the parent is not in the tree.
+    QTreeWidgetItem *addprovisional(bool land, const QString &choice);
     // 0 and 1: switch to that kit set; 2: copy the kit set's ma.res into the game.
     void mnuoptionenitem_Click(int index);
 
