@@ -1,5 +1,6 @@
 #include "core/ui/mainwindow.h"
 #include "editor/kitart.h"
+#include "editor/kitcolours.h"
 #include "editor/ui/kitgridmodel.h"
 #include "editor/ui/kitpicker.h"
 #include "editor/ui/kitpreview.h"
@@ -16,6 +17,7 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QImage>
+#include <QPainter>
 #include <QComboBox>
 #include <QLineEdit>
 #include <QRadioButton>
@@ -46,6 +48,24 @@ void writedrawing(const QString &file, QColor colour)
 {
     QImage image(61, 71, QImage::Format_RGB32);
     image.fill(colour);
+    ASSERT_TRUE(image.save(file, "PNG"));
+}
+
+// A shirt of our own for the pictures of the README: body, sleeves and a
+// stripe in a second colour.
+void writeshirt(const QString &file, int art)
+{
+    QImage image(61, 71, QImage::Format_RGB32);
+    image.fill(Qt::white);
+    QPainter p(&image);
+    p.setRenderHint(QPainter::Antialiasing);
+    p.setPen(QPen(Qt::black, 1));
+    p.setBrush(QColor::fromHsv((art * 37) % 360, 180, 220));
+    const QPointF shirt[] = {{18, 6}, {43, 6}, {58, 18}, {50, 28}, {45, 24}, {45, 64}, {16, 64}, {16, 24}, {11, 28}, {3, 18}};
+    p.drawPolygon(shirt, 10);
+    p.setBrush(art % 2 ? QColor(Qt::white) : QColor::fromHsv((art * 37 + 180) % 360, 200, 160));
+    p.drawRect(art % 3 ? QRectF(27, 6, 7, 58) : QRectF(16, 30, 29, 8));
+    p.end();
     ASSERT_TRUE(image.save(file, "PNG"));
 }
 
@@ -143,6 +163,35 @@ TEST_F(Kits, ClubShowsItsKitsAndCrest)
     auto *crest = window->findChild<CrestView *>("ImgXwappen");
     ASSERT_FALSE(crest->image().isNull());
     EXPECT_EQ(crest->image().pixelColor(3, 3), QColor(255, 0, 0));
+
+    const QString shot = qEnvironmentVariable("ZORBO_SCREENSHOT_DIR");
+    if (shot.isEmpty())
+        return;
+    for (int art = 0; art < 80; ++art)
+        writeshirt(dir.file(QStringLiteral("trikot/original/trikot_%1.gif").arg(art, 2, 10, QLatin1Char('0'))), art);
+    for (int n = 0; n < 40; ++n)
+        zorbo::test::writeBytes(dir.file(QStringLiteral("wappen/vereins_wappen_%1.tga").arg(n)),
+                                plaincrest(((n * 5) % 32) * 2048 | ((n * 23) % 64) * 32 | (31 - n % 32)));
+    window->db()->run("UPDATE e_trikotfarbeoriginal SET Trikot1 = '200, 30, 30', Trikot2 = '255,255,255', "
+                      "Hose = ' 20, 20, 20', Streifen = '255,255,255' WHERE Nummer = 9");
+    window->db()->run("INSERT INTO e_trikotfarbeoriginal VALUES (70, ' 30,160, 40', ' 30,160, 40', ' 20, 20, 20', "
+                      "'240,240,  0')");
+    window->db()->run("INSERT INTO e_trikotfarbeoriginal VALUES (4, '255,255,255', ' 40, 40,200', ' 40, 40,200', "
+                      "'255,255,255')");
+    window->db()->run("UPDATE vereine SET TRIKOT_ART = 4, AUSWEICH_TRIKOT_ART = 9, GRAFIK_NR = 17 WHERE NUMMER = 20");
+    settrikotfarbe(*window->db(), 20, TeamTable::Vereine, 0);
+    select("T20");
+    window->findChild<QWidget *>("tabteam")->grab().save(shot + "/teamtab-kits.png");
+    whenModal([this, shot] {
+        window->kitpicker()->flxgrdtrikot_Click(window->kitpicker()->model()->index(1, 2));
+        window->kitpicker()->grab().save(shot + "/kitpicker.png");
+    });
+    QTest::mouseDClick(preview(0)->picture(), Qt::LeftButton);
+    whenModal([this, shot] {
+        window->crestpicker()->flxgrdwappen_Click(window->crestpicker()->model()->index(1, 6));
+        window->crestpicker()->grab().save(shot + "/crestpicker.png");
+    });
+    QTest::mouseClick(crest, Qt::LeftButton);
 }
 
 TEST_F(Kits, PickedKitReachesTheDatabaseOnlyWithTheSave)

@@ -41,7 +41,7 @@ QVariant CrestGridModel::data(const QModelIndex &index, int role) const
         if (it == m_cache.constEnd()) {
             const QImage image = crestimage(crestfile(m_folder, n));
             const QPixmap pixmap = image.isNull() ? QPixmap()
-                : QPixmap::fromImage(image.scaled(CellSize - 8, CellSize - 20, Qt::KeepAspectRatio, Qt::SmoothTransformation));
+                : QPixmap::fromImage(image.scaled(CellSize - 6, CellSize - 6, Qt::KeepAspectRatio, Qt::SmoothTransformation));
             it = m_cache.insert(n, pixmap);
         }
         return *it;

@@ -7,11 +7,46 @@
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QHeaderView>
+#include <QPainter>
 #include <QPushButton>
+#include <QStyledItemDelegate>
 #include <QTableView>
 #include <QVBoxLayout>
 
 namespace zorbo {
+
+namespace {
+
+// A crest fills its cell; its number stands in the lower right corner over it.
+class CrestCellDelegate : public QStyledItemDelegate {
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+    void paint(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const override
+    {
+        if (option.state & QStyle::State_Selected)
+            painter->fillRect(option.rect, option.palette.highlight());
+        const QPixmap pixmap = index.data(Qt::DecorationRole).value<QPixmap>();
+        if (!pixmap.isNull()) {
+            QSize size = pixmap.size();
+            size.scale(option.rect.size() - QSize(6, 6), Qt::KeepAspectRatio);
+            QRect target(QPoint(), size);
+            target.moveCenter(option.rect.center());
+            painter->drawPixmap(target, pixmap);
+        }
+        const QString text = index.data(Qt::DisplayRole).toString();
+        if (text.isEmpty())
+            return;
+        const QRect box = option.fontMetrics.boundingRect(text).adjusted(-2, 0, 2, 0);
+        QRect corner(QPoint(), box.size());
+        corner.moveBottomRight(option.rect.bottomRight() - QPoint(1, 1));
+        painter->fillRect(corner, QColor(255, 255, 255, 200));
+        painter->setPen(Qt::black);
+        painter->drawText(corner, Qt::AlignCenter, text);
+    }
+};
+
+} // namespace
 
 CrestPicker::CrestPicker(const QString &wappenFolder, QWidget *parent) : QDialog(parent), m_folder(wappenFolder)
 {
@@ -29,7 +64,7 @@ CrestPicker::CrestPicker(const QString &wappenFolder, QWidget *parent) : QDialog
     m_grid->verticalHeader()->hide();
     m_grid->horizontalHeader()->setDefaultSectionSize(CrestGridModel::CellSize);
     m_grid->verticalHeader()->setDefaultSectionSize(CrestGridModel::CellSize);
-    m_grid->setIconSize(QSize(CrestGridModel::CellSize - 8, CrestGridModel::CellSize - 20));
+    m_grid->setItemDelegate(new CrestCellDelegate(m_grid));
     m_grid->setEditTriggers(QAbstractItemView::NoEditTriggers);
     m_grid->setSelectionMode(QAbstractItemView::SingleSelection);
     m_grid->setFixedSize(CrestGridModel::Columns * CrestGridModel::CellSize + 18, 7 * CrestGridModel::CellSize);
