@@ -1,5 +1,6 @@
 #include "core/ui/mainwindow.h"
 
+#include "core/defaultfolders.h"
 #include "core/gamedb.h"
 #include "core/teamlists.h"
 #include "editor/playergrid.h"
@@ -170,6 +171,8 @@ void MainWindow::formload()
     m_settings = loadsettings(m_programFolder, &message);
     if (!message.isEmpty())
         m_dialogs->warning(this, QString(), message);
+    // The delivered pictures, default.tga among them, which the crests fall back on.
+    const QStringList missing = unpackdefaults(m_settings);
 
     const QString caption = QStringLiteral("%1 %2.%3.%4")
                                 .arg(QLatin1String(programName))
@@ -192,6 +195,8 @@ void MainWindow::formload()
     action(QStringLiteral("impanstoss4"))->setEnabled(db() && checka4(*db()));
     mnuoptionenitem_Click(m_settings.trikotsatz == 0 ? 0 : 1);
     m_progress->setValue(100);
+    if (!missing.isEmpty())
+        m_status->setText(missing.join(QLatin1Char(' ')));
 }
 
 void MainWindow::reloadtree()
