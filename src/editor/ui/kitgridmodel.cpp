@@ -68,6 +68,8 @@ QVariant KitGridModel::data(const QModelIndex &index, int role) const
 
 Qt::ItemFlags KitGridModel::flags(const QModelIndex &index) const
 {
+    if (!index.isValid())
+        return Qt::NoItemFlags;
     return art(index) < 0 ? Qt::ItemIsEnabled : Qt::ItemIsEnabled | Qt::ItemIsSelectable;
 }
 
