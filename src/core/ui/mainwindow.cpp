@@ -54,15 +54,15 @@ protected:
     }
 };
 
-QIcon treeIcon(const QStyle *style, int picture)
+QIcon treeIcon(int picture)
 {
     switch (picture) {
     case ContinentPicture:
-        return style->standardIcon(QStyle::SP_DirIcon);
+        return QIcon(QStringLiteral(":/icons/kontinent.png"));
     case CountryPicture:
-        return style->standardIcon(QStyle::SP_DriveNetIcon);
+        return QIcon(QStringLiteral(":/icons/land.png"));
     default:
-        return style->standardIcon(QStyle::SP_FileIcon);
+        return QIcon(QStringLiteral(":/icons/verein.png"));
     }
 }
 
@@ -218,7 +218,7 @@ void MainWindow::reloadtree()
         item->setText(0, node.text);
         item->setData(0, Qt::UserRole, node.key);
         item->setData(0, Qt::UserRole + 1, node.picture);
-        item->setIcon(0, treeIcon(style(), node.picture));
+        item->setIcon(0, treeIcon(node.picture));
         items.insert(node.key, item);
         if (!selected && !tag.isEmpty() && node.key == tag)
             selected = item;
