@@ -185,6 +185,8 @@ void MainWindow::formload()
         m_dialogs->warning(this, QStringLiteral("Datenbank"), m_db.message);
 
     reloadtree();
+    if (db())
+        m_playertab->load_attribute(*db(), m_settings.folder(AttributeFolder));
 
     action(QStringLiteral("impanstoss4"))->setEnabled(db() && checka4(*db()));
     mnuoptionenitem_Click(m_settings.trikotsatz == 0 ? 0 : 1);

@@ -1,6 +1,7 @@
 #include "editor/ui/playertab.h"
 
 #include "editor/playergrid.h"
+#include "editor/ui/talentgrid.h"
 
 #include <QComboBox>
 #include <QFormLayout>
@@ -11,7 +12,6 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QStringListModel>
-#include <QTableWidget>
 #include <QVBoxLayout>
 
 namespace zorbo {
@@ -99,8 +99,7 @@ PlayerTab::PlayerTab(QStringListModel *spielerlaender, QWidget *parent) : QWidge
     m_gesicht->setFixedSize(85, 100);
     m_gesicht->setAlignment(Qt::AlignCenter);
     (new QVBoxLayout(frame9))->addWidget(m_gesicht);
-    m_attribute = new QTableWidget(frame11);
-    m_attribute->setObjectName(QStringLiteral("flxgrdattribute"));
+    m_attribute = new TalentGrid(frame11);
     (new QVBoxLayout(frame11))->addWidget(m_attribute);
 
     m_save = new QPushButton(QStringLiteral("Spieler speichern"), this);
@@ -142,6 +141,7 @@ bool PlayerTab::setRow(const QStringList &row)
     m_pos->setCurrentIndex(qMax(0, int(positionsnamen().indexOf(row[ColPosition]))));
     m_gesicht->setProperty("Tag", row[ColGesicht]);
     m_gesicht->setText(row[ColGesicht]);
+    m_attribute->showtalente(row[ColErlernt], row[ColGesperrt], m_pos->currentIndex());
     return land >= 0;
 }
 
@@ -162,10 +162,19 @@ PlayerForm PlayerTab::form() const
     if (m_row.size() == PlayerColumnCount) {
         f.hautfarbe = m_row[ColHautfarbe].toLongLong();
         f.haarfarbe = m_row[ColHaarfarbe].toLongLong();
-        f.erlernt = m_row[ColErlernt];
-        f.gesperrt = m_row[ColGesperrt];
+        m_attribute->talentsum(f.erlernt, f.gesperrt);
     }
     return f;
+}
+
+void PlayerTab::load_attribute(Database &db, const QString &attributeFolder)
+{
+    m_attribute->load_attribute(db, attributeFolder);
+}
+
+QList<qint64> PlayerTab::unknowntalents() const
+{
+    return m_attribute->unknown();
 }
 
 } // namespace zorbo

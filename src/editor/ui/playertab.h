@@ -9,9 +9,11 @@ class QLabel;
 class QLineEdit;
 class QPushButton;
 class QStringListModel;
-class QTableWidget;
 
 namespace zorbo {
+
+class Database;
+class TalentGrid;
 
 // The tab "Spieler": filled from a row of the player grid, not from the
 // database, so the grid's hidden columns travel through it.
@@ -23,9 +25,13 @@ public:
     // showspieler. A country that is not in the list falls back on the
     // list's first entry ("TRANSFERMARKT"); returns false then.
     bool setRow(const QStringList &row);
-    // The form over the row it was filled from: face, colours and talents
-    // stay as the row holds them.
+    // The form over the row it was filled from: the face stays as the row
+    // holds it, the talents come from the talent grid.
     PlayerForm form() const;
+    // Once at start-up: the talent list and its pictures.
+    void load_attribute(Database &db, const QString &attributeFolder);
+    // Talent numbers of the player on show that the grid has no row for.
+    QList<qint64> unknowntalents() const;
     // Opens or closes Frame8 to Frame11 and the save button.
     void setOpen(bool open);
     QPushButton *btnspielerspeichern() const { return m_save; }
@@ -37,7 +43,7 @@ private:
     QLineEdit *m_nummer, *m_vorname, *m_name, *m_einsatz, *m_rnr, *m_groesse;
     QComboBox *m_staerke, *m_maxstaerke, *m_pos, *m_land;
     QLabel *m_gesicht;
-    QTableWidget *m_attribute;
+    TalentGrid *m_attribute;
     QPushButton *m_save;
     QStringList m_row;
 };
