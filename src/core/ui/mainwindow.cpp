@@ -185,6 +185,7 @@ void MainWindow::formload()
         m_dialogs->warning(this, QStringLiteral("Datenbank"), m_db.message);
 
     reloadtree();
+    m_playertab->setGesichtFolder(m_settings.folder(GesichtFolder));
     if (db())
         m_playertab->load_attribute(*db(), m_settings.folder(AttributeFolder));
 
