@@ -1,7 +1,9 @@
 #include "core/ui/mainwindow.h"
 
+#include "core/defaultfolders.h"
 #include "core/gamedb.h"
 #include "core/teamlists.h"
+#include "editor/facepictures.h"
 #include "editor/playergrid.h"
 #include "editor/ui/playertab.h"
 #include "editor/ui/teamtab.h"
@@ -76,6 +78,10 @@ MainWindow::MainWindow(const QString &programFolder, Dialogs *dialogs)
     buildwindow();
     buildmenus();
     buildtoolbar();
+    QAction *checkfaces = action(QStringLiteral("mnutoolitem(1)"));
+    checkfaces->setEnabled(true);
+    checkfaces->setProperty("pending", false);
+    connect(checkfaces, &QAction::triggered, this, &MainWindow::checkallgesichter);
     // Until a node is chosen the editor is closed; tree and empty grid are open.
     anaus(NationalMode, false);
     m_frame1->setEnabled(true);
@@ -168,6 +174,10 @@ void MainWindow::formload()
     m_settings = loadsettings(m_programFolder, &message);
     if (!message.isEmpty())
         m_dialogs->warning(this, QString(), message);
+    // A fresh program folder gets the delivered pictures; files the user has are kept.
+    const QStringList unpacked = unpackdefaults(m_settings);
+    if (!unpacked.isEmpty())
+        m_dialogs->warning(this, QString(), unpacked.join(QLatin1Char('\n')));
 
     const QString caption = QStringLiteral("%1 %2.%3.%4")
                                 .arg(QLatin1String(programName))
@@ -269,6 +279,24 @@ void MainWindow::closeEvent(QCloseEvent *event)
             (*it)->close();
     }
     event->accept();
+}
+
+void MainWindow::checkallgesichter()
+{
+    if (!db())
+        return;
+    FaceCheck check;
+    {
+        Busy busy(this, m_status, m_progress, QStringLiteral("Überprüfe Spielergesichter..."));
+        check = zorbo::checkallgesichter(*db(), FacePictures(m_settings.folder(GesichtFolder)), busy.progress());
+    }
+    if (!check.result) {
+        m_dialogs->warning(this, QStringLiteral("Spielergesichter"), check.result.message);
+        return;
+    }
+    m_dialogs->information(this, QStringLiteral("Spielergesichter"),
+                           check.corrected == 0 ? QStringLiteral("Alle Gesichter in Ordnung!")
+                                                : QStringLiteral("%1 Gesichter korrigiert!").arg(check.corrected));
 }
 
 } // namespace zorbo

@@ -42,6 +42,8 @@ public:
     // Rebuilds the tree and all country and club lists from the database,
     // restoring the selection from the tree's Tag.
     void reloadtree();
+    // The tool "Spieler&gesichter überprüfen".
+    void checkallgesichter();
 
     Database *db() const { return m_db.db.get(); }
     const Settings &settings() const { return m_settings; }
