@@ -57,7 +57,8 @@ protected:
                       "STADION_SITZPL, STADION_STEHPL, TRIKOT_ART, TW_TRIKOT_ART, AUSWEICH_TRIKOT_ART) VALUES "
                       "(20, 'FC Köln', 'Köln', 12, 'Deutschland', 'Stadion', 'Köln', 4, 1, 4, 70, 0)");
             first = spieler20new(*o.db, 20, "Deutschland", 6);
-            o.db->run("UPDATE spieler SET GESICHT = ?2 WHERE NUMMER = ?1", first, encodeface({0, {2, 3, 4, 5, 6}}));
+            o.db->run("UPDATE spieler SET GESICHT = ?2, ERLERNT = '40,43,48', GESPERRT = '45' WHERE NUMMER = ?1", first,
+                      encodeface({0, {2, 3, 4, 5, 6}}));
         }
         window = std::make_unique<MainWindow>(dir.path(), &dialogs);
         window->formload();

@@ -78,6 +78,20 @@ MainWindow::MainWindow(const QString &programFolder, Dialogs *dialogs)
     buildwindow();
     buildmenus();
     buildtoolbar();
+    // The drawn pictures of ilsttoolbar replace the style's stand-ins.
+    const std::pair<const char *, const char *> toolbarIcons[] = {
+        {"new", "neu"},
+        {"open", "oeffnen"},
+        {"save", "speichern"},
+        {"impconfig", "importconfig"},
+        {"expconfig", "exportconfig"},
+        {"impanstoss4", "importanstoss"},
+        {"trikotoriginal", "trikotoriginal"},
+        {"trikotzorbode", "trikotzorbode"},
+    };
+    for (const auto &[key, file] : toolbarIcons)
+        if (QAction *act = action(QLatin1String(key)))
+            act->setIcon(QIcon(QStringLiteral(":/icons/%1.png").arg(QLatin1String(file))));
     QAction *checkfaces = action(QStringLiteral("mnutoolitem(1)"));
     checkfaces->setEnabled(true);
     checkfaces->setProperty("pending", false);
