@@ -116,8 +116,21 @@ QByteArray encodegif(const QImage &source)
     Palette pal;
     pal.transparent = anyTransparent;
     const size_t room = anyTransparent ? 255 : 256;
-    for (size_t i = 0; i < byCount.size() && i < room; ++i)
-        pal.colours.push_back(byCount[i].first);
+    if (byCount.size() <= room) {
+        for (const auto &c : byCount)
+            pal.colours.push_back(c.first);
+    } else {
+        // The most frequent colours stay exact, so flat fills keep their colour;
+        // a 5 x 5 x 5 cube catches the rest within half a step.
+        for (size_t i = 0; i < room - 125; ++i)
+            pal.colours.push_back(byCount[i].first);
+        for (int r = 0; r < 5; ++r)
+            for (int g = 0; g < 5; ++g)
+                for (int b = 0; b < 5; ++b)
+                    pal.colours.push_back(qRgb(r * 255 / 4, g * 255 / 4, b * 255 / 4));
+        std::sort(pal.colours.begin(), pal.colours.end());
+        pal.colours.erase(std::unique(pal.colours.begin(), pal.colours.end()), pal.colours.end());
+    }
     if (pal.colours.empty())
         pal.colours.push_back(0xff000000u);
     std::sort(pal.colours.begin(), pal.colours.end());

@@ -75,14 +75,17 @@ int main(int argc, char **argv)
 {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     QGuiApplication app(argc, argv);
-    if (argc != 2) {
-        std::fprintf(stderr, "usage: drawpictures <repository folder>\n");
+    if (argc != 2 && argc != 3) {
+        std::fprintf(stderr, "usage: drawpictures <repository folder> [<output folder>]\n");
         return 2;
     }
+    // The output folder defaults to the repository; another one lets a test
+    // compare a fresh drawing with the committed files.
     const QString root = QString::fromLocal8Bit(argv[1]);
-    const QString defaults = root + QStringLiteral("/data/defaults");
-    const QString icons = root + QStringLiteral("/src/core/ui/icons");
-    const QString docs = root + QStringLiteral("/docs/pictures");
+    const QString out = argc == 3 ? QString::fromLocal8Bit(argv[2]) : root;
+    const QString defaults = out + QStringLiteral("/data/defaults");
+    const QString icons = out + QStringLiteral("/src/core/ui/icons");
+    const QString docs = out + QStringLiteral("/docs/pictures");
     QDir().mkpath(docs);
 
     const QList<Picture> talents = talentpictures();

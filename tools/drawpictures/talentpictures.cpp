@@ -174,16 +174,6 @@ void flag(QPainter &p, QPointF foot, QColor colour)
     p.drawPolygon(QPolygonF() << foot + QPointF(2, -40) << foot + QPointF(24, -32) << foot + QPointF(2, -24));
 }
 
-void text(QPainter &p, QRectF r, const QString &t, QColor colour = white, int size = 30)
-{
-    QFont f;
-    f.setPixelSize(size);
-    f.setBold(true);
-    p.setFont(f);
-    p.setPen(colour);
-    p.drawText(r, Qt::AlignCenter, t);
-}
-
 using Sign = std::function<void(QPainter &)>;
 
 struct Talent {
@@ -235,7 +225,7 @@ QList<Talent> talents()
         {0, [](QPainter &p) { p.setPen(QPen(white, 3, Qt::DotLine)); p.drawLine(QPointF(6, 10), QPointF(30, 54)); p.drawLine(QPointF(30, 54), QPointF(44, 26)); goal(p, {40, 6, 22, 18}); ball(p, {44, 30}, 9); }}, // Abstauber
         {0, [](QPainter &p) { p.setPen(QPen(ink, 3)); p.setBrush(QColor(255, 140, 0)); p.drawRoundedRect(QRectF(24, 36, 16, 24), 4, 4); curve(p, {6, 56}, {32, -20}, {58, 56}); ball(p, {56, 52}, 7); }}, // Lupfer
         {1, [](QPainter &p) { heart(p, {32, 34}, 1.3); }}, // Kondition
-        {1, [](QPainter &p) { p.setPen(QPen(ink, 3)); p.setBrush(QColor(255, 215, 0)); p.drawRoundedRect(QRectF(6, 18, 52, 28), 6, 6); text(p, {6, 18, 52, 28}, QStringLiteral("C"), ink, 28); }}, // Führungsspieler
+        {1, [](QPainter &p) { p.setPen(QPen(ink, 3)); p.setBrush(QColor(255, 215, 0)); p.drawRoundedRect(QRectF(6, 18, 52, 28), 6, 6); p.setPen(QPen(ink, 5, Qt::SolidLine, Qt::RoundCap)); p.setBrush(Qt::NoBrush); p.drawArc(QRectF(22, 22, 20, 20), 45 * 16, 270 * 16); }}, // Führungsspieler
         {1, [](QPainter &p) { p.setPen(QPen(QColor(180, 230, 255), 5, Qt::SolidLine, Qt::RoundCap)); for (int a = 0; a < 3; ++a) { QLineF l(QPointF(32, 32), QPointF(32, 6)); l.setAngle(90 + a * 60); QLineF m = l; m.setAngle(l.angle() + 180); p.drawLine(l); p.drawLine(m); } }}, // Nervenstärke
         {1, [](QPainter &p) { p.setPen(QPen(ink, 3)); p.setBrush(QColor(150, 150, 160)); p.drawPolygon(QPolygonF() << QPointF(6, 54) << QPointF(12, 20) << QPointF(30, 8) << QPointF(54, 16) << QPointF(58, 54)); p.setPen(QPen(QColor(90, 90, 100), 3)); p.drawLine(QPointF(20, 30), QPointF(34, 40)); }}, // Robustheit
         {1, [](QPainter &p) { p.setPen(QPen(ink, 2)); p.setBrush(QColor(255, 220, 0)); p.drawRect(QRectF(18, 8, 28, 40)); p.setPen(QPen(QColor(0, 170, 60), 6, Qt::SolidLine, Qt::RoundCap)); p.drawLine(QPointF(6, 40), QPointF(18, 54)); p.drawLine(QPointF(18, 54), QPointF(58, 20)); }}, // Fairness
