@@ -4,6 +4,7 @@
 
 #include <QHeaderView>
 #include <QMouseEvent>
+#include <QStyledItemDelegate>
 
 namespace zorbo {
 
@@ -18,6 +19,21 @@ QTableWidgetItem *cell(const QString &text = QString())
     item->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable);
     return item;
 }
+
+// The focus frame shows only on the state column, where a click does something
+// the user may want to see as the current cell.
+class FocusOnStateDelegate : public QStyledItemDelegate {
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+protected:
+    void initStyleOption(QStyleOptionViewItem *option, const QModelIndex &index) const override
+    {
+        QStyledItemDelegate::initStyleOption(option, index);
+        if (index.column() != 1)
+            option->state &= ~QStyle::State_HasFocus;
+    }
+};
 
 } // namespace
 
@@ -35,6 +51,7 @@ TalentGrid::TalentGrid(QWidget *parent) : QTableWidget(0, 17, parent)
     setIconSize(QSize(16, 16));
     setEditTriggers(NoEditTriggers);
     setSelectionMode(SingleSelection);
+    setItemDelegate(new FocusOnStateDelegate(this));
     const int widths[] = {16, 16, 125, 86, 16, 16, 16, 16, 16, 16};
     for (int c = 0; c < 10; ++c)
         setColumnWidth(c, widths[c]);
