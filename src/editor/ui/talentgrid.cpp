@@ -1,5 +1,6 @@
 #include "editor/ui/talentgrid.h"
 
+#include "editor/ui/mergingheader.h"
 #include "platform/database.h"
 
 #include <QHeaderView>
@@ -40,6 +41,7 @@ protected:
 TalentGrid::TalentGrid(QWidget *parent) : QTableWidget(0, 17, parent)
 {
     setObjectName(QStringLiteral("flxgrdattribute"));
+    setHorizontalHeader(new MergingHeader(this));
     setHorizontalHeaderLabels({QStringLiteral(" "), QStringLiteral(" "), QStringLiteral("Talent"),
                                QStringLiteral("Talent"), QStringLiteral("Voraus."), QStringLiteral("Voraus."),
                                QStringLiteral("Voraus."), QStringLiteral("Schutz"), QStringLiteral("Schutz"),
