@@ -1,5 +1,6 @@
 #include "core/ui/mainwindow.h"
 
+#include "core/defaultfolders.h"
 #include "core/gamedb.h"
 #include "core/teamlists.h"
 #include "editor/playergrid.h"
@@ -76,6 +77,7 @@ MainWindow::MainWindow(const QString &programFolder, Dialogs *dialogs)
     buildwindow();
     buildmenus();
     buildtoolbar();
+    connectexchange();
     // Until a node is chosen the editor is closed; tree and empty grid are open.
     anaus(NationalMode, false);
     m_frame1->setEnabled(true);
@@ -168,6 +170,9 @@ void MainWindow::formload()
     m_settings = loadsettings(m_programFolder, &message);
     if (!message.isEmpty())
         m_dialogs->warning(this, QString(), message);
+    // Missing pictures never stop the start; the status bar says what is missing.
+    if (const QStringList missing = unpackdefaults(m_settings); !missing.isEmpty())
+        m_status->setText(missing.first());
 
     const QString caption = QStringLiteral("%1 %2.%3.%4")
                                 .arg(QLatin1String(programName))

@@ -61,6 +61,10 @@ public:
     void showspielerliste(qint64 team);
     void btnteamsave_Click();
     void btnspielerspeichern_Click();
+    // The import and export runs of the file menu: 0 the game's configuration
+    // files, 1 the crest archive.
+    void mnuimportitem_Click(int index);
+    void mnuexportitem_Click(int index);
     // Marks kit set 0 or 1 in menu and toolbar and stores it in the settings.
     void mnuoptionenitem_Click(int index);
 
@@ -71,6 +75,7 @@ private:
     void buildwindow();
     void buildmenus();
     void buildtoolbar();
+    void connectexchange();
     void closedb();
     void showabout();
     void flxgrdspieler_Click(const QModelIndex &index);

@@ -1,0 +1,126 @@
+// The file menu's import and export runs: the game's configuration files
+// and the crest archive.
+#include "core/ui/busy.h"
+#include "core/ui/dialogs.h"
+#include "core/ui/mainwindow.h"
+#include "exchange/configruns.h"
+#include "resources/crestrun.h"
+
+#include <QAction>
+#include <QGroupBox>
+
+namespace zorbo {
+
+namespace {
+
+// Which file is meant is decided by the filter entry, never by the name.
+const QStringList configFilters = {QStringLiteral("Zorbo Vereine (1_tm.cfg) (*.cfg)"),
+                                   QStringLiteral("Zorbo Spieler (1_sp.cfg) (*.cfg)")};
+const QStringList crestFilters = {QStringLiteral("Zorbo Wappen (wa.res) (wa*.res)")};
+
+QString summary(const QString &message, const QStringList &notes)
+{
+    if (notes.isEmpty())
+        return message;
+    const qsizetype shown = std::min<qsizetype>(notes.size(), 20);
+    QString text = message + QStringLiteral("\n\n") + notes.mid(0, shown).join(QLatin1Char('\n'));
+    if (notes.size() > shown)
+        text += QStringLiteral("\n… und %1 weitere Hinweise.").arg(notes.size() - shown);
+    return text;
+}
+
+} // namespace
+
+void MainWindow::connectexchange()
+{
+    connect(action(QStringLiteral("mnuimportitem(0)")), &QAction::triggered, this, [this] { mnuimportitem_Click(0); });
+    connect(action(QStringLiteral("mnuimportitem(1)")), &QAction::triggered, this, [this] { mnuimportitem_Click(1); });
+    connect(action(QStringLiteral("mnuexportitem(0)")), &QAction::triggered, this, [this] { mnuexportitem_Click(0); });
+    connect(action(QStringLiteral("mnuexportitem(1)")), &QAction::triggered, this, [this] { mnuexportitem_Click(1); });
+    action(QStringLiteral("impconfig"))->setEnabled(true);
+    action(QStringLiteral("expconfig"))->setEnabled(true);
+}
+
+void MainWindow::mnuimportitem_Click(int index)
+{
+    if (index == 0 && db()) {
+        int filter = 0;
+        const QString file = m_dialogs->openfile(this, QStringLiteral("Öffnen ..."), m_settings.folder(ZorboconfigFolder),
+                                                 configFilters, &filter);
+        if (file.isEmpty())
+            return;
+        const ConfigKind kind = filter == 1 ? ConfigKind::Players : ConfigKind::Teams;
+        ExchangeResult run;
+        {
+            Busy busy(this, m_status, m_progress,
+                      kind == ConfigKind::Teams ? QStringLiteral("Importiere Vereine...") : QStringLiteral("Importiere Spieler..."));
+            run = importconfig(*db(), file, kind, busy.progress());
+        }
+        if (kind == ConfigKind::Teams)
+            reloadtree();
+        else if (run.ok())
+            m_frame1->setEnabled(false); // the grid on show no longer holds the stored players
+        if (run.ok())
+            m_dialogs->information(this, QStringLiteral("Import"), summary(run.result.message, run.notes));
+        else
+            m_dialogs->warning(this, QStringLiteral("Import"), run.result.message);
+    } else if (index == 1) {
+        int filter = 0;
+        const QString file = m_dialogs->openfile(this, QStringLiteral("Importieren Wappen..."),
+                                                 m_settings.folder(ZorboresFolder) + QStringLiteral("wa.res"), crestFilters,
+                                                 &filter);
+        if (file.isEmpty())
+            return;
+        CrestRunReport run;
+        {
+            Busy busy(this, m_status, m_progress, QStringLiteral("Importiere Wappen..."));
+            run = importwappen(file, m_settings.folder(WappenFolder), busy.progress());
+        }
+        if (run.result.ok)
+            m_dialogs->information(this, QStringLiteral("Wappen"),
+                                   summary(QStringLiteral("%1 Wappen aus %2 übernommen.").arg(run.written).arg(file), run.problems));
+        else
+            m_dialogs->warning(this, QStringLiteral("Wappen"), summary(run.result.message, run.problems));
+    }
+}
+
+void MainWindow::mnuexportitem_Click(int index)
+{
+    if (index == 0 && db()) {
+        int filter = 0;
+        const QString file = m_dialogs->savefile(this, QStringLiteral("Zorbo Config exportieren"),
+                                                 m_settings.folder(ZorboconfigFolder), configFilters, &filter);
+        if (file.isEmpty())
+            return;
+        const ConfigKind kind = filter == 1 ? ConfigKind::Players : ConfigKind::Teams;
+        ExchangeResult run;
+        {
+            Busy busy(this, m_status, m_progress,
+                      kind == ConfigKind::Teams ? QStringLiteral("Exportiere Vereine...") : QStringLiteral("Exportiere Spieler..."));
+            run = exportconfig(*db(), file, kind, busy.progress());
+        }
+        if (run.ok())
+            m_dialogs->information(this, QStringLiteral("Export"), summary(run.result.message, run.notes));
+        else
+            m_dialogs->warning(this, QStringLiteral("Export"), run.result.message);
+    } else if (index == 1) {
+        int filter = 0;
+        const QString file = m_dialogs->savefile(this, QStringLiteral("Exportiere Wappen..."),
+                                                 m_settings.folder(ZorboresFolder) + QStringLiteral("wa.res"), crestFilters,
+                                                 &filter);
+        if (file.isEmpty())
+            return;
+        CrestRunReport run;
+        {
+            Busy busy(this, m_status, m_progress, QStringLiteral("Exportiere Wappen..."));
+            run = exportwappen(file, m_settings.folder(WappenFolder), busy.progress());
+        }
+        if (run.result.ok)
+            m_dialogs->information(this, QStringLiteral("Wappen"),
+                                   summary(QStringLiteral("%1 Wappen nach %2 gepackt.").arg(run.written).arg(file), run.problems));
+        else
+            m_dialogs->warning(this, QStringLiteral("Wappen"), summary(run.result.message, run.problems));
+    }
+}
+
+} // namespace zorbo
