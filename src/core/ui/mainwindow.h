@@ -61,6 +61,9 @@ public:
     void showspielerliste(qint64 team);
     void btnteamsave_Click();
     void btnspielerspeichern_Click();
+    // Team files: 1 opens one as a new club or over a club, 2 saves the
+    // club on show.
+    void mnudateiitem_Click(int index);
     // The import and export runs of the file menu: 0 the game's configuration
     // files, 1 the crest archive.
     void mnuimportitem_Click(int index);

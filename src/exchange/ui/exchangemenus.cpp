@@ -4,10 +4,15 @@
 #include "core/ui/dialogs.h"
 #include "core/ui/mainwindow.h"
 #include "exchange/configruns.h"
+#include "exchange/teamfile.h"
+#include "exchange/teamfileopen.h"
+#include "exchange/ui/opendialog.h"
 #include "resources/crestrun.h"
 
 #include <QAction>
 #include <QGroupBox>
+#include <QLabel>
+#include <QTreeWidget>
 
 namespace zorbo {
 
@@ -17,6 +22,7 @@ namespace {
 const QStringList configFilters = {QStringLiteral("Zorbo Vereine (1_tm.cfg) (*.cfg)"),
                                    QStringLiteral("Zorbo Spieler (1_sp.cfg) (*.cfg)")};
 const QStringList crestFilters = {QStringLiteral("Zorbo Wappen (wa.res) (wa*.res)")};
+const QStringList teamFilters = {QStringLiteral("Zorbo Editor Team (*.tea)")};
 
 QString summary(const QString &message, const QStringList &notes)
 {
@@ -33,6 +39,8 @@ QString summary(const QString &message, const QStringList &notes)
 
 void MainWindow::connectexchange()
 {
+    connect(action(QStringLiteral("mnudateiitem(1)")), &QAction::triggered, this, [this] { mnudateiitem_Click(1); });
+    connect(action(QStringLiteral("mnudateiitem(2)")), &QAction::triggered, this, [this] { mnudateiitem_Click(2); });
     connect(action(QStringLiteral("mnuimportitem(0)")), &QAction::triggered, this, [this] { mnuimportitem_Click(0); });
     connect(action(QStringLiteral("mnuimportitem(1)")), &QAction::triggered, this, [this] { mnuimportitem_Click(1); });
     connect(action(QStringLiteral("mnuexportitem(0)")), &QAction::triggered, this, [this] { mnuexportitem_Click(0); });
@@ -120,6 +128,60 @@ void MainWindow::mnuexportitem_Click(int index)
                                    summary(QStringLiteral("%1 Wappen nach %2 gepackt.").arg(run.written).arg(file), run.problems));
         else
             m_dialogs->warning(this, QStringLiteral("Wappen"), summary(run.result.message, run.problems));
+    }
+}
+
+void MainWindow::mnudateiitem_Click(int index)
+{
+    if (!db())
+        return;
+    QTreeWidgetItem *node = m_tvdb->currentItem();
+    const QString key = node ? node->data(0, Qt::UserRole).toString() : QString();
+    if (index == 2) {
+        if (!key.startsWith(QLatin1Char('T')) || key.endsWith(QLatin1Char('_')))
+            return;
+        int filter = 0;
+        const QString file = m_dialogs->savefile(this, QStringLiteral("Speichern..."),
+                                                 m_settings.folder(ZorbodatenFolder) + node->text(0) + QStringLiteral(".tea"),
+                                                 teamFilters, &filter);
+        if (file.isEmpty())
+            return;
+        ExchangeResult run;
+        {
+            Busy busy(this, m_status, m_progress, QStringLiteral("Speichere Verein..."));
+            run = exportverein(*db(), file, key.mid(1).toLongLong(), busy.progress());
+        }
+        if (!run.ok())
+            m_dialogs->warning(this, QStringLiteral("Speichern"), run.result.message);
+        else
+            m_status->setText(run.result.message);
+    } else if (index == 1) {
+        int filter = 0;
+        const QString file = m_dialogs->openfile(this, QStringLiteral("Öffnen..."), m_settings.folder(ZorbodatenFolder),
+                                                 teamFilters, &filter);
+        if (file.isEmpty())
+            return;
+        // Kept hidden between uses, so its lists follow every rebuild.
+        auto *dialog = findChild<OpenDialog *>(QStringLiteral("frmopen"));
+        if (!dialog)
+            dialog = new OpenDialog(lists(), this);
+        dialog->setfile(file);
+        if (dialog->exec() != QDialog::Accepted)
+            return;
+        ExchangeResult run;
+        {
+            Busy busy(this, m_status, m_progress,
+                      dialog->newclub() ? QStringLiteral("Erstelle Verein...") : QStringLiteral("Aktualisiere Verein..."));
+            run = dialog->newclub() ? openteamnew(*db(), file, dialog->country(), busy.progress())
+                                    : openteamreplace(*db(), file, dialog->club(), busy.progress());
+        }
+        if (!run.ok()) {
+            m_dialogs->warning(this, QStringLiteral("Öffnen"), run.result.message);
+            return;
+        }
+        m_tvdb->setProperty("Tag", QStringLiteral("T%1").arg(run.team));
+        reloadtree();
+        m_status->setText(run.result.message);
     }
 }
 
