@@ -35,6 +35,16 @@ QString summary(const QString &message, const QStringList &notes)
     return text;
 }
 
+// The outcome of a run: what it did with its notes, or why it stopped.
+void tell(Dialogs *dialogs, QWidget *parent, const QString &title, const Result &result, const QString &done,
+          const QStringList &notes)
+{
+    if (result.ok)
+        dialogs->information(parent, title, summary(done, notes));
+    else
+        dialogs->warning(parent, title, summary(result.message, notes));
+}
+
 } // namespace
 
 void MainWindow::connectexchange()
@@ -68,10 +78,7 @@ void MainWindow::mnuimportitem_Click(int index)
             reloadtree();
         else if (run.ok())
             m_frame1->setEnabled(false); // the grid on show no longer holds the stored players
-        if (run.ok())
-            m_dialogs->information(this, QStringLiteral("Import"), summary(run.result.message, run.notes));
-        else
-            m_dialogs->warning(this, QStringLiteral("Import"), run.result.message);
+        tell(m_dialogs, this, QStringLiteral("Import"), run.result, run.result.message, run.notes);
     } else if (index == 1) {
         int filter = 0;
         const QString file = m_dialogs->openfile(this, QStringLiteral("Importieren Wappen..."),
@@ -84,11 +91,8 @@ void MainWindow::mnuimportitem_Click(int index)
             Busy busy(this, m_status, m_progress, QStringLiteral("Importiere Wappen..."));
             run = importwappen(file, m_settings.folder(WappenFolder), busy.progress());
         }
-        if (run.result.ok)
-            m_dialogs->information(this, QStringLiteral("Wappen"),
-                                   summary(QStringLiteral("%1 Wappen aus %2 übernommen.").arg(run.written).arg(file), run.problems));
-        else
-            m_dialogs->warning(this, QStringLiteral("Wappen"), summary(run.result.message, run.problems));
+        tell(m_dialogs, this, QStringLiteral("Wappen"), run.result,
+             QStringLiteral("%1 Wappen aus %2 übernommen.").arg(run.written).arg(file), run.problems);
     }
 }
 
@@ -107,10 +111,7 @@ void MainWindow::mnuexportitem_Click(int index)
                       kind == ConfigKind::Teams ? QStringLiteral("Exportiere Vereine...") : QStringLiteral("Exportiere Spieler..."));
             run = exportconfig(*db(), file, kind, busy.progress());
         }
-        if (run.ok())
-            m_dialogs->information(this, QStringLiteral("Export"), summary(run.result.message, run.notes));
-        else
-            m_dialogs->warning(this, QStringLiteral("Export"), run.result.message);
+        tell(m_dialogs, this, QStringLiteral("Export"), run.result, run.result.message, run.notes);
     } else if (index == 1) {
         int filter = 0;
         const QString file = m_dialogs->savefile(this, QStringLiteral("Exportiere Wappen..."),
@@ -123,11 +124,8 @@ void MainWindow::mnuexportitem_Click(int index)
             Busy busy(this, m_status, m_progress, QStringLiteral("Exportiere Wappen..."));
             run = exportwappen(file, m_settings.folder(WappenFolder), busy.progress());
         }
-        if (run.result.ok)
-            m_dialogs->information(this, QStringLiteral("Wappen"),
-                                   summary(QStringLiteral("%1 Wappen nach %2 gepackt.").arg(run.written).arg(file), run.problems));
-        else
-            m_dialogs->warning(this, QStringLiteral("Wappen"), summary(run.result.message, run.problems));
+        tell(m_dialogs, this, QStringLiteral("Wappen"), run.result,
+             QStringLiteral("%1 Wappen nach %2 gepackt.").arg(run.written).arg(file), run.problems);
     }
 }
 
