@@ -96,7 +96,9 @@ const Button buttons[] = {
 const QStringList working = {
     QStringLiteral("mnudateiitem(4)"),    QStringLiteral("mnudateiitem(5)"),    QStringLiteral("mnudateiitem(7)"),
     QStringLiteral("mnupopupitem(0)"),    QStringLiteral("mnuoptionenitem(0)"), QStringLiteral("mnuoptionenitem(1)"),
-    QStringLiteral("mnuinfoitem(0)"),
+    QStringLiteral("mnuinfoitem(0)"),     QStringLiteral("mnuimportitem(0)"),   QStringLiteral("mnuimportitem(1)"),
+    QStringLiteral("mnuexportitem(0)"),   QStringLiteral("mnuexportitem(1)"),   QStringLiteral("mnudateiitem(1)"),
+    QStringLiteral("mnudateiitem(2)"),
 };
 
 } // namespace

@@ -96,6 +96,7 @@ MainWindow::MainWindow(const QString &programFolder, Dialogs *dialogs)
     checkfaces->setEnabled(true);
     checkfaces->setProperty("pending", false);
     connect(checkfaces, &QAction::triggered, this, &MainWindow::checkallgesichter);
+    connectexchange();
     // Until a node is chosen the editor is closed; tree and empty grid are open.
     anaus(NationalMode, false);
     m_frame1->setEnabled(true);
@@ -188,10 +189,9 @@ void MainWindow::formload()
     m_settings = loadsettings(m_programFolder, &message);
     if (!message.isEmpty())
         m_dialogs->warning(this, QString(), message);
-    // A fresh program folder gets the delivered pictures; files the user has are kept.
-    const QStringList unpacked = unpackdefaults(m_settings);
-    if (!unpacked.isEmpty())
-        m_dialogs->warning(this, QString(), unpacked.join(QLatin1Char('\n')));
+    // Missing pictures never stop the start; the status bar says what is missing.
+    if (const QStringList missing = unpackdefaults(m_settings); !missing.isEmpty())
+        m_status->setText(missing.first());
 
     const QString caption = QStringLiteral("%1 %2.%3.%4")
                                 .arg(QLatin1String(programName))

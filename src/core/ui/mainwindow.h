@@ -63,6 +63,13 @@ public:
     void showspielerliste(qint64 team);
     void btnteamsave_Click();
     void btnspielerspeichern_Click();
+    // Team files: 1 opens one as a new club or over a club, 2 saves the
+    // club on show.
+    void mnudateiitem_Click(int index);
+    // The import and export runs of the file menu: 0 the game's configuration
+    // files, 1 the crest archive.
+    void mnuimportitem_Click(int index);
+    void mnuexportitem_Click(int index);
     // Marks kit set 0 or 1 in menu and toolbar and stores it in the settings.
     void mnuoptionenitem_Click(int index);
 
@@ -73,6 +80,7 @@ private:
     void buildwindow();
     void buildmenus();
     void buildtoolbar();
+    void connectexchange();
     void closedb();
     void showabout();
     void flxgrdspieler_Click(const QModelIndex &index);
