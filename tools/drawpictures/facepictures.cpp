@@ -3,7 +3,10 @@
 // Variants come from the picture number by fixed arithmetic.
 #include "pictures.h"
 
+#include <QFile>
+#include <QHash>
 #include <QPainter>
+#include <QTextStream>
 #include <QPainterPath>
 
 namespace zorbo {
@@ -24,9 +27,23 @@ const Skin skins[] = {
     {"schwarz", QColor(122, 80, 52), QColor(70, 42, 26), QColor(90, 50, 45), 9, 9, 9, 2, 1},
 };
 
-// Hair colour by the colour numbers of e_gesichtsfarbe, hair digit by hair digit.
-const int hairColourLight[30] = {0, 1, 2, 3, 1, 2, 0, 1, 2, 4, 5, 1, 0, 2, 1, 3, 6, 1, 2, 0, 1, 2, 4, 1, 5, 0, 2, 1, 6, 1};
-const int hairColourDark[9] = {2, 2, 5, 2, 2, 5, 4, 2, 6};
+// Haarfarbe of e_gesichtsfarbe by skin colour and hair digit, so that the
+// hair drawn matches the colour the save writes for it.
+QHash<int, int> haircolours(const QString &path)
+{
+    QHash<int, int> colours;
+    QFile f(path);
+    if (!f.open(QIODevice::ReadOnly | QIODevice::Text))
+        return colours;
+    QTextStream in(&f);
+    in.readLine();
+    while (!in.atEnd()) {
+        const QStringList cols = in.readLine().split(QLatin1Char('\t'));
+        if (cols.size() >= 4)
+            colours.insert(cols[1].toInt() * 100 + cols[0].toInt(), cols[3].toInt());
+    }
+    return colours;
+}
 
 QColor haircolour(int code)
 {
@@ -279,8 +296,9 @@ QImage hair(int n, int colourCode)
 
 } // namespace
 
-QList<Picture> facepictures()
+QList<Picture> facepictures(const QString &colourTable)
 {
+    const QHash<int, int> hairs = haircolours(colourTable);
     QList<Picture> out;
     for (const Skin &s : skins) {
         const QString prefix = QStringLiteral("sp_gesicht_%1_").arg(QLatin1String(s.word));
@@ -291,9 +309,8 @@ QList<Picture> facepictures()
         out << Picture{prefix + QStringLiteral("grund.gif"), background(s)};
         add(QStringLiteral("nase"), s.noses, [&](int n) { return nose(s, n); });
         add(QStringLiteral("mund"), s.mouths, [&](int n) { return mouth(s, n); });
-        const bool light = &s == &skins[0];
-        add(QStringLiteral("haare"), s.hairs,
-            [&](int n) { return hair(n, light ? hairColourLight[n] : hairColourDark[n]); });
+        const int farbe = &s == &skins[0] ? 0 : 1;
+        add(QStringLiteral("haare"), s.hairs, [&](int n) { return hair(n, hairs.value(farbe * 100 + n, 1)); });
         add(QStringLiteral("augen"), s.eyes, [&](int n) { return eyes(s, n); });
         add(QStringLiteral("kinn"), s.chins, [&](int n) { return chin(s, n); });
     }

@@ -89,7 +89,7 @@ int main(int argc, char **argv)
     QDir().mkpath(docs);
 
     const QList<Picture> talents = talentpictures();
-    const QList<Picture> faces = facepictures();
+    const QList<Picture> faces = facepictures(root + QStringLiteral("/src/core/data/e_gesichtsfarbe.tsv"));
     const QList<Picture> kits0 = kitpictures(0, root + QStringLiteral("/src/core/data/e_trikotfarbeoriginal.tsv"));
     const QList<Picture> kits1 = kitpictures(1, root + QStringLiteral("/src/core/data/e_trikotfarbezorbode.tsv"));
     QList<Picture> programIcons = iconpictures() + only(talents, false);

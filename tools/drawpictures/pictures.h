@@ -14,7 +14,7 @@ struct Picture {
 };
 
 QList<Picture> talentpictures();
-QList<Picture> facepictures(); // both colours
+QList<Picture> facepictures(const QString &colourTable); // both colours; e_gesichtsfarbe for the hair
 QList<Picture> kitpictures(int kitset, const QString &colourTable);
 QList<Picture> iconpictures();
 
