@@ -11,7 +11,6 @@
 
 #include <QAction>
 #include <QApplication>
-#include <QElapsedTimer>
 #include <QPixmapCache>
 #include <QPushButton>
 #include <QRadioButton>
@@ -182,25 +181,4 @@ TEST_F(FaceWindow, CheckallgesichterReportsTheCount)
     EXPECT_EQ(dialogs.asked.last(), "Spielergesichter|3 Gesichter korrigiert!");
     EXPECT_EQ(window->db()->scalar("SELECT GESICHT FROM spieler WHERE NUMMER = ?1", first).toLongLong(),
               encodeface({0, {30, 3, 4, 5, 6}}));
-}
-
-TEST(FaceSpeed, ShowingAFace)
-{
-    const FacePictures pics(delivered);
-    FaceView view;
-    view.setPictures(&pics);
-    view.show();
-    std::vector<qint64> times;
-    for (int i = 0; i < 31; ++i) {
-        QPixmapCache::clear(); // every face read from the files, as for a first look
-        QElapsedTimer t;
-        t.start();
-        view.showgesicht(encodeface({0, {i % 31, i % 30, i % 30, (i * 7) % 30, i % 11}}));
-        view.grab();
-        times.push_back(t.nsecsElapsed());
-    }
-    std::sort(times.begin(), times.end());
-    const double ms = times[times.size() / 2] / 1e6;
-    std::printf("showgesicht and paint, median: %.2f ms\n", ms);
-    EXPECT_LT(ms, 20.0);
 }

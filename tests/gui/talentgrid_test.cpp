@@ -7,7 +7,6 @@
 #include "support/testsupport.h"
 
 #include <QDirIterator>
-#include <QElapsedTimer>
 #include <QImage>
 #include <QLabel>
 #include <QPixmapCache>
@@ -178,27 +177,4 @@ TEST(DeliveredPictures, EverySetIsThereInItsSize)
         }
     EXPECT_FALSE(QImage(":/defaults/gesicht/sp_gesicht_schwarz_grund.gif").isNull());
     EXPECT_FALSE(QImage(":/icons/erlernt.png").isNull());
-}
-
-TEST(TalentGridSpeed, LoadingTheGridAtStartUp)
-{
-    TempFolder dir;
-    OpenedDb o = opendb(dir.file("zorbo.mdb"));
-    std::vector<qint64> times;
-    for (int i = 0; i < 15; ++i) {
-        TalentGrid grid;
-        grid.resize(400, 900);
-        QPixmapCache::clear();
-        QElapsedTimer t;
-        t.start();
-        // The pictures are decoded when first painted, so the paint counts too.
-        grid.load_attribute(*o.db, QStringLiteral(":/defaults/attribute/"));
-        grid.showtalente(QStringLiteral("1,2"), QStringLiteral("3"), 2);
-        grid.grab();
-        times.push_back(t.nsecsElapsed());
-    }
-    std::sort(times.begin(), times.end());
-    const double ms = times[times.size() / 2] / 1e6;
-    std::printf("talent grid load and first paint, median: %.2f ms\n", ms);
-    EXPECT_LT(ms, 20.0);
 }
