@@ -61,8 +61,12 @@ ExchangeResult exportverein(Database &db, const QString &path, qint64 team, cons
                                                .arg(path));
         const qint64 total = db.scalar(QStringLiteral("SELECT count(DISTINCT spieler) FROM vereinspieler WHERE verein = ?1"), team)
                                  .toLongLong();
+        // Sections follow the squad's order, the order in which opening the file
+        // over a club hands them out again, so a file saved and opened over
+        // the same club gives every player his own data back.
         Statement players = db.prepare(QStringLiteral(
-            "SELECT * FROM spieler WHERE NUMMER IN (SELECT spieler FROM vereinspieler WHERE verein = ?1) ORDER BY NUMMER"));
+            "SELECT s.* FROM spieler s JOIN (SELECT spieler, min(rowid) AS platz FROM vereinspieler WHERE verein = ?1 "
+            "GROUP BY spieler) v ON v.spieler = s.NUMMER ORDER BY v.platz"));
         players.bind(1, team);
         while (players.step()) {
             writeSection(out, players, QStringLiteral("Spieler%1").arg(++result.players));

@@ -30,4 +30,11 @@ struct CrestList {
 // taken as they are and noted in problems.
 Result readcrestlist(const QString &file, CrestList &list);
 
+// Makes the list name every crest given: names it lacks are added as
+// sections at its end, in the order given, and "anzahl" counts all crest
+// sections afterwards. A missing list is created for an archive of the
+// given file name. So an archive imported into the folder goes out whole
+// at the next export. Returns how many crests were added.
+Result completecrestlist(const QString &file, const QString &archiveName, const QStringList &names, int *added = nullptr);
+
 } // namespace zorbo

@@ -40,6 +40,7 @@ CrestRunReport importwappen(const QString &archivePath, const QString &wappenFol
     // Each picture goes straight from the archive's bytes to its .tga; a
     // temporary .gfp would only be written to be read back at once.
     int otherTypes = 0;
+    QStringList imported;
     for (qsizetype i = 0; i < entries.size(); ++i) {
         const ResEntry &entry = entries[i];
         if (entry.type != ResTypeGfp) {
@@ -63,14 +64,23 @@ CrestRunReport importwappen(const QString &archivePath, const QString &wappenFol
         if (r)
             r = writefilebytes(wappenFolder + name + QStringLiteral(".tga"),
                                writetga(gfp.width(), gfp.height(), pixels, gfp.bytesPerPixel()));
-        if (r)
+        if (r) {
             ++run.written;
-        else
+            imported << name;
+        } else
             run.problems << r.message + QStringLiteral(" Das Wappen %1 bleibt unverändert.").arg(name);
     }
     if (otherTypes > 0)
         run.problems << QStringLiteral("%1 Einträge in %2 sind keine Bilder (Typ 14) und wurden übergangen.")
                             .arg(otherTypes).arg(archive.file);
+    int added = 0;
+    const Result listed = completecrestlist(wappenFolder + QStringLiteral("wa.lst"), QFileInfo(archivePath).fileName(),
+                                            imported, &added);
+    if (!listed)
+        run.problems << listed.message;
+    else if (added > 0)
+        run.problems << QStringLiteral("%1 Wappen, die wa.lst noch nicht kannte, sind dort angefügt; "
+                                       "der nächste Export packt sie mit.").arg(added);
     report(progress, 100);
     return run;
 }

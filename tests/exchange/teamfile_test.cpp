@@ -64,9 +64,8 @@ TEST(TeamFile, ReplacingKeepsNumbersAndOrderAndTakesTheFileNation)
     ASSERT_TRUE(r.ok()) << r.result.message.toStdString();
     EXPECT_EQ(dumpWorld(*t), QString(before).replace("QString: 24,181,220", "QString:24,181,220"));
 
-    // Sections go by player number, the replacement by squad order: with 31
-    // first in the squad he takes [Spieler1], and 30 the defaults, as the
-    // file has no [Spieler2].
+    // The replacement goes by squad order: with 31 first in the squad he
+    // takes [Spieler1], and 30 the defaults, as the file has no [Spieler2].
     t->exec("DELETE FROM vereinspieler WHERE verein = 12; INSERT INTO vereinspieler VALUES (12, 31), (12, 30)");
     QByteArray file = readBytes(t.file("club.tea"));
     file = file.left(file.indexOf("[Spieler2]"));
@@ -79,6 +78,13 @@ TEST(TeamFile, ReplacingKeepsNumbersAndOrderAndTakesTheFileNation)
                   .toString(),
               "[]/1/0/0");
     EXPECT_EQ(t->scalar("SELECT group_concat(spieler) FROM vereinspieler WHERE verein = 12").toString(), "31,30");
+
+    // Saved with the squad in that order and opened over the same club, every
+    // player keeps his own data.
+    ASSERT_TRUE(exportverein(*t, t.file("again.tea"), 12).ok());
+    const QString reordered = dumpWorld(*t);
+    ASSERT_TRUE(openteamreplace(*t, t.file("again.tea"), 12).ok());
+    EXPECT_EQ(dumpWorld(*t), reordered);
 
     EXPECT_FALSE(openteamreplace(*t, t.file("club.tea"), 1).ok()) << "a national team cannot be replaced";
 }

@@ -19,6 +19,19 @@ public:
     }
     void information(QWidget *, const QString &title, const QString &text) override { asked << title + QLatin1Char('|') + text; }
     void warning(QWidget *, const QString &title, const QString &text) override { asked << title + QLatin1Char('|') + text; }
+
+    QString file;   // what the next file dialog answers; empty: cancelled
+    int filter = 0; // the filter entry it answers with
+    QString openfile(QWidget *, const QString &title, const QString &, const QStringList &, int *chosen) override
+    {
+        asked << title;
+        *chosen = filter;
+        return file;
+    }
+    QString savefile(QWidget *w, const QString &title, const QString &start, const QStringList &f, int *chosen) override
+    {
+        return openfile(w, title, start, f, chosen);
+    }
 };
 
 } // namespace zorbo::test

@@ -1,4 +1,5 @@
 // The two runs over a folder of crests, and the command-line tool that drives them.
+#include "platform/profile.h"
 #include "resources/crestfixtures.h"
 #include "resources/crestrun.h"
 #include "resources/gfp.h"
@@ -158,3 +159,34 @@ TEST(CrestRun, CommandLineTool)
     EXPECT_TRUE(err.contains("fehlt.res")) << err.toStdString();
 }
 #endif
+
+TEST(CrestRun, ImportTeachesTheListTheArchivesCrests)
+{
+    TempFolder t;
+    const QStringList names = {"vereins_wappen_0", "vereins_wappen_7", "vereins_wappen_3"};
+    QList<RawEntry> entries;
+    for (const QString &n : names)
+        entries.append({n.toLatin1(), gfpBytes(4, 4, pattern16(4, 4), true)});
+    writeBytes(t.file("game.res"), archiveBytes(entries));
+
+    // The delivered list knows only crest 0: after the import it knows all
+    // three, so the export packs the whole archive again.
+    const QString wappen = t.path() + "/wappen/";
+    copyFolder(defaults, wappen);
+    CrestRunReport in = importwappen(t.file("game.res"), wappen);
+    ASSERT_TRUE(in.result.ok) << in.result.message.toStdString();
+    EXPECT_TRUE(in.problems.join('\n').contains("2 Wappen")) << in.problems.join('\n').toStdString();
+    EXPECT_EQ(readinistring("wa", "anzahl", wappen + "wa.lst"), "3");
+    ASSERT_TRUE(exportwappen(t.file("neu.res"), wappen).result.ok);
+    EXPECT_EQ(namesIn(t.file("neu.res")), QList<QByteArray>({"vereins_wappen_0", "vereins_wappen_7", "vereins_wappen_3"}));
+
+    // A second import adds nothing; a folder without a list gets one.
+    const QByteArray list = readBytes(wappen + "wa.lst");
+    ASSERT_TRUE(importwappen(t.file("game.res"), wappen).result.ok);
+    EXPECT_EQ(readBytes(wappen + "wa.lst"), list);
+    const QString bare = t.path() + "/leer/";
+    ASSERT_TRUE(importwappen(t.file("game.res"), bare).result.ok);
+    EXPECT_EQ(readinisections(bare + "wa.lst"), QStringList({"wa", "vereins_wappen_0", "vereins_wappen_7", "vereins_wappen_3"}));
+    EXPECT_EQ(readinistring("wa", "datei", bare + "wa.lst"), "game.res");
+    EXPECT_EQ(readinistring("wa", "type", bare + "wa.lst"), "14");
+}

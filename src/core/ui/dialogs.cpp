@@ -1,5 +1,6 @@
 #include "core/ui/dialogs.h"
 
+#include <QFileDialog>
 #include <QMessageBox>
 
 namespace zorbo {
@@ -18,6 +19,34 @@ void Dialogs::information(QWidget *parent, const QString &title, const QString &
 void Dialogs::warning(QWidget *parent, const QString &title, const QString &text)
 {
     QMessageBox::warning(parent, title, text);
+}
+
+namespace {
+
+QString askfile(QWidget *parent, bool save, const QString &title, const QString &start, const QStringList &filters,
+                int *filter)
+{
+    QString chosen = filters.value(filter ? *filter : 0);
+    const QString joined = filters.join(QStringLiteral(";;"));
+    const QString file = save ? QFileDialog::getSaveFileName(parent, title, start, joined, &chosen)
+                              : QFileDialog::getOpenFileName(parent, title, start, joined, &chosen);
+    if (filter)
+        *filter = std::max(0, int(filters.indexOf(chosen)));
+    return file;
+}
+
+} // namespace
+
+QString Dialogs::openfile(QWidget *parent, const QString &title, const QString &start, const QStringList &filters,
+                          int *filter)
+{
+    return askfile(parent, false, title, start, filters, filter);
+}
+
+QString Dialogs::savefile(QWidget *parent, const QString &title, const QString &start, const QStringList &filters,
+                          int *filter)
+{
+    return askfile(parent, true, title, start, filters, filter);
 }
 
 } // namespace zorbo

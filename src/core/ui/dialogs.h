@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
 class QWidget;
 
@@ -14,6 +15,13 @@ public:
     virtual bool question(QWidget *parent, const QString &title, const QString &text);
     virtual void information(QWidget *parent, const QString &title, const QString &text);
     virtual void warning(QWidget *parent, const QString &title, const QString &text);
+    // A file to open or to save; empty when the user cancels. filters are
+    // entries such as "Zorbo Vereine (1_tm.cfg) (*.cfg)"; *filter holds the
+    // entry chosen.
+    virtual QString openfile(QWidget *parent, const QString &title, const QString &start, const QStringList &filters,
+                             int *filter);
+    virtual QString savefile(QWidget *parent, const QString &title, const QString &start, const QStringList &filters,
+                             int *filter);
 };
 
 } // namespace zorbo

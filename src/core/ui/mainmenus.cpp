@@ -94,9 +94,11 @@ const Button buttons[] = {
 
 // Entries whose work is in place; the others wait, disabled, for theirs.
 const QStringList working = {
-    QStringLiteral("mnudateiitem(0)"),    QStringLiteral("mnudateiitem(4)"),    QStringLiteral("mnudateiitem(5)"),    QStringLiteral("mnudateiitem(7)"),
-    QStringLiteral("mnupopupitem(0)"),    QStringLiteral("mnuoptionenitem(0)"), QStringLiteral("mnuoptionenitem(1)"),
-    QStringLiteral("mnuoptionenitem(2)"), QStringLiteral("mnuinfoitem(0)"),
+    QStringLiteral("mnudateiitem(0)"), QStringLiteral("mnudateiitem(1)"), QStringLiteral("mnudateiitem(2)"),
+    QStringLiteral("mnudateiitem(4)"), QStringLiteral("mnudateiitem(5)"), QStringLiteral("mnudateiitem(7)"),
+    QStringLiteral("mnuimportitem(0)"), QStringLiteral("mnuimportitem(1)"), QStringLiteral("mnuexportitem(0)"),
+    QStringLiteral("mnuexportitem(1)"), QStringLiteral("mnupopupitem(0)"), QStringLiteral("mnuoptionenitem(0)"),
+    QStringLiteral("mnuoptionenitem(1)"), QStringLiteral("mnuoptionenitem(2)"), QStringLiteral("mnuinfoitem(0)"),
 };
 
 } // namespace

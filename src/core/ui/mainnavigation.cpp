@@ -173,6 +173,13 @@ void MainWindow::flxgrdspieler_Click(const QModelIndex &index)
     const QStringList row = m_gridmodel->row(m_gridrow);
     if (!m_playertab->setRow(row))
         reportfallback(QStringLiteral("Das Land »%1«").arg(row[ColLand]), QString::fromLatin1("TRANSFERMARKT"));
+    if (const QList<qint64> unknown = m_playertab->unknowntalents(); !unknown.isEmpty()) {
+        QStringList numbers;
+        for (qint64 n : unknown)
+            numbers << QString::number(n);
+        m_status->setText(QStringLiteral("Der Spieler hat Talente, die der Editor nicht kennt: %1. Sie bleiben gespeichert.")
+                              .arg(numbers.join(QStringLiteral(", "))));
+    }
     m_tabedit->setCurrentIndex(1);
 }
 

@@ -10,9 +10,9 @@
 
 namespace zorbo {
 
-void MainWindow::mnudateiitem_Click(int index)
+void MainWindow::shownew()
 {
-    if (index != 0 || !db())
+    if (!db())
         return;
     NewEntryDialog dialog(m_lists->laender(), this);
     if (dialog.exec() != QDialog::Accepted)

@@ -3,6 +3,7 @@
 #include "core/defaultfolders.h"
 #include "core/gamedb.h"
 #include "core/teamlists.h"
+#include "editor/facepictures.h"
 #include "editor/playergrid.h"
 #include "editor/ui/playertab.h"
 #include "editor/ui/teamtab.h"
@@ -55,15 +56,15 @@ protected:
     }
 };
 
-QIcon treeIcon(const QStyle *style, int picture)
+QIcon treeIcon(int picture)
 {
     switch (picture) {
     case ContinentPicture:
-        return style->standardIcon(QStyle::SP_DirIcon);
+        return QIcon(QStringLiteral(":/icons/kontinent.png"));
     case CountryPicture:
-        return style->standardIcon(QStyle::SP_DriveNetIcon);
+        return QIcon(QStringLiteral(":/icons/land.png"));
     default:
-        return style->standardIcon(QStyle::SP_FileIcon);
+        return QIcon(QStringLiteral(":/icons/verein.png"));
     }
 }
 
@@ -77,6 +78,25 @@ MainWindow::MainWindow(const QString &programFolder, Dialogs *dialogs)
     buildwindow();
     buildmenus();
     buildtoolbar();
+    // The drawn pictures of ilsttoolbar replace the style's stand-ins.
+    const std::pair<const char *, const char *> toolbarIcons[] = {
+        {"new", "neu"},
+        {"open", "oeffnen"},
+        {"save", "speichern"},
+        {"impconfig", "importconfig"},
+        {"expconfig", "exportconfig"},
+        {"impanstoss4", "importanstoss"},
+        {"trikotoriginal", "trikotoriginal"},
+        {"trikotzorbode", "trikotzorbode"},
+    };
+    for (const auto &[key, file] : toolbarIcons)
+        if (QAction *act = action(QLatin1String(key)))
+            act->setIcon(QIcon(QStringLiteral(":/icons/%1.png").arg(QLatin1String(file))));
+    QAction *checkfaces = action(QStringLiteral("mnutoolitem(1)"));
+    checkfaces->setEnabled(true);
+    checkfaces->setProperty("pending", false);
+    connect(checkfaces, &QAction::triggered, this, &MainWindow::checkallgesichter);
+    connectexchange();
     // Until a node is chosen the editor is closed; tree and empty grid are open.
     anaus(NationalMode, false);
     m_frame1->setEnabled(true);
@@ -171,8 +191,9 @@ void MainWindow::formload()
     m_settings = loadsettings(m_programFolder, &message);
     if (!message.isEmpty())
         m_dialogs->warning(this, QString(), message);
-    // The delivered pictures, default.tga among them, which the crests fall back on.
-    const QStringList missing = unpackdefaults(m_settings);
+    // Missing pictures never stop the start; the status bar says what is missing.
+    if (const QStringList missing = unpackdefaults(m_settings); !missing.isEmpty())
+        m_status->setText(missing.first());
 
     const QString caption = QStringLiteral("%1 %2.%3.%4")
                                 .arg(QLatin1String(programName))
@@ -191,12 +212,13 @@ void MainWindow::formload()
         m_dialogs->warning(this, QStringLiteral("Datenbank"), m_db.message);
 
     reloadtree();
+    m_playertab->setGesichtFolder(m_settings.folder(GesichtFolder));
+    if (db())
+        m_playertab->load_attribute(*db(), m_settings.folder(AttributeFolder));
 
     action(QStringLiteral("impanstoss4"))->setEnabled(db() && checka4(*db()));
     mnuoptionenitem_Click(m_settings.trikotsatz == 0 ? 0 : 1);
     m_progress->setValue(100);
-    if (!missing.isEmpty())
-        m_status->setText(missing.join(QLatin1Char(' ')));
 }
 
 void MainWindow::reloadtree()
@@ -226,7 +248,7 @@ void MainWindow::reloadtree()
         item->setText(0, node.text);
         item->setData(0, Qt::UserRole, node.key);
         item->setData(0, Qt::UserRole + 1, node.picture);
-        item->setIcon(0, treeIcon(style(), node.picture));
+        item->setIcon(0, treeIcon(node.picture));
         items.insert(node.key, item);
         if (!selected && !tag.isEmpty() && node.key == tag)
             selected = item;
@@ -262,6 +284,24 @@ void MainWindow::closeEvent(QCloseEvent *event)
             (*it)->close();
     }
     event->accept();
+}
+
+void MainWindow::checkallgesichter()
+{
+    if (!db())
+        return;
+    FaceCheck check;
+    {
+        Busy busy(this, m_status, m_progress, QStringLiteral("Überprüfe Spielergesichter..."));
+        check = zorbo::checkallgesichter(*db(), FacePictures(m_settings.folder(GesichtFolder)), busy.progress());
+    }
+    if (!check.result) {
+        m_dialogs->warning(this, QStringLiteral("Spielergesichter"), check.result.message);
+        return;
+    }
+    m_dialogs->information(this, QStringLiteral("Spielergesichter"),
+                           check.corrected == 0 ? QStringLiteral("Alle Gesichter in Ordnung!")
+                                                : QStringLiteral("%1 Gesichter korrigiert!").arg(check.corrected));
 }
 
 } // namespace zorbo

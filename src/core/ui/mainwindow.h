@@ -45,6 +45,8 @@ public:
     // Rebuilds the tree and all country and club lists from the database,
     // restoring the selection from the tree's Tag.
     void reloadtree();
+    // The tool "Spieler&gesichter überprüfen".
+    void checkallgesichter();
 
     Database *db() const { return m_db.db.get(); }
     const Settings &settings() const { return m_settings; }
@@ -65,7 +67,13 @@ public:
     void btnteamsave_Click();
     void btnspielerspeichern_Click();
     // 0: frmneu, a new country or club as a provisional tree node.
+    // Team files: 1 opens one as a new club or over a club, 2 saves the
+    // club on show.
     void mnudateiitem_Click(int index);
+    // The import and export runs of the file menu: 0 the game's configuration
+    // files, 1 the crest archive.
+    void mnuimportitem_Click(int index);
+    void mnuexportitem_Click(int index);
     // Adds a provisional node under a continent (land) or a country and opens
     // it in the team tab; nothing when the parent is not in the tree.
     QTreeWidgetItem *addprovisional(bool land, const QString &choice);
@@ -89,11 +97,13 @@ private:
     void buildwindow();
     void buildmenus();
     void buildtoolbar();
+    void connectexchange();
     void closedb();
     void showabout();
     void flxgrdspieler_Click(const QModelIndex &index);
     void setActionOpen(const QString &name, bool open);
     void reportfallback(const QString &what, const QString &shown);
+    void shownew();
     void switchkitset(int satz);
     void copykitset();
 

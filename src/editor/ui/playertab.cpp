@@ -1,6 +1,9 @@
 #include "editor/ui/playertab.h"
 
 #include "editor/playergrid.h"
+#include "editor/ui/facedialog.h"
+#include "editor/ui/faceview.h"
+#include "editor/ui/talentgrid.h"
 
 #include <QComboBox>
 #include <QFormLayout>
@@ -11,7 +14,6 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QStringListModel>
-#include <QTableWidget>
 #include <QVBoxLayout>
 
 namespace zorbo {
@@ -94,13 +96,11 @@ PlayerTab::PlayerTab(QStringListModel *spielerlaender, QWidget *parent) : QWidge
 
     // The face and talent pictures come with their own editors; until then
     // the face code stands as text and the talents keep what the row holds.
-    m_gesicht = new QLabel(frame9);
-    m_gesicht->setObjectName(QStringLiteral("picgesicht"));
-    m_gesicht->setFixedSize(85, 100);
-    m_gesicht->setAlignment(Qt::AlignCenter);
+    m_gesicht = new FaceView(frame9);
+    m_gesicht->setPictures(&m_faces);
+    connect(m_gesicht, &FaceView::doubleClicked, this, &PlayerTab::editface);
     (new QVBoxLayout(frame9))->addWidget(m_gesicht);
-    m_attribute = new QTableWidget(frame11);
-    m_attribute->setObjectName(QStringLiteral("flxgrdattribute"));
+    m_attribute = new TalentGrid(frame11);
     (new QVBoxLayout(frame11))->addWidget(m_attribute);
 
     m_save = new QPushButton(QStringLiteral("Spieler speichern"), this);
@@ -140,8 +140,11 @@ bool PlayerTab::setRow(const QStringList &row)
     m_einsatz->setText(row[ColRestspiele]);
     m_rnr->setText(row[ColRueckennummer]);
     m_pos->setCurrentIndex(qMax(0, int(positionsnamen().indexOf(row[ColPosition]))));
-    m_gesicht->setProperty("Tag", row[ColGesicht]);
-    m_gesicht->setText(row[ColGesicht]);
+    bool numeric = false;
+    row[ColNummer].toLongLong(&numeric);
+    if (numeric)
+        m_gesicht->showgesicht(row[ColGesicht].toLongLong());
+    m_attribute->showtalente(row[ColErlernt], row[ColGesperrt], m_pos->currentIndex());
     return land >= 0;
 }
 
@@ -158,14 +161,38 @@ PlayerForm PlayerTab::form() const
     f.art = m_pos->currentIndex();
     f.einsatz = m_einsatz->text();
     f.rnr = m_rnr->text();
-    f.gesicht = m_gesicht->property("Tag").toString().toLongLong();
+    f.gesicht = m_gesicht->code();
     if (m_row.size() == PlayerColumnCount) {
         f.hautfarbe = m_row[ColHautfarbe].toLongLong();
         f.haarfarbe = m_row[ColHaarfarbe].toLongLong();
-        f.erlernt = m_row[ColErlernt];
-        f.gesperrt = m_row[ColGesperrt];
+        m_attribute->talentsum(f.erlernt, f.gesperrt);
     }
     return f;
+}
+
+void PlayerTab::load_attribute(Database &db, const QString &attributeFolder)
+{
+    m_attribute->load_attribute(db, attributeFolder);
+}
+
+void PlayerTab::setGesichtFolder(const QString &folder)
+{
+    m_faces = FacePictures(folder);
+}
+
+void PlayerTab::editface()
+{
+    std::array<int, 5> digits{};
+    for (int part = 0; part < 5; ++part)
+        digits[size_t(part)] = m_gesicht->digit(part);
+    FaceDialog dialog(m_faces, m_gesicht->code(), digits, this);
+    if (dialog.exec() == QDialog::Accepted)
+        m_gesicht->showgesicht(dialog.code());
+}
+
+QList<qint64> PlayerTab::unknowntalents() const
+{
+    return m_attribute->unknown();
 }
 
 } // namespace zorbo

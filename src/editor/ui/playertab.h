@@ -1,5 +1,6 @@
 #pragma once
 
+#include "editor/facepictures.h"
 #include "editor/playersave.h"
 
 #include <QWidget>
@@ -9,9 +10,12 @@ class QLabel;
 class QLineEdit;
 class QPushButton;
 class QStringListModel;
-class QTableWidget;
 
 namespace zorbo {
+
+class Database;
+class FaceView;
+class TalentGrid;
 
 // The tab "Spieler": filled from a row of the player grid, not from the
 // database, so the grid's hidden columns travel through it.
@@ -23,9 +27,18 @@ public:
     // showspieler. A country that is not in the list falls back on the
     // list's first entry ("TRANSFERMARKT"); returns false then.
     bool setRow(const QStringList &row);
-    // The form over the row it was filled from: face, colours and talents
-    // stay as the row holds them.
+    // The form over the row it was filled from: the face on show and the
+    // talents of the talent grid.
     PlayerForm form() const;
+    // Once at start-up: the talent list and its pictures.
+    void load_attribute(Database &db, const QString &attributeFolder);
+    // Talent numbers of the player on show that the grid has no row for.
+    QList<qint64> unknowntalents() const;
+    // Once at start-up: the face pictures, counted.
+    void setGesichtFolder(const QString &folder);
+    FaceView *face() const { return m_gesicht; }
+    // imggesicht_DblClick: the face dialog, modal; a taken face replaces the one on show.
+    void editface();
     // Opens or closes Frame8 to Frame11 and the save button.
     void setOpen(bool open);
     QPushButton *btnspielerspeichern() const { return m_save; }
@@ -36,8 +49,9 @@ signals:
 private:
     QLineEdit *m_nummer, *m_vorname, *m_name, *m_einsatz, *m_rnr, *m_groesse;
     QComboBox *m_staerke, *m_maxstaerke, *m_pos, *m_land;
-    QLabel *m_gesicht;
-    QTableWidget *m_attribute;
+    FaceView *m_gesicht;
+    FacePictures m_faces;
+    TalentGrid *m_attribute;
     QPushButton *m_save;
     QStringList m_row;
 };

@@ -1,0 +1,110 @@
+#include "core/schema.h"
+#include "editor/facecode.h"
+#include "editor/facepictures.h"
+#include "support/testsupport.h"
+
+#include <QFile>
+#include <gtest/gtest.h>
+
+using namespace zorbo;
+
+namespace {
+
+// A gesicht folder with `counts` pictures per part of the given colour (empty files do).
+void fill(const QString &folder, int farbe, std::array<int, 5> counts)
+{
+    QFile(folder + facebackground(farbe)).open(QIODevice::WriteOnly);
+    for (int part = 0; part < 5; ++part)
+        for (int n = 1; n <= counts[size_t(part)]; ++n)
+            QFile(folder + facepicture(farbe, part, n)).open(QIODevice::WriteOnly);
+}
+
+} // namespace
+
+TEST(FaceCode, DigitsAndColourBothWays)
+{
+    const Face light{0, {2, 3, 4, 5, 6}};
+    const qint64 code = 2 * 67108864LL + 3 * 1048576 + 4 * 8192 + 5 * 128 + 6 * 4;
+    EXPECT_EQ(encodeface(light), code);
+    const Face back = decodeface(code);
+    EXPECT_EQ(back.farbe, 0);
+    EXPECT_EQ(back.digits, light.digits);
+
+    EXPECT_EQ(decodeface(0).digits, (std::array<int, 5>{0, 0, 0, 0, 0}));
+    EXPECT_EQ(decodeface(1).farbe, 1);
+    EXPECT_EQ(decodeface(1).digits, (std::array<int, 5>{0, 0, 0, 0, 0}));
+    EXPECT_EQ(decodeface(2).farbe, 0) << "low bits 2 count as the light colour";
+    EXPECT_EQ(decodeface(3 * 1048576 + 3).farbe, 0);
+}
+
+TEST(FaceCode, DarkSkinHasNoChinDigit)
+{
+    const Face dark{1, {4, 2, 8, 1, 9}};
+    const qint64 code = encodeface(dark);
+    EXPECT_EQ(code, 4 * 67108864LL + 2 * 1048576 + 8 * 8192 + 1 * 128 + 1);
+    const Face back = decodeface(code);
+    EXPECT_EQ(back.farbe, 1);
+    EXPECT_EQ(back.digits[Kinn], 0);
+    EXPECT_EQ(back.digits[Haare], 8);
+}
+
+TEST(FacePictures, RangesAreCountedFromTheFolder)
+{
+    test::TempFolder dir;
+    const QString folder = dir.path() + "/";
+    fill(folder, 0, {12, 3, 7, 1, 5});
+    fill(folder, 1, {2, 2, 2, 2, 0});
+    QFile(folder + "sp_gesicht_weiss_nase_x.txt").open(QIODevice::WriteOnly);
+    const FacePictures pics(folder);
+    EXPECT_EQ(pics.count(0, Nase), 12);
+    EXPECT_EQ(pics.count(0, Augen), 1);
+    EXPECT_EQ(pics.count(1, Haare), 2);
+    EXPECT_EQ(pics.count(1, Kinn), 0);
+}
+
+TEST(FacePictures, CheckgesichtRepairsToTheHighestPictureBelow)
+{
+    test::TempFolder dir;
+    const QString folder = dir.path() + "/";
+    fill(folder, 0, {12, 3, 7, 1, 5});
+    QFile::remove(folder + facepicture(0, Haare, 5));
+    fill(folder, 1, {2, 2, 2, 2, 1});
+    const FacePictures pics(folder);
+
+    EXPECT_EQ(pics.checkgesicht(encodeface({0, {40, 2, 4, 0, 4}})), encodeface({0, {11, 2, 3, 0, 4}}))
+        << "digit 40 with 12 pictures falls to 11; a gap falls to the picture below it";
+    const qint64 made = encodeface({0, {11, 2, 6, 0, 4}});
+    EXPECT_EQ(pics.checkgesicht(made), made) << "a code within the pictures comes back unchanged";
+    EXPECT_EQ(pics.checkgesicht(encodeface({1, {5, 1, 0, 9, 0}})), encodeface({1, {1, 1, 0, 1, 0}}));
+
+    QFile::remove(folder + facepicture(0, Augen, 1));
+    const FacePictures without(folder);
+    EXPECT_EQ(without.standin(0, Augen, 3), 0) << "no picture down to 1: digit 0";
+    EXPECT_TRUE(without.path(0, Augen, 3).isEmpty()) << "and nothing to show for that part";
+    EXPECT_EQ(without.path(0, Haare, 4), folder + facepicture(0, Haare, 4));
+}
+
+TEST(FacePictures, CheckallgesichterWritesOnlyBrokenCodes)
+{
+    test::TempFolder dir;
+    const QString folder = dir.path() + "/";
+    fill(folder, 0, {12, 3, 7, 1, 5});
+    fill(folder, 1, {2, 2, 2, 2, 1});
+    OpenedDb o = opendb(dir.file("zorbo.mdb"));
+    ASSERT_TRUE(o.db);
+    Database &db = *o.db;
+    db.run("DELETE FROM spieler");
+    const qint64 good = encodeface({0, {1, 1, 1, 0, 1}}), broken = encodeface({0, {40, 1, 1, 0, 1}});
+    const qint64 darkBroken = encodeface({1, {7, 0, 0, 0, 0}});
+    for (auto [nr, code] : {std::pair<int, qint64>{1, good}, {2, broken}, {3, darkBroken}})
+        db.run("INSERT INTO spieler (NUMMER, NAME, GESICHT) VALUES (?1, 'X', ?2)", nr, code);
+    int last = -1;
+    const FaceCheck check = checkallgesichter(db, FacePictures(folder), [&](int p) { last = p; });
+    ASSERT_TRUE(check.result.ok) << check.result.message.toStdString();
+    EXPECT_EQ(check.corrected, 2);
+    EXPECT_EQ(last, 100);
+    EXPECT_EQ(db.scalar("SELECT GESICHT FROM spieler WHERE NUMMER = 2").toLongLong(),
+              encodeface({0, {11, 1, 1, 0, 1}}));
+    EXPECT_EQ(db.scalar("SELECT GESICHT FROM spieler WHERE NUMMER = 3").toLongLong(), encodeface({1, {1, 0, 0, 0, 0}}));
+    EXPECT_EQ(checkallgesichter(db, FacePictures(folder)).corrected, 0) << "a second run finds nothing";
+}

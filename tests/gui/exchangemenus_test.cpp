@@ -1,0 +1,93 @@
+#include "core/ui/mainwindow.h"
+#include "guisupport.h"
+#include "support/testsupport.h"
+
+#include <QAction>
+#include <QDir>
+#include <QGroupBox>
+#include <QTreeWidget>
+#include <gtest/gtest.h>
+
+using namespace zorbo;
+using zorbo::test::ScriptedDialogs;
+using zorbo::test::TempFolder;
+
+namespace {
+
+QStringList countryNodes(QTreeWidget *tree)
+{
+    QStringList names;
+    for (int i = 1; i < tree->topLevelItemCount(); ++i) {
+        for (int c = 0; c < tree->topLevelItem(i)->childCount(); ++c)
+            names << tree->topLevelItem(i)->child(c)->text(0);
+    }
+    names.sort();
+    return names;
+}
+
+} // namespace
+
+TEST(ExchangeMenus, ConfigImportAndExportByTheChosenFilter)
+{
+    TempFolder dir;
+    ScriptedDialogs dialogs;
+    MainWindow w(dir.path(), &dialogs);
+    w.formload();
+    auto *tree = w.findChild<QTreeWidget *>("tvdb");
+    ASSERT_TRUE(countryNodes(tree).isEmpty());
+    EXPECT_TRUE(w.action("impconfig")->isEnabled());
+
+    dialogs.file = ZORBO_EXAMPLES "/beispielwelt/1_tm.cfg";
+    dialogs.filter = 0;
+    w.action("impconfig")->trigger(); // the button runs the menu entry
+    EXPECT_TRUE(dialogs.asked.contains("Öffnen ...")) << dialogs.asked.join('\n').toStdString();
+    EXPECT_TRUE(dialogs.asked.last().startsWith("Import|")) << dialogs.asked.last().toStdString();
+    EXPECT_FALSE(countryNodes(tree).isEmpty());
+    EXPECT_TRUE(w.isEnabled());
+
+    dialogs.file = ZORBO_EXAMPLES "/beispielwelt/1_sp.cfg";
+    dialogs.filter = 1;
+    w.action("mnuimportitem(0)")->trigger();
+    EXPECT_TRUE(dialogs.asked.last().startsWith("Import|")) << dialogs.asked.last().toStdString();
+    const int players = w.db()->scalar("SELECT count(*) FROM spieler").toInt();
+    EXPECT_GT(players, 0);
+    EXPECT_LT(players, 1700) << "the market's generated players went with the import";
+
+    // A team file taken as players is refused whole; the world stays.
+    dialogs.file = ZORBO_EXAMPLES "/beispielwelt/1_tm.cfg";
+    w.action("mnuimportitem(0)")->trigger();
+    EXPECT_TRUE(dialogs.asked.last().startsWith("Import|")) << dialogs.asked.last().toStdString();
+    EXPECT_EQ(w.db()->scalar("SELECT count(*) FROM spieler").toInt(), players);
+
+    dialogs.file = dir.file("export_sp.cfg");
+    dialogs.filter = 1;
+    w.action("expconfig")->trigger();
+    const QByteArray written = zorbo::test::readBytes(dialogs.file);
+    const QByteArray original = zorbo::test::readBytes(ZORBO_EXAMPLES "/beispielwelt/1_sp.cfg");
+    ASSERT_FALSE(written.isEmpty());
+    EXPECT_EQ(written.mid(written.indexOf('\n')), original.mid(original.indexOf('\n'))) << "all but the date line";
+
+    // Cancelling runs nothing.
+    const int asked = int(dialogs.asked.size());
+    dialogs.file.clear();
+    w.action("mnuexportitem(0)")->trigger();
+    EXPECT_EQ(dialogs.asked.size(), asked + 1);
+}
+
+TEST(ExchangeMenus, CrestArchiveGoesOutAndBackIn)
+{
+    TempFolder dir;
+    ScriptedDialogs dialogs;
+    MainWindow w(dir.path(), &dialogs);
+    w.formload(); // unpacks the delivered crest folder with its default list
+    dialogs.file = dir.file("wa.res");
+    w.action("mnuexportitem(1)")->trigger();
+    EXPECT_TRUE(dialogs.asked.contains("Exportiere Wappen..."));
+    EXPECT_TRUE(dialogs.asked.last().contains("1 Wappen")) << dialogs.asked.last().toStdString();
+    ASSERT_TRUE(QFile::exists(dialogs.file));
+
+    QFile::remove(w.settings().folder(WappenFolder) + "vereins_wappen_0.tga");
+    w.action("mnuimportitem(1)")->trigger();
+    EXPECT_TRUE(dialogs.asked.last().contains("1 Wappen aus")) << dialogs.asked.last().toStdString();
+    EXPECT_TRUE(QFile::exists(w.settings().folder(WappenFolder) + "vereins_wappen_0.tga"));
+}

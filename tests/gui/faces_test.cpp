@@ -1,0 +1,184 @@
+#include "core/schema.h"
+#include "core/ui/mainwindow.h"
+#include "editor/facecode.h"
+#include "editor/facepictures.h"
+#include "editor/generator.h"
+#include "editor/playergrid.h"
+#include "editor/ui/facedialog.h"
+#include "editor/ui/faceview.h"
+#include "guisupport.h"
+#include "support/testsupport.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QPixmapCache>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QSlider>
+#include <QTableView>
+#include <QTest>
+#include <QTimer>
+#include <QTreeWidget>
+#include <algorithm>
+#include <gtest/gtest.h>
+
+using namespace zorbo;
+using zorbo::test::ScriptedDialogs;
+using zorbo::test::TempFolder;
+
+namespace {
+
+const QString delivered = QStringLiteral(":/defaults/gesicht/");
+
+template <typename T>
+T *child(QWidget &w, const QString &name)
+{
+    T *c = w.findChild<T *>(name);
+    EXPECT_NE(c, nullptr) << name.toStdString();
+    return c;
+}
+
+QSlider *slider(QWidget &w, int part) { return child<QSlider>(w, QStringLiteral("sldgesicht(%1)").arg(part)); }
+QPushButton *button(QWidget &w, const char *kind, int part)
+{
+    return child<QPushButton>(w, QStringLiteral("%1(%2)").arg(QLatin1String(kind)).arg(part));
+}
+
+class FaceWindow : public ::testing::Test {
+protected:
+    void SetUp() override
+    {
+        {
+            OpenedDb o = opendb(dir.path() + "/zorbo.mdb");
+            o.db->run("INSERT INTO vereine_national (NUMMER, NAME, KURZNAME, GRAFIK_NR, NATION, KONTINENT, STADION_NAME, "
+                      "STADT, STADION_SITZPL, STADION_STEHPL, TRIKOT_ART, TW_TRIKOT_ART, AUSWEICH_TRIKOT_ART) VALUES "
+                      "(10, 'Deutschland', 'GER', 0, 'Deutschland', 'West-Europa', 'Stadion', 'Berlin', 1, 0, 1, 70, 3)");
+            o.db->run("INSERT INTO vereine (NUMMER, NAME, KURZNAME, GRAFIK_NR, NATION, STADION_NAME, STADT, "
+                      "STADION_SITZPL, STADION_STEHPL, TRIKOT_ART, TW_TRIKOT_ART, AUSWEICH_TRIKOT_ART) VALUES "
+                      "(20, 'FC Köln', 'Köln', 12, 'Deutschland', 'Stadion', 'Köln', 4, 1, 4, 70, 0)");
+            first = spieler20new(*o.db, 20, "Deutschland", 6);
+            o.db->run("UPDATE spieler SET GESICHT = ?2, ERLERNT = '40,43,48', GESPERRT = '45' WHERE NUMMER = ?1", first,
+                      encodeface({0, {2, 3, 4, 5, 6}}));
+        }
+        window = std::make_unique<MainWindow>(dir.path(), &dialogs);
+        window->formload();
+        window->resize(1200, 800);
+        window->show();
+        auto *tree = child<QTreeWidget>(*window, "tvdb");
+        for (QTreeWidgetItemIterator it(tree); *it; ++it)
+            if ((*it)->data(0, Qt::UserRole).toString() == "T20") {
+                for (QTreeWidgetItem *p = (*it)->parent(); p; p = p->parent())
+                    p->setExpanded(true);
+                tree->scrollToItem(*it);
+                QTest::mouseClick(tree->viewport(), Qt::LeftButton, {}, tree->visualItemRect(*it).center());
+            }
+        auto *grid = child<QTableView>(*window, "flxgrdspieler");
+        for (int r = 0; r < window->gridmodel()->rowCount(); ++r)
+            if (window->gridmodel()->row(r)[ColNummer].toLongLong() == first)
+                QTest::mouseClick(grid->viewport(), Qt::LeftButton, {},
+                                  grid->visualRect(window->gridmodel()->index(r, 1)).center());
+        face = child<FaceView>(*window, "picgesicht");
+    }
+    // Answers the modal face dialog once it is open.
+    void whenDialogOpens(std::function<void(QDialog &)> answer)
+    {
+        QTimer::singleShot(0, [answer] {
+            auto *d = qobject_cast<QDialog *>(QApplication::activeModalWidget());
+            ASSERT_NE(d, nullptr);
+            answer(*d);
+        });
+    }
+
+    TempFolder dir;
+    ScriptedDialogs dialogs;
+    std::unique_ptr<MainWindow> window;
+    FaceView *face = nullptr;
+    qint64 first = 0;
+};
+
+} // namespace
+
+TEST_F(FaceWindow, ThePlayerTabStacksTheFaceAndTheDialogTakesOrLeavesIt)
+{
+    const qint64 code = encodeface({0, {2, 3, 4, 5, 6}});
+    EXPECT_EQ(face->code(), code);
+    for (int part = 0; part < 5; ++part)
+        EXPECT_FALSE(child<QLabel>(*window, QStringLiteral("imggesicht(%1)").arg(part))->pixmap().isNull()) << part;
+    EXPECT_EQ(face->digit(Haare), 4);
+
+    whenDialogOpens([](QDialog &d) {
+        slider(d, Nase)->setValue(9);
+        QTest::mouseClick(child<QPushButton>(d, "btnabbrechen"), Qt::LeftButton);
+    });
+    QTest::mouseDClick(face, Qt::LeftButton);
+    EXPECT_EQ(face->code(), code) << "Abbrechen leaves the face as it was";
+
+    whenDialogOpens([](QDialog &d) {
+        QTest::mouseClick(button(d, "btnplus", Mund), Qt::LeftButton);
+        QTest::mouseClick(child<QPushButton>(d, "btnok"), Qt::LeftButton);
+    });
+    QTest::mouseDClick(face, Qt::LeftButton);
+    const qint64 taken = encodeface({0, {2, 4, 4, 5, 6}});
+    EXPECT_EQ(face->code(), taken);
+    QTest::mouseClick(child<QPushButton>(*window, "btnspielerspeichern"), Qt::LeftButton);
+    EXPECT_EQ(window->db()->scalar("SELECT GESICHT FROM spieler WHERE NUMMER = ?1", first).toLongLong(), taken);
+
+    const QString shot = qEnvironmentVariable("ZORBO_SCREENSHOT_DIR");
+    if (!shot.isEmpty()) {
+        window->grab().save(shot + "/mainwindow-face-talents.png");
+        FacePictures pics(delivered);
+        FaceDialog d(pics, taken, {2, 4, 4, 5, 6});
+        d.show();
+        d.grab().save(shot + "/frmgesicht.png");
+    }
+}
+
+TEST(FaceDialogAlone, ResetAndColourChangeFollowTheFilesOfTheColour)
+{
+    const FacePictures pics(delivered);
+    FaceDialog d(pics, encodeface({0, {2, 3, 4, 5, 6}}), {2, 3, 4, 5, 6});
+    EXPECT_EQ(d.windowTitle(), "Gesichtseditor");
+    EXPECT_EQ(slider(d, Nase)->maximum(), 30) << "31 light noses";
+    EXPECT_EQ(slider(d, Kinn)->value(), 6);
+    slider(d, Nase)->setValue(30);
+    EXPECT_FALSE(button(d, "btnplus", Nase)->isEnabled());
+    EXPECT_TRUE(button(d, "btnminus", Nase)->isEnabled());
+    QTest::mouseClick(button(d, "btnminus", Nase), Qt::LeftButton);
+    EXPECT_EQ(slider(d, Nase)->value(), 29);
+    EXPECT_EQ(slider(d, Nase)->toolTip(), "29");
+
+    child<QRadioButton>(d, "opthautfarbe(1)")->click();
+    for (int part = 0; part < 5; ++part)
+        EXPECT_EQ(slider(d, part)->value(), 0) << part;
+    EXPECT_EQ(slider(d, Augen)->maximum(), 1) << "two dark eye pictures";
+    EXPECT_FALSE(slider(d, Kinn)->isEnabled()) << "one picture: the slider can't move";
+    EXPECT_FALSE(button(d, "btnplus", Kinn)->isEnabled());
+    EXPECT_FALSE(button(d, "btnminus", Kinn)->isEnabled());
+
+    QTest::mouseClick(child<QPushButton>(d, "btnreset"), Qt::LeftButton);
+    EXPECT_TRUE(child<QRadioButton>(d, "opthautfarbe(0)")->isChecked());
+    EXPECT_EQ(slider(d, Nase)->value(), 2);
+    EXPECT_EQ(slider(d, Kinn)->value(), 6);
+
+    child<QRadioButton>(d, "opthautfarbe(1)")->click();
+    slider(d, Haare)->setValue(8);
+    QTest::mouseClick(child<QPushButton>(d, "btnok"), Qt::LeftButton);
+    EXPECT_EQ(d.result(), QDialog::Accepted);
+    EXPECT_EQ(d.code(), encodeface({1, {0, 0, 8, 0, 0}}));
+    EXPECT_EQ(d.code() % 4, 1);
+}
+
+TEST_F(FaceWindow, CheckallgesichterReportsTheCount)
+{
+    window->action("mnutoolitem(1)")->trigger();
+    ASSERT_FALSE(dialogs.asked.isEmpty());
+    EXPECT_EQ(dialogs.asked.last(), "Spielergesichter|Alle Gesichter in Ordnung!");
+
+    window->db()->run("UPDATE spieler SET GESICHT = ?2 WHERE NUMMER IN (?1, ?1 + 3)", first,
+                      encodeface({0, {40, 3, 4, 5, 6}}));
+    window->db()->run("UPDATE spieler SET GESICHT = ?2 WHERE NUMMER = ?1 + 4", first, encodeface({1, {0, 0, 0, 7, 0}}));
+    window->action("mnutoolitem(1)")->trigger();
+    EXPECT_EQ(dialogs.asked.last(), "Spielergesichter|3 Gesichter korrigiert!");
+    EXPECT_EQ(window->db()->scalar("SELECT GESICHT FROM spieler WHERE NUMMER = ?1", first).toLongLong(),
+              encodeface({0, {30, 3, 4, 5, 6}}));
+}

@@ -1,0 +1,180 @@
+#include "core/schema.h"
+#include "core/ui/mainwindow.h"
+#include "editor/generator.h"
+#include "editor/playergrid.h"
+#include "editor/ui/talentgrid.h"
+#include "guisupport.h"
+#include "support/testsupport.h"
+
+#include <QDirIterator>
+#include <QImage>
+#include <QLabel>
+#include <QPixmapCache>
+#include <QPushButton>
+#include <QTableView>
+#include <QTest>
+#include <QTreeWidget>
+#include <algorithm>
+#include <gtest/gtest.h>
+
+using namespace zorbo;
+using zorbo::test::ScriptedDialogs;
+using zorbo::test::TempFolder;
+
+namespace {
+
+// Club 20 with a goalkeeper (row 0), two field players (rows 1, 2) and
+// talent lists of our own.
+qint64 buildWorld(const QString &folder)
+{
+    OpenedDb o = opendb(folder + "/zorbo.mdb");
+    Database &db = *o.db;
+    db.run("INSERT INTO vereine_national (NUMMER, NAME, KURZNAME, GRAFIK_NR, NATION, KONTINENT, STADION_NAME, STADT, "
+           "STADION_SITZPL, STADION_STEHPL, TRIKOT_ART, TW_TRIKOT_ART, AUSWEICH_TRIKOT_ART) VALUES "
+           "(10, 'Deutschland', 'GER', 0, 'Deutschland', 'West-Europa', 'Olympiastadion', 'Berlin', 70000, 0, 1, 70, 3)");
+    db.run("INSERT INTO vereine (NUMMER, NAME, KURZNAME, GRAFIK_NR, NATION, STADION_NAME, STADT, STADION_SITZPL, "
+           "STADION_STEHPL, TRIKOT_ART, TW_TRIKOT_ART, AUSWEICH_TRIKOT_ART) VALUES "
+           "(20, 'FC Köln', 'Köln', 12, 'Deutschland', 'Stadion', 'Köln', 40000, 10000, 4, 70, 0)");
+    const qint64 first = spieler20new(db, 20, "Deutschland", 3);
+    db.run("UPDATE spieler SET ART = 0, ERLERNT = '47, 3', GESPERRT = '' WHERE NUMMER = ?1", first);
+    db.run("UPDATE spieler SET ART = 2, ERLERNT = '2', GESPERRT = '77' WHERE NUMMER = ?1", first + 1);
+    db.run("UPDATE spieler SET ART = 3, ERLERNT = '', GESPERRT = '' WHERE NUMMER = ?1", first + 2);
+    return first;
+}
+
+QTreeWidgetItem *node(QTreeWidget *tree, const QString &key)
+{
+    for (QTreeWidgetItemIterator it(tree); *it; ++it)
+        if ((*it)->data(0, Qt::UserRole).toString() == key)
+            return *it;
+    return nullptr;
+}
+
+class Talents : public ::testing::Test {
+protected:
+    void SetUp() override
+    {
+        first = buildWorld(dir.path());
+        window = std::make_unique<MainWindow>(dir.path(), &dialogs);
+        window->formload();
+        window->resize(1200, 800);
+        window->show();
+        auto *tree = window->findChild<QTreeWidget *>("tvdb");
+        QTreeWidgetItem *club = node(tree, "T20");
+        ASSERT_NE(club, nullptr);
+        for (QTreeWidgetItem *p = club->parent(); p; p = p->parent())
+            p->setExpanded(true);
+        tree->scrollToItem(club);
+        QTest::mouseClick(tree->viewport(), Qt::LeftButton, {}, tree->visualItemRect(club).center());
+        talents = window->findChild<TalentGrid *>("flxgrdattribute");
+        ASSERT_NE(talents, nullptr);
+    }
+    // Clicks the grid row of a player by his number.
+    void showPlayer(qint64 nummer)
+    {
+        auto *grid = window->findChild<QTableView *>("flxgrdspieler");
+        for (int r = 0; r < window->gridmodel()->rowCount(); ++r)
+            if (window->gridmodel()->row(r)[ColNummer].toLongLong() == nummer) {
+                QTest::mouseClick(grid->viewport(), Qt::LeftButton, {},
+                                  grid->visualRect(window->gridmodel()->index(r, 1)).center());
+                return;
+            }
+        FAIL() << "no row for " << nummer;
+    }
+    void clickCell(int row, int column, Qt::MouseButton button = Qt::LeftButton)
+    {
+        talents->scrollToItem(talents->item(row, column));
+        QTest::mouseClick(talents->viewport(), button, {}, talents->visualItemRect(talents->item(row, column)).center());
+    }
+    QString state(int row) { return talents->item(row, 16)->text(); }
+
+    TempFolder dir;
+    ScriptedDialogs dialogs;
+    std::unique_ptr<MainWindow> window;
+    TalentGrid *talents = nullptr;
+    qint64 first = 0;
+};
+
+} // namespace
+
+TEST_F(Talents, AGoalkeeperThenAFieldPlayerChangeTheRowsOnView)
+{
+    showPlayer(first);
+    EXPECT_TRUE(talents->isRowHidden(0));
+    EXPECT_FALSE(talents->isRowHidden(40));
+    EXPECT_FALSE(talents->isRowHidden(52));
+    EXPECT_EQ(state(47), "48");
+    EXPECT_EQ(state(3), "4") << "a talent out of view keeps its state";
+    const int changes = talents->layoutchanges();
+
+    showPlayer(first + 1);
+    EXPECT_FALSE(talents->isRowHidden(0));
+    EXPECT_TRUE(talents->isRowHidden(52));
+    EXPECT_EQ(talents->layoutchanges(), changes + 1);
+    EXPECT_EQ(state(2), "3");
+    EXPECT_EQ(state(47), "0");
+
+    showPlayer(first + 2);
+    EXPECT_EQ(talents->layoutchanges(), changes + 1) << "two field players leave the heights alone";
+}
+
+TEST_F(Talents, ThreeClicksBringATalentBackToNoneAndTheSaveStoresTheGrid)
+{
+    showPlayer(first + 2);
+    clickCell(5, 2);
+    EXPECT_EQ(state(5), "0") << "a click on the texts changes nothing";
+    clickCell(5, 0, Qt::RightButton);
+    EXPECT_EQ(state(5), "0") << "nor does the right button";
+    clickCell(5, 1);
+    EXPECT_EQ(state(5), "6");
+    EXPECT_EQ(talents->toolTip(), "Erlernt");
+    clickCell(5, 0);
+    EXPECT_EQ(state(5), "-6");
+    EXPECT_EQ(talents->toolTip(), "Gesperrt");
+    clickCell(5, 1);
+    EXPECT_EQ(state(5), "0");
+    EXPECT_EQ(talents->toolTip(), "");
+
+    clickCell(9, 0);
+    clickCell(1, 0);
+    clickCell(1, 0);
+    QTest::mouseClick(window->findChild<QPushButton *>("btnspielerspeichern"), Qt::LeftButton);
+    Database &db = *window->db();
+    EXPECT_EQ(db.scalar("SELECT ERLERNT FROM spieler WHERE NUMMER = ?1", first + 2).toString(), "9");
+    EXPECT_EQ(db.scalar("SELECT GESPERRT FROM spieler WHERE NUMMER = ?1", first + 2).toString(), "1");
+}
+
+TEST_F(Talents, NumbersWithoutARowStayStoredAndTheStatusBarSaysSo)
+{
+    showPlayer(first + 1);
+    EXPECT_TRUE(window->findChild<QLabel *>("stbstatus(1)")->text().contains("77"));
+    QTest::mouseClick(window->findChild<QPushButton *>("btnspielerspeichern"), Qt::LeftButton);
+    EXPECT_EQ(window->db()->scalar("SELECT GESPERRT FROM spieler WHERE NUMMER = ?1", first + 1).toString(), "77");
+    EXPECT_EQ(window->db()->scalar("SELECT ERLERNT FROM spieler WHERE NUMMER = ?1", first).toString(), "47, 3")
+        << "an unsaved player keeps his lists";
+}
+
+TEST(DeliveredPictures, EverySetIsThereInItsSize)
+{
+    for (int i = 0; i < 53; ++i) {
+        const QImage img(QStringLiteral(":/defaults/attribute/attribute_hell_%1.gif").arg(i, 2, 10, QLatin1Char('0')));
+        EXPECT_EQ(img.size(), QSize(16, 16)) << i;
+    }
+    for (const char *set : {"original", "zorbode"})
+        for (int i = 0; i < 80; ++i) {
+            const QImage img(QStringLiteral(":/defaults/trikot/%1/trikot_%2.gif").arg(set).arg(i, 2, 10, QLatin1Char('0')));
+            EXPECT_EQ(img.size(), QSize(61, 71)) << set << i;
+        }
+    struct Count { const char *colour, *part; int count; };
+    const Count counts[] = {{"weiss", "nase", 31}, {"weiss", "mund", 30}, {"weiss", "augen", 30}, {"weiss", "kinn", 11},
+                            {"weiss", "haare", 30}, {"schwarz", "nase", 9}, {"schwarz", "mund", 9},
+                            {"schwarz", "augen", 2}, {"schwarz", "haare", 9}, {"schwarz", "kinn", 1}};
+    for (const Count &c : counts)
+        for (int n = 1; n <= c.count; ++n) {
+            const QImage img(QStringLiteral(":/defaults/gesicht/sp_gesicht_%1_%2_%3.gif").arg(c.colour, c.part).arg(n));
+            ASSERT_EQ(img.size(), QSize(85, 100)) << c.colour << c.part << n;
+            EXPECT_TRUE(img.hasAlphaChannel()) << "a part shows only where it is drawn";
+        }
+    EXPECT_FALSE(QImage(":/defaults/gesicht/sp_gesicht_schwarz_grund.gif").isNull());
+    EXPECT_FALSE(QImage(":/icons/erlernt.png").isNull());
+}

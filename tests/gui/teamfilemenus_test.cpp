@@ -1,0 +1,103 @@
+#include "core/ui/mainwindow.h"
+#include "exchange/configruns.h"
+#include "guisupport.h"
+#include "support/testsupport.h"
+
+#include <QAction>
+#include <QComboBox>
+#include <QDialog>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QTimer>
+#include <QTreeWidget>
+#include <gtest/gtest.h>
+#include <functional>
+
+using namespace zorbo;
+using zorbo::test::ScriptedDialogs;
+using zorbo::test::TempFolder;
+
+namespace {
+
+QTreeWidgetItem *node(QTreeWidget *tree, const QString &key)
+{
+    for (QTreeWidgetItemIterator it(tree); *it; ++it) {
+        if ((*it)->data(0, Qt::UserRole).toString() == key)
+            return *it;
+    }
+    return nullptr;
+}
+
+// Works the team file dialog while it runs modally.
+void whenOpen(MainWindow &w, std::function<void(QDialog *)> work)
+{
+    QTimer::singleShot(0, &w, [&w, work] {
+        auto *dialog = w.findChild<QDialog *>("frmopen");
+        ASSERT_NE(dialog, nullptr);
+        work(dialog);
+    });
+}
+
+struct SampleWorld : ::testing::Test {
+    void SetUp() override
+    {
+        window = std::make_unique<MainWindow>(dir.path(), &dialogs);
+        window->formload();
+        ASSERT_TRUE(importconfig(*window->db(), ZORBO_EXAMPLES "/beispielwelt/1_tm.cfg", ConfigKind::Teams).ok());
+        ASSERT_TRUE(importconfig(*window->db(), ZORBO_EXAMPLES "/beispielwelt/1_sp.cfg", ConfigKind::Players).ok());
+        window->reloadtree();
+        tree = window->findChild<QTreeWidget *>("tvdb");
+    }
+    int count(const char *sql) { return window->db()->scalar(QString::fromUtf8(sql)).toInt(); }
+
+    TempFolder dir;
+    ScriptedDialogs dialogs;
+    std::unique_ptr<MainWindow> window;
+    QTreeWidget *tree = nullptr;
+};
+
+} // namespace
+
+TEST_F(SampleWorld, ClubSavedToAFileComesBackAsANewClub)
+{
+    window->tvdb_NodeClick(node(tree, "T12"));
+    tree->setCurrentItem(node(tree, "T12"));
+    ASSERT_TRUE(window->action("mnudateiitem(2)")->isEnabled());
+    dialogs.file = dir.file("Fortuna.tea");
+    window->action("save")->trigger();
+    ASSERT_TRUE(zorbo::test::readBytes(dialogs.file).contains("[Spieler1]")) << dialogs.asked.join('\n').toStdString();
+
+    const int clubs = count("SELECT count(*) FROM vereine");
+    whenOpen(*window, [](QDialog *d) {
+        auto *ok = d->findChild<QPushButton *>("btnok");
+        EXPECT_FALSE(ok->isEnabled()) << "no option chosen yet";
+        d->findChild<QRadioButton *>("optnew(0)")->click();
+        EXPECT_EQ(d->findChild<QComboBox *>("cboland")->currentText(), "Österreich") << "the file's country";
+        d->findChild<QComboBox *>("cboland")->setCurrentText("Schweiz");
+        ok->click();
+    });
+    window->action("mnudateiitem(1)")->trigger();
+    EXPECT_EQ(count("SELECT count(*) FROM vereine"), clubs + 1);
+    const QString key = tree->currentItem() ? tree->currentItem()->data(0, Qt::UserRole).toString() : QString();
+    ASSERT_TRUE(key.startsWith('T'));
+    const qint64 team = key.mid(1).toLongLong();
+    EXPECT_EQ(window->db()->scalar("SELECT NATION FROM vereine WHERE NUMMER = ?1", team).toString(), "Schweiz");
+    EXPECT_EQ(window->db()->scalar("SELECT count(*) FROM vereinspieler WHERE verein = ?1", team).toInt(), 20);
+    EXPECT_EQ(tree->currentItem()->parent()->text(0), "Schweiz");
+}
+
+TEST_F(SampleWorld, OpeningOverAClubPreselectsItAndCancelChangesNothing)
+{
+    dialogs.file = ZORBO_EXAMPLES "/beispielwelt/Fortuna Großgmain.tea";
+    const int players = count("SELECT count(*) FROM spieler");
+    QString preselected;
+    whenOpen(*window, [&preselected](QDialog *d) {
+        d->findChild<QRadioButton *>("optnew(1)")->click();
+        preselected = d->findChild<QComboBox *>("cboverein")->currentText();
+        d->findChild<QPushButton *>("btnabbrechen")->click();
+    });
+    window->action("open")->trigger();
+    EXPECT_EQ(preselected, "Fortuna Großgmain (Österreich)");
+    EXPECT_EQ(count("SELECT count(*) FROM spieler"), players);
+    EXPECT_FALSE(window->findChild<QDialog *>("frmopen")->isVisible());
+}

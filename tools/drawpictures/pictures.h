@@ -1,0 +1,24 @@
+#pragma once
+
+#include <QDir>
+#include <QImage>
+#include <QList>
+#include <QString>
+
+namespace zorbo {
+
+// One drawn picture and the file name it is written under.
+struct Picture {
+    QString name;
+    QImage image;
+};
+
+QList<Picture> talentpictures();
+QList<Picture> facepictures(const QString &colourTable); // both colours; e_gesichtsfarbe for the hair
+QList<Picture> kitpictures(int kitset, const QString &colourTable);
+QList<Picture> iconpictures();
+
+// A sheet of all pictures of one set with their names, for looking them over.
+QImage contactsheet(const QList<Picture> &pictures, int scale, int columns);
+
+} // namespace zorbo
