@@ -7,6 +7,8 @@
 #include "resources/gfp.h"
 #include "resources/tga.h"
 
+#include "timing.h"
+
 #include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
@@ -56,19 +58,6 @@ QByteArray crestPixels(int n)
     return out;
 }
 
-double medianMs(const std::function<void()> &run)
-{
-    std::vector<double> ms;
-    for (int i = 0; i < 5; ++i) {
-        QElapsedTimer t;
-        t.start();
-        run();
-        ms.push_back(double(t.nsecsElapsed()) / 1e6);
-    }
-    std::sort(ms.begin(), ms.end());
-    return ms[2];
-}
-
 } // namespace
 
 int main(int argc, char **argv)
@@ -90,7 +79,7 @@ int main(int argc, char **argv)
     writefilebytes(wappen + QStringLiteral("wa.lst"), lst);
     writefilebytes(wappen + QStringLiteral("default.gfp"), makegfp(GfpHeader(), 1, 1, QByteArray(2, '\0'), true));
 
-    const double bare = medianMs([&] {
+    const double bare = zorbo::bench::medianms(5, [&] {
         std::vector<Bytef> out(compressBound(Side * Side * 2));
         for (const QByteArray &p : pixels) {
             uLongf n = uLongf(out.size());
@@ -99,12 +88,12 @@ int main(int argc, char **argv)
     });
     const QString archive = root + QStringLiteral("/wa.res");
     CrestRunReport last;
-    const double exportMs = medianMs([&] { last = exportwappen(archive, wappen); });
+    const double exportMs = zorbo::bench::medianms(5, [&] { last = exportwappen(archive, wappen); });
     if (!last.result || last.written != Crests || !last.problems.isEmpty()) {
         std::fprintf(stderr, "export failed: %s\n", qPrintable(last.result.message));
         return 1;
     }
-    const double importMs = medianMs([&] { last = importwappen(archive, wappen); });
+    const double importMs = zorbo::bench::medianms(5, [&] { last = importwappen(archive, wappen); });
     if (!last.result || last.written != Crests) {
         std::fprintf(stderr, "import failed: %s\n", qPrintable(last.result.message));
         return 1;

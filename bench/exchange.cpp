@@ -8,6 +8,8 @@
 #include "exchange/playerconfig.h"
 #include "exchange/teamconfigwriter.h"
 
+#include "timing.h"
+
 #include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QFile>
@@ -64,19 +66,6 @@ void generate(Database &db)
     tx.commit();
 }
 
-double median(const std::function<void()> &run, int runs)
-{
-    std::vector<double> ms;
-    for (int i = 0; i < runs; ++i) {
-        QElapsedTimer timer;
-        timer.start();
-        run();
-        ms.push_back(timer.nsecsElapsed() / 1e6);
-    }
-    std::sort(ms.begin(), ms.end());
-    return ms[ms.size() / 2];
-}
-
 void check(const ExchangeResult &r)
 {
     if (!r.ok()) {
@@ -109,10 +98,10 @@ int main(int argc, char **argv)
     check(exportvereine(db, tm));
     check(exportspieler(db, sp));
 
-    const double exportTeams = median([&] { check(exportvereine(db, tm)); }, runs);
-    const double exportPlayers = median([&] { check(exportspieler(db, sp)); }, runs);
-    const double importTeams = median([&] { check(importteamsrun(db, tm)); }, runs);
-    const double importPlayers = median([&] { check(importplayersrun(db, sp)); }, runs);
+    const double exportTeams = zorbo::bench::medianms(runs, [&] { check(exportvereine(db, tm)); });
+    const double exportPlayers = zorbo::bench::medianms(runs, [&] { check(exportspieler(db, sp)); });
+    const double importTeams = zorbo::bench::medianms(runs, [&] { check(importteamsrun(db, tm)); });
+    const double importPlayers = zorbo::bench::medianms(runs, [&] { check(importplayersrun(db, sp)); });
 
     // The same player rows as CSV, loaded by the sqlite3 shell into the same
     // strict table of a fresh database, in one transaction.
@@ -135,7 +124,7 @@ int main(int argc, char **argv)
         "NATION TEXT, GROESSE INTEGER, ART INTEGER, \"REST_EINSÄTZE\" INTEGER, LIEBLINGSPOS_X REAL, LIEBLINGSPOS_Y REAL, "
         "RUECKENNUMMER INTEGER, GESICHT INTEGER, HAUTFARBE INTEGER, HAARFARBE INTEGER, ERLERNT TEXT, GESPERRT TEXT) STRICT;");
     int round = 0;
-    const double shell = median(
+    const double shell = zorbo::bench::medianms(runs,
         [&] {
             const QString target = dir.filePath(QStringLiteral("shell%1.db").arg(round++));
             QProcess p;
@@ -148,8 +137,7 @@ int main(int argc, char **argv)
                 std::fprintf(stderr, "sqlite3: %s\n", p.readAllStandardError().constData());
                 std::exit(1);
             }
-        },
-        runs);
+        });
     const qint64 rows = db.scalar("SELECT count(*) FROM spieler").toLongLong();
 
     std::printf("world: %d national teams, %d clubs, %lld players; 1_tm.cfg %.1f MB, 1_sp.cfg %.1f MB; median of %d runs\n",

@@ -9,6 +9,8 @@
 #include "resources/ui/crestgridmodel.h"
 #include "resources/ui/crestpicker.h"
 
+#include "timing.h"
+
 #include <QApplication>
 #include <QDir>
 #include <QElapsedTimer>
@@ -36,19 +38,6 @@ QByteArray crest(int n)
     return writetga(64, 64, pixels, 2);
 }
 
-double median(int runs, const std::function<void()> &step)
-{
-    std::vector<double> ms;
-    for (int i = 0; i < runs; ++i) {
-        QElapsedTimer timer;
-        timer.start();
-        step();
-        ms.push_back(timer.nsecsElapsed() / 1e6);
-    }
-    std::sort(ms.begin(), ms.end());
-    return ms[ms.size() / 2];
-}
-
 } // namespace
 
 int main(int argc, char **argv)
@@ -73,7 +62,7 @@ int main(int argc, char **argv)
     }
 
     int decoded = 0;
-    const double crestMs = median(runs, [&] {
+    const double crestMs = zorbo::bench::medianms(runs, [&] {
         ensureallcrests(wappen);
         CrestPicker picker(wappen);
         picker.show();
@@ -82,7 +71,7 @@ int main(int argc, char **argv)
     });
     // The same with only default.tga present, so that 1,000 copies are made first.
     const QString empty = dir.filePath(QStringLiteral("leer/"));
-    const double copyMs = median(runs, [&] {
+    const double copyMs = zorbo::bench::medianms(runs, [&] {
         QDir(empty).removeRecursively();
         QDir().mkpath(empty);
         QFile::copy(wappen + QStringLiteral("default.tga"), empty + QStringLiteral("default.tga"));
@@ -91,7 +80,7 @@ int main(int argc, char **argv)
         picker.show();
         picker.grab();
     });
-    const double kitMs = median(runs, [&] {
+    const double kitMs = zorbo::bench::medianms(runs, [&] {
         KitPicker picker(kits, {});
         picker.prepare(nullptr, 0);
         picker.show();

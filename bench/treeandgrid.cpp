@@ -7,6 +7,8 @@
 #include "core/teamtree.h"
 #include "editor/playergrid.h"
 
+#include "timing.h"
+
 #include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QTemporaryDir>
@@ -48,19 +50,6 @@ void buildWorld(Database &db)
     ensuretransfermarket(db);
 }
 
-double median(int runs, const std::function<void()> &step)
-{
-    std::vector<double> ms;
-    for (int i = 0; i < runs; ++i) {
-        QElapsedTimer timer;
-        timer.start();
-        step();
-        ms.push_back(timer.nsecsElapsed() / 1e6);
-    }
-    std::sort(ms.begin(), ms.end());
-    return ms[ms.size() / 2];
-}
-
 } // namespace
 
 int main(int argc, char **argv)
@@ -76,9 +65,9 @@ int main(int argc, char **argv)
     buildWorld(*o.db);
 
     std::size_t nodes = 0;
-    const double tree = median(runs, [&] { nodes = load_dbteam(o.db.get()).nodes.size(); });
+    const double tree = zorbo::bench::medianms(runs, [&] { nodes = load_dbteam(o.db.get()).nodes.size(); });
     PlayerGridModel model;
-    const double grid = median(runs, [&] { model.setRows(loadspielerliste(*o.db, 0, QLatin1Char(','))); });
+    const double grid = zorbo::bench::medianms(runs, [&] { model.setRows(loadspielerliste(*o.db, 0, QLatin1Char(','))); });
     std::printf("load_dbteam data step (%zu nodes): median %.1f ms over %d runs (target < 100 ms)\n", nodes, tree,
                 runs);
     std::printf("grid with the transfer market (%d rows): median %.1f ms over %d runs (target < 50 ms)\n",

@@ -4,6 +4,7 @@
 #include "editor/ui/facedialog.h"
 #include "editor/ui/faceview.h"
 #include "editor/ui/talentgrid.h"
+#include "editor/ui/formfields.h"
 
 #include <QComboBox>
 #include <QFormLayout>
@@ -19,17 +20,6 @@
 namespace zorbo {
 
 namespace {
-
-QLineEdit *field(QWidget *parent, const char *name, int maxLength, bool readOnly = false)
-{
-    auto *edit = new QLineEdit(parent);
-    edit->setObjectName(QLatin1String(name));
-    edit->setFont(QFont(QStringLiteral("Courier New")));
-    if (maxLength > 0)
-        edit->setMaxLength(maxLength);
-    edit->setReadOnly(readOnly);
-    return edit;
-}
 
 QComboBox *list(QWidget *parent, const QString &name, const QStringList &items)
 {
@@ -62,7 +52,7 @@ PlayerTab::PlayerTab(QStringListModel *spielerlaender, QWidget *parent) : QWidge
     auto *frame11 = new QGroupBox(QStringLiteral("Spielertalente"), this);
     frame11->setObjectName(QStringLiteral("Frame11"));
 
-    m_nummer = field(frame10, "txtspielernr", 0, true);
+    m_nummer = formfield(frame10, "txtspielernr", 0, true);
     m_staerke = list(frame10, QStringLiteral("cbospielerstärke"), starEntries());
     m_maxstaerke = list(frame10, QStringLiteral("cbospielermstärke"), starEntries());
     m_pos = list(frame10, QStringLiteral("cbospielerpos"), positionsnamen());
@@ -72,15 +62,15 @@ PlayerTab::PlayerTab(QStringListModel *spielerlaender, QWidget *parent) : QWidge
     info->addRow(QStringLiteral("Maxstärke:"), m_maxstaerke);
     info->addRow(QStringLiteral("Position:"), m_pos);
 
-    m_vorname = field(frame8, "txtspielervorname", 2);
+    m_vorname = formfield(frame8, "txtspielervorname", 2);
     m_vorname->setFixedWidth(40);
-    m_name = field(frame8, "txtspielername", 32);
+    m_name = formfield(frame8, "txtspielername", 32);
     m_land = new QComboBox(frame8);
     m_land->setObjectName(QStringLiteral("cbospielerland"));
     m_land->setModel(spielerlaender);
-    m_einsatz = field(frame8, "txtspielereinsatz", 3);
-    m_rnr = field(frame8, "txtspielerrnr", 12);
-    m_groesse = field(frame8, "txtspielergroesse", 3);
+    m_einsatz = formfield(frame8, "txtspielereinsatz", 3);
+    m_rnr = formfield(frame8, "txtspielerrnr", 12);
+    m_groesse = formfield(frame8, "txtspielergroesse", 3);
     auto *names = new QHBoxLayout;
     names->addWidget(m_vorname);
     names->addWidget(m_name);

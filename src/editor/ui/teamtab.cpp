@@ -5,6 +5,7 @@
 #include "editor/ui/kitpreview.h"
 #include "resources/crestfiles.h"
 #include "resources/ui/crestview.h"
+#include "editor/ui/formfields.h"
 
 #include <QComboBox>
 #include <QFile>
@@ -22,17 +23,6 @@
 namespace zorbo {
 
 namespace {
-
-QLineEdit *field(QWidget *parent, const char *name, int maxLength, bool readOnly = false)
-{
-    auto *edit = new QLineEdit(parent);
-    edit->setObjectName(QLatin1String(name));
-    edit->setFont(QFont(QStringLiteral("Courier New")));
-    if (maxLength > 0)
-        edit->setMaxLength(maxLength);
-    edit->setReadOnly(readOnly);
-    return edit;
-}
 
 QGroupBox *box(QWidget *parent, const QString &name, const QString &caption)
 {
@@ -59,8 +49,8 @@ TeamTab::TeamTab(QStringListModel *laender, QWidget *parent) : QWidget(parent)
     auto *frame6 = box(this, QStringLiteral("Frame6"), QStringLiteral("Team"));
     auto *frame4 = box(this, QStringLiteral("Frame4"), QStringLiteral("Stadion"));
 
-    m_nummer = field(frame7, "txttnr", 0, true);
-    m_grafnr = field(frame7, "txtgrafnr", 4, true);
+    m_nummer = formfield(frame7, "txttnr", 0, true);
+    m_grafnr = formfield(frame7, "txtgrafnr", 4, true);
     m_wappen = new CrestView(frame7);
     m_wappen->setFixedSize(64, 64);
     m_wappen->setFrameShape(QFrame::StyledPanel);
@@ -70,9 +60,9 @@ TeamTab::TeamTab(QStringListModel *laender, QWidget *parent) : QWidget(parent)
     logo->addRow(QStringLiteral("Grafiknummer:"), m_grafnr);
     logo->addRow(m_wappen);
 
-    m_lang = field(frame6, "txtteamlang", 32);
-    m_kurz = field(frame6, "txtteamkurz", 16);
-    m_stadt = field(frame6, "txtstadt", 16);
+    m_lang = formfield(frame6, "txtteamlang", 32);
+    m_kurz = formfield(frame6, "txtteamkurz", 16);
+    m_stadt = formfield(frame6, "txtstadt", 16);
     m_land = new QComboBox(frame6);
     m_land->setObjectName(QStringLiteral("cboland"));
     m_land->setModel(laender);
@@ -88,9 +78,9 @@ TeamTab::TeamTab(QStringListModel *laender, QWidget *parent) : QWidget(parent)
     team->addRow(QStringLiteral("Land:"), m_land);
     team->addRow(m_kontinentLabel, m_kontinent);
 
-    m_stadion = field(frame4, "txtstadion", 30);
-    m_sitz = field(frame4, "txtsitz", 6);
-    m_steh = field(frame4, "txtsteh", 6);
+    m_stadion = formfield(frame4, "txtstadion", 30);
+    m_sitz = formfield(frame4, "txtsitz", 6);
+    m_steh = formfield(frame4, "txtsteh", 6);
     auto *stadium = new QFormLayout(frame4);
     stadium->addRow(QStringLiteral("Stadion:"), m_stadion);
     stadium->addRow(QStringLiteral("Sitzplätze:"), m_sitz);
