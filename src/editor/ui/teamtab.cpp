@@ -12,6 +12,7 @@
 #include <QFontDatabase>
 #include <QFormLayout>
 #include <QGridLayout>
+#include <QHBoxLayout>
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
@@ -55,10 +56,14 @@ TeamTab::TeamTab(QStringListModel *laender, QWidget *parent) : QWidget(parent)
     m_wappen->setFixedSize(64, 64);
     m_wappen->setFrameShape(QFrame::StyledPanel);
     connect(m_wappen, &CrestView::clicked, this, &TeamTab::crestClicked);
-    auto *logo = new QFormLayout(frame7);
-    logo->addRow(QStringLiteral("Teamnummer:"), m_nummer);
-    logo->addRow(QStringLiteral("Grafiknummer:"), m_grafnr);
-    logo->addRow(m_wappen);
+    // The crest stands beside the numbers, so the frame is no taller than
+    // the team frame beside it and the crest is never cut.
+    auto *logo = new QHBoxLayout(frame7);
+    auto *numbers = new QFormLayout;
+    numbers->addRow(QStringLiteral("Teamnummer:"), m_nummer);
+    numbers->addRow(QStringLiteral("Grafiknummer:"), m_grafnr);
+    logo->addLayout(numbers, 1);
+    logo->addWidget(m_wappen, 0, Qt::AlignTop);
 
     m_lang = formfield(frame6, "txtteamlang", 32);
     m_kurz = formfield(frame6, "txtteamkurz", 16);
