@@ -180,4 +180,26 @@ QString shown(QByteArrayView bytes)
     return QStringLiteral("»%1«").arg(t);
 }
 
+ExchangeResult importcfgfile(Database &db, const QString &path, const Progress &progress,
+                             const std::function<QString(const CfgFile &, ExchangeResult &)> &read)
+{
+    ExchangeResult result;
+    CfgFile file;
+    result.result = file.load(path);
+    if (!result.ok())
+        return result;
+    try {
+        Transaction tx(db);
+        const QString done = read(file, result);
+        tx.commit();
+        result.result.message = done;
+    } catch (const ExchangeError &e) {
+        return ExchangeResult::failure(e.message());
+    } catch (const DbError &e) {
+        return ExchangeResult::failure(QStringLiteral("Einlesen von %1 abgebrochen: %2").arg(path, e.text()));
+    }
+    report(progress, 100);
+    return result;
+}
+
 } // namespace zorbo

@@ -1,11 +1,13 @@
 #pragma once
 
 #include "platform/database.h"
+#include "exchange/exchangeresult.h"
 #include "platform/result.h"
 
 #include <QByteArray>
 #include <QByteArrayView>
 #include <QString>
+#include <functional>
 #include <optional>
 #include <stdexcept>
 #include <vector>
@@ -72,5 +74,10 @@ void bindText(Statement &st, int index, QByteArrayView cp1252);
 
 // Value shown in a message: quoted, shortened to a readable length.
 QString shown(QByteArrayView bytes);
+
+// Loads a game file and reads it inside one transaction: all or nothing.
+// read fills the result and returns the message of success.
+ExchangeResult importcfgfile(Database &db, const QString &path, const Progress &progress,
+                             const std::function<QString(const CfgFile &, ExchangeResult &)> &read);
 
 } // namespace zorbo

@@ -88,6 +88,13 @@ QString versionline()
     return QStringLiteral(";Zorbo Editor v%1.%2 %3").arg(versionMajor).arg(versionMinor).arg(QString::fromUtf8(legalNotice));
 }
 
+QString cfghead(const QDateTime &now)
+{
+    const QString crlf = QStringLiteral("\r\n");
+    return exportdateline(now) + crlf + versionline() + crlf + crlf + crlf + QStringLiteral("INFOTEXT \"test01\"") + crlf
+        + crlf + QStringLiteral("        DATA_VERSION 1") + crlf + crlf;
+}
+
 QByteArray numbertext(const Statement &row, int column)
 {
     const QVariant v = row.value(column);

@@ -41,6 +41,9 @@ private:
 QString exportdateline(const QDateTime &now);
 // ";Zorbo Editor v" major.minor and the legal notice.
 QString versionline();
+// The head both game files share, from the date line to the blank line after
+// "DATA_VERSION", each line ending in CR LF.
+QString cfghead(const QDateTime &now);
 
 // A number column in the plain decimal form of the game's files: whole
 // numbers as digits, others with a period and no zero before it below 1.

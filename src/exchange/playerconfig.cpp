@@ -127,8 +127,7 @@ QString sp_header(Database &db, const QDateTime &now)
 {
     const QVariant last = db.scalar(QStringLiteral("SELECT max(NUMMER) FROM spieler"));
     const QString crlf = QStringLiteral("\r\n");
-    return exportdateline(now) + crlf + versionline() + crlf + crlf + crlf + QStringLiteral("INFOTEXT \"test01\"") + crlf
-        + crlf + QStringLiteral("        DATA_VERSION 1") + crlf + crlf + QStringLiteral("        LETZTER_SPIELER ")
+    return cfghead(now) + QStringLiteral("        LETZTER_SPIELER ")
         + (last.isNull() ? QString() : QString::number(last.toLongLong())) + crlf;
 }
 
@@ -192,23 +191,10 @@ ExchangeResult exportspieler(Database &db, const QString &path, const Progress &
 
 ExchangeResult importspieler(Database &db, const QString &path, const Progress &progress)
 {
-    ExchangeResult result;
-    CfgFile file;
-    result.result = file.load(path);
-    if (!result.ok())
-        return result;
-    try {
-        Transaction tx(db);
+    return importcfgfile(db, path, progress, [&](const CfgFile &file, ExchangeResult &result) {
         readPlayers(db, file, result, progress);
-        tx.commit();
-        result.result.message = QStringLiteral("%1 Spieler aus %2 eingelesen.").arg(result.players).arg(path);
-    } catch (const ExchangeError &e) {
-        return ExchangeResult::failure(e.message());
-    } catch (const DbError &e) {
-        return ExchangeResult::failure(QStringLiteral("Einlesen von %1 abgebrochen: %2").arg(path, e.text()));
-    }
-    report(progress, 100);
-    return result;
+        return QStringLiteral("%1 Spieler aus %2 eingelesen.").arg(result.players).arg(path);
+    });
 }
 
 } // namespace zorbo

@@ -256,28 +256,15 @@ void TeamRecordReader::splitsspieler(qint64 team, QByteArrayView value, qsizetyp
 
 ExchangeResult importvereine(Database &db, const QString &path, const Progress &progress)
 {
-    ExchangeResult result;
-    CfgFile file;
-    result.result = file.load(path);
-    if (!result.ok())
-        return result;
-    try {
-        Transaction tx(db);
+    return importcfgfile(db, path, progress, [&](const CfgFile &file, ExchangeResult &result) {
         TeamRecordReader reader(db, file, result);
         reader.importvereine(progress);
-        tx.commit();
-        result.result.message = QStringLiteral("%1 Vereine, %2 Nationalteams und %3 Kaderplätze aus %4 eingelesen.")
-                                    .arg(result.teams)
-                                    .arg(result.nationalTeams)
-                                    .arg(result.squadRows)
-                                    .arg(path);
-    } catch (const ExchangeError &e) {
-        return ExchangeResult::failure(e.message());
-    } catch (const DbError &e) {
-        return ExchangeResult::failure(QStringLiteral("Einlesen von %1 abgebrochen: %2").arg(path, e.text()));
-    }
-    report(progress, 100);
-    return result;
+        return QStringLiteral("%1 Vereine, %2 Nationalteams und %3 Kaderplätze aus %4 eingelesen.")
+            .arg(result.teams)
+            .arg(result.nationalTeams)
+            .arg(result.squadRows)
+            .arg(path);
+    });
 }
 
 } // namespace zorbo

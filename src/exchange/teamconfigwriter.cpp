@@ -110,8 +110,7 @@ QString tm_header(Database &db, const QDateTime &now)
 {
     const QVariant last = db.scalar(QStringLiteral("SELECT max(maxnr) FROM maxteamnr"));
     const QString crlf = QStringLiteral("\r\n");
-    return exportdateline(now) + crlf + versionline() + crlf + crlf + crlf + QStringLiteral("INFOTEXT \"test01\"") + crlf
-        + crlf + QStringLiteral("        DATA_VERSION 1") + crlf + crlf + QStringLiteral("        BASE_NATION \"Deutschland\"")
+    return cfghead(now) + QStringLiteral("        BASE_NATION \"Deutschland\"")
         + crlf + crlf + QStringLiteral("        LETZTES_TEAM ") + (last.isNull() ? QString() : QString::number(last.toLongLong()))
         + crlf;
 }
