@@ -20,6 +20,8 @@
 
 using namespace zorbo;
 using zorbo::test::ScriptedDialogs;
+using zorbo::test::node;
+using zorbo::test::child;
 using zorbo::test::TempFolder;
 
 namespace {
@@ -50,15 +52,6 @@ void buildWorld(const QString &folder)
     }
 }
 
-QTreeWidgetItem *node(QTreeWidget *tree, const QString &key)
-{
-    for (QTreeWidgetItemIterator it(tree); *it; ++it) {
-        if ((*it)->data(0, Qt::UserRole).toString() == key)
-            return *it;
-    }
-    return nullptr;
-}
-
 // Clicks a node as the user would: its branch opened, then the mouse.
 void clickNode(QTreeWidget *tree, const QString &key)
 {
@@ -68,14 +61,6 @@ void clickNode(QTreeWidget *tree, const QString &key)
         p->setExpanded(true);
     tree->scrollToItem(item);
     QTest::mouseClick(tree->viewport(), Qt::LeftButton, {}, tree->visualItemRect(item).center());
-}
-
-template <typename T>
-T *child(QWidget &w, const QString &name)
-{
-    T *c = w.findChild<T *>(name);
-    EXPECT_NE(c, nullptr) << name.toStdString();
-    return c;
 }
 
 class Editing : public ::testing::Test {

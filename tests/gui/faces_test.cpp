@@ -24,19 +24,12 @@
 
 using namespace zorbo;
 using zorbo::test::ScriptedDialogs;
+using zorbo::test::child;
 using zorbo::test::TempFolder;
 
 namespace {
 
 const QString delivered = QStringLiteral(":/defaults/gesicht/");
-
-template <typename T>
-T *child(QWidget &w, const QString &name)
-{
-    T *c = w.findChild<T *>(name);
-    EXPECT_NE(c, nullptr) << name.toStdString();
-    return c;
-}
 
 QSlider *slider(QWidget &w, int part) { return child<QSlider>(w, QStringLiteral("sldgesicht(%1)").arg(part)); }
 QPushButton *button(QWidget &w, const char *kind, int part)

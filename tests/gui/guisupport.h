@@ -3,6 +3,10 @@
 #include "core/ui/dialogs.h"
 
 #include <QStringList>
+#include <QTreeWidget>
+#include <QTreeWidgetItemIterator>
+#include <QWidget>
+#include <gtest/gtest.h>
 
 namespace zorbo::test {
 
@@ -33,5 +37,24 @@ public:
         return openfile(w, title, start, f, chosen);
     }
 };
+
+// The tree node with the key, or null.
+inline QTreeWidgetItem *node(QTreeWidget *tree, const QString &key)
+{
+    for (QTreeWidgetItemIterator it(tree); *it; ++it) {
+        if ((*it)->data(0, Qt::UserRole).toString() == key)
+            return *it;
+    }
+    return nullptr;
+}
+
+// A child widget by its name; a missing one fails the test.
+template <typename T>
+T *child(QWidget &w, const QString &name)
+{
+    T *c = w.findChild<T *>(name);
+    EXPECT_NE(c, nullptr) << name.toStdString();
+    return c;
+}
 
 } // namespace zorbo::test

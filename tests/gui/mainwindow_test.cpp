@@ -11,19 +11,8 @@
 
 using namespace zorbo;
 using zorbo::test::ScriptedDialogs;
+using zorbo::test::child;
 using zorbo::test::TempFolder;
-
-namespace {
-
-template <typename T>
-T *child(QWidget &w, const char *name)
-{
-    T *c = w.findChild<T *>(QLatin1String(name));
-    EXPECT_NE(c, nullptr) << name;
-    return c;
-}
-
-} // namespace
 
 TEST(MainWindow, FreshFolderOpensWithContinentsAndMarket)
 {

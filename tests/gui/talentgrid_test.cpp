@@ -19,6 +19,7 @@
 
 using namespace zorbo;
 using zorbo::test::ScriptedDialogs;
+using zorbo::test::node;
 using zorbo::test::TempFolder;
 
 namespace {
@@ -40,14 +41,6 @@ qint64 buildWorld(const QString &folder)
     db.run("UPDATE spieler SET ART = 2, ERLERNT = '2', GESPERRT = '77' WHERE NUMMER = ?1", first + 1);
     db.run("UPDATE spieler SET ART = 3, ERLERNT = '', GESPERRT = '' WHERE NUMMER = ?1", first + 2);
     return first;
-}
-
-QTreeWidgetItem *node(QTreeWidget *tree, const QString &key)
-{
-    for (QTreeWidgetItemIterator it(tree); *it; ++it)
-        if ((*it)->data(0, Qt::UserRole).toString() == key)
-            return *it;
-    return nullptr;
 }
 
 class Talents : public ::testing::Test {

@@ -15,18 +15,10 @@
 
 using namespace zorbo;
 using zorbo::test::ScriptedDialogs;
+using zorbo::test::node;
 using zorbo::test::TempFolder;
 
 namespace {
-
-QTreeWidgetItem *node(QTreeWidget *tree, const QString &key)
-{
-    for (QTreeWidgetItemIterator it(tree); *it; ++it) {
-        if ((*it)->data(0, Qt::UserRole).toString() == key)
-            return *it;
-    }
-    return nullptr;
-}
 
 // Works the team file dialog while it runs modally.
 void whenOpen(MainWindow &w, std::function<void(QDialog *)> work)
