@@ -223,33 +223,6 @@ TEST_F(Editing, PlayerRowOpensTheTabAndSaveUpdatesGridAndDatabase)
     }
 }
 
-TEST_F(Editing, ProvisionalClubBecomesARowWithItsSquad)
-{
-    // A club that so far exists only in the tree, as the dialog for new
-    // teams leaves it.
-    auto *item = new QTreeWidgetItem(node(tree, "L11"), QStringList("Team30"));
-    item->setData(0, Qt::UserRole, "T30_");
-    clickNode(tree, "T30_");
-    EXPECT_EQ(text("txtteamlang"), "Team30");
-    EXPECT_EQ(text("txtteamkurz"), "T30");
-    EXPECT_EQ(text("txtsitz"), "0");
-    EXPECT_EQ(child<QComboBox>(*window, "cboland")->currentText(), "Österreich");
-    EXPECT_TRUE(enabled("cboland"));
-    EXPECT_TRUE(child<QComboBox>(*window, "cbokontinent")->isHidden());
-    EXPECT_TRUE(tree->property("Tag").toString().isEmpty()) << "a provisional node is not remembered";
-
-    setText("txtteamlang", "Austria Wien");
-    QTest::mouseClick(child<QPushButton>(*window, "btnteamsave"), Qt::LeftButton);
-    EXPECT_TRUE(dialogs.asked.isEmpty()) << dialogs.asked.join('\n').toStdString();
-    EXPECT_EQ(node(tree, "T30_"), nullptr);
-    ASSERT_NE(node(tree, "T30"), nullptr);
-    EXPECT_TRUE(node(tree, "T30")->isSelected());
-    EXPECT_EQ(node(tree, "T30")->parent()->data(0, Qt::UserRole).toString(), "L11");
-    EXPECT_EQ(window->gridmodel()->rowCount(), 20);
-    EXPECT_FALSE(window->gridmodel()->isEmptySquad());
-    EXPECT_EQ(window->db()->scalar("SELECT count(*) FROM vereinspieler WHERE verein = 30").toInt(), 20);
-}
-
 TEST_F(Editing, ACountryOutsideTheListFallsBackOnTheFirstEntryAndSaysSo)
 {
     // Changed behind the tree's back: the node stays until the next rebuild.
