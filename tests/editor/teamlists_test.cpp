@@ -3,6 +3,7 @@
 #include "support/testsupport.h"
 
 #include <QAbstractItemModelTester>
+#include <gtest/gtest-spi.h>
 #include <gtest/gtest.h>
 
 using namespace zorbo;
@@ -29,4 +30,25 @@ TEST(TeamLists, OneRebuildRefillsEveryListWithClubNumbersAsItemData)
     lists.fill(load_dbteam(o.db.get()));
     ASSERT_EQ(lists.vereine()->rowCount(), 1);
     EXPECT_EQ(lists.vereine()->index(0).data(Qt::UserRole).toLongLong(), 20);
+}
+
+namespace {
+
+// Gives an alignment that no alignment is.
+class BrokenModel : public QAbstractListModel {
+public:
+    int rowCount(const QModelIndex &parent = {}) const override { return parent.isValid() ? 0 : 2; }
+    QVariant data(const QModelIndex &, int role) const override
+    {
+        return role == Qt::TextAlignmentRole ? QVariant::fromValue(Qt::Alignment::fromInt(0x10000)) : QVariant();
+    }
+};
+
+} // namespace
+
+TEST(ModelTester, AComplaintFailsTheTest)
+{
+    BrokenModel model;
+    EXPECT_NONFATAL_FAILURE(QAbstractItemModelTester(&model, QAbstractItemModelTester::FailureReportingMode::Warning),
+                            "QAbstractItemModelTester");
 }

@@ -7,6 +7,7 @@
 #include <QTreeWidgetItemIterator>
 #include <QWidget>
 #include <gtest/gtest.h>
+#include <stdexcept>
 
 namespace zorbo::test {
 
@@ -48,12 +49,14 @@ inline QTreeWidgetItem *node(QTreeWidget *tree, const QString &key)
     return nullptr;
 }
 
-// A child widget by its name; a missing one fails the test.
+// A child widget by its name; a missing one fails the test, which ends
+// there instead of crashing on the null pointer.
 template <typename T>
 T *child(QWidget &w, const QString &name)
 {
     T *c = w.findChild<T *>(name);
-    EXPECT_NE(c, nullptr) << name.toStdString();
+    if (!c)
+        throw std::runtime_error("no widget named " + name.toStdString());
     return c;
 }
 

@@ -1,5 +1,9 @@
+#include "core/ui/application.h"
+
 #include <QApplication>
 #include <gtest/gtest.h>
+
+#include "support/testsupport.h"
 
 int main(int argc, char **argv)
 {
@@ -7,6 +11,8 @@ int main(int argc, char **argv)
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication app(argc, argv);
+    zorbo::setupapplication();
     ::testing::InitGoogleTest(&argc, argv);
+    zorbo::test::failOnModelTesterWarnings();
     return RUN_ALL_TESTS();
 }

@@ -1,6 +1,8 @@
 #include "support/testsupport.h"
 
 #include <QFile>
+#include <QtGlobal>
+#include <gtest/gtest.h>
 
 namespace zorbo::test {
 
@@ -19,6 +21,25 @@ bool writeBytes(const QString &path, const QByteArray &bytes)
 {
     QFile f(path);
     return f.open(QIODevice::WriteOnly | QIODevice::Truncate) && f.write(bytes) == bytes.size();
+}
+
+namespace {
+
+QtMessageHandler previousHandler = nullptr;
+
+void modelTesterHandler(QtMsgType type, const QMessageLogContext &context, const QString &message)
+{
+    if (type == QtWarningMsg && context.category && qstrcmp(context.category, "qt.modeltest") == 0)
+        ADD_FAILURE() << "QAbstractItemModelTester: " << message.toStdString();
+    if (previousHandler)
+        previousHandler(type, context, message);
+}
+
+} // namespace
+
+void failOnModelTesterWarnings()
+{
+    previousHandler = qInstallMessageHandler(modelTesterHandler);
 }
 
 TempFolder::TempFolder()

@@ -13,6 +13,10 @@ QString dataPath(const QString &relative);
 QByteArray readBytes(const QString &path);
 bool writeBytes(const QString &path, const QByteArray &bytes);
 
+// Makes every complaint of QAbstractItemModelTester (used in its Warning
+// mode) a failure of the running test; other messages go on as before.
+void failOnModelTesterWarnings();
+
 // A temporary folder that lives as long as the object.
 class TempFolder {
 public:

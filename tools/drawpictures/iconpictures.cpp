@@ -87,16 +87,20 @@ QList<Picture> iconpictures()
                        p.drawEllipse(QRectF(14, 12, 20, 16));
                        p.drawEllipse(QRectF(30, 32, 18, 20));
                    })};
+    // Every country and the root wear it, so it is no country's flag: one
+    // plain colour, waving, on a pole.
     out << Picture{QStringLiteral("land.png"), draw(16, [](QPainter &p) {
                        p.setPen(QPen(ink, 4));
                        p.drawLine(QPointF(10, 4), QPointF(10, 62));
-                       p.setPen(QPen(ink, 2));
-                       const QColor bands[] = {QColor(30, 30, 30), QColor(210, 30, 30), QColor(250, 200, 0)};
-                       for (int i = 0; i < 3; ++i) {
-                           p.setPen(Qt::NoPen);
-                           p.setBrush(bands[i]);
-                           p.drawRect(QRectF(12, 6 + i * 10, 46, 10));
-                       }
+                       QPainterPath flag;
+                       flag.moveTo(12, 6);
+                       flag.cubicTo(26, 0, 40, 14, 58, 6);
+                       flag.lineTo(58, 36);
+                       flag.cubicTo(40, 44, 26, 30, 12, 36);
+                       flag.closeSubpath();
+                       p.setPen(QPen(ink, 3));
+                       p.setBrush(QColor(90, 160, 190));
+                       p.drawPath(flag);
                    })};
     out << Picture{QStringLiteral("verein.png"), draw(16, [](QPainter &p) {
                        QPainterPath s;

@@ -75,8 +75,18 @@ int main(int argc, char **argv)
 {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     QGuiApplication app(argc, argv);
+    if (argc == 4 && qstrcmp(argv[1], "--compare") == 0) {
+        // drawpictures --compare <output folder> <repository folder>
+        const QString drawn = QString::fromLocal8Bit(argv[2]), repository = QString::fromLocal8Bit(argv[3]);
+        bool same = true;
+        for (const char *folder : {"/data/defaults/attribute", "/data/defaults/gesicht", "/data/defaults/trikot/original",
+                                   "/data/defaults/trikot/zorbode", "/src/core/ui/icons"})
+            same = comparefolders(drawn + QLatin1String(folder), repository + QLatin1String(folder)) && same;
+        return same ? 0 : 1;
+    }
     if (argc != 2 && argc != 3) {
-        std::fprintf(stderr, "usage: drawpictures <repository folder> [<output folder>]\n");
+        std::fprintf(stderr, "usage: drawpictures <repository folder> [<output folder>]\n"
+                             "       drawpictures --compare <output folder> <repository folder>\n");
         return 2;
     }
     // The output folder defaults to the repository; another one lets a test

@@ -21,4 +21,8 @@ QList<Picture> iconpictures();
 // A sheet of all pictures of one set with their names, for looking them over.
 QImage contactsheet(const QList<Picture> &pictures, int scale, int columns);
 
+// True when the pictures of the folder committed show what those of drawn
+// show, up to rounding at the edges; names the ones that don't on stderr.
+bool comparefolders(const QString &drawn, const QString &committed);
+
 } // namespace zorbo
