@@ -14,12 +14,12 @@ int generatedposition(int i)
 qint64 spieler20new(Database &db, qint64 team, const QString &country, int count, const Progress &progress)
 {
     Transaction tx(db);
-    const qint64 first = newplayernumber(db);
+    const QList<qint64> numbers = newplayernumbers(db, count);
     Statement player = db.prepare(QStringLiteral(
         "INSERT INTO spieler VALUES (?1, ?2, 'S.', 0, 0, ?3, 180, ?4, 100, 0, 0, ?5, 0, 0, 0, '', '')"));
     Statement member = db.prepare(QStringLiteral("INSERT INTO vereinspieler VALUES (?1, ?2)"));
     for (int i = 0; i < count; ++i) {
-        const qint64 number = first + i;
+        const qint64 number = numbers[i];
         player.bindAll(number, QString::number(number), country, generatedposition(i), (i % 20) + 1);
         player.exec();
         member.bindAll(team, number);
@@ -28,7 +28,7 @@ qint64 spieler20new(Database &db, qint64 team, const QString &country, int count
     }
     tx.commit();
     report(progress, 100);
-    return first;
+    return numbers.isEmpty() ? -1 : numbers.first();
 }
 
 } // namespace zorbo

@@ -10,9 +10,9 @@ namespace zorbo {
 // Position (ART) of the i-th generated player of a squad.
 int generatedposition(int i);
 
-// Creates count placeholder players for a team, numbered on from the highest
-// player number, with their squad rows; all or nothing. Returns the first
-// new player number.
+// Creates count placeholder players for a team, numbered by newplayernumbers
+// (on from the highest), with their squad rows; all or nothing. Returns the
+// first new player number.
 qint64 spieler20new(Database &db, qint64 team, const QString &country, int count, const Progress &progress = {});
 
 } // namespace zorbo

@@ -16,6 +16,8 @@ struct PlayerForm {
     QString vorname;
     int staerkeIndex = 0; // cbospielerstärke: half stars, 0 to 12
     int maxIndex = 0;     // cbospielermstärke
+    qint64 staerke = -1;  // what the save wrote for the two; -1: 1000 units an entry
+    qint64 maxstaerke = -1;
     QString land;
     QString groesse;      // txtspielergroesse
     int art = 0;          // cbospielerpos
@@ -39,9 +41,14 @@ int sterneindex(const QString &text);
 // as star texts, the position by its name; columns 0 and 10 to 12 stay.
 QStringList updatedgridrow(QStringList row, const PlayerForm &form, QChar decimalSign);
 
-// Stores the player. Skin and hair colour follow the face through
-// e_gesichtsfarbe; a face the table doesn't know keeps the form's colours.
-// On success the form holds the colours that were written. Refuses, writing
+// The star entry a stored strength shows as in the player tab.
+int sterneindexof(qint64 staerke);
+
+// Stores the player. A strength whose star entry the user left as it showed
+// keeps its stored value; a chosen entry stores 1000 units a half star. Skin
+// and hair colour follow a changed face through e_gesichtsfarbe; a face the
+// table doesn't know keeps the form's colours.
+// On success the form holds the strengths and colours that were written. Refuses, writing
 // nothing, when a number field holds no whole number.
 Result spielersave(Database &db, PlayerForm &form);
 

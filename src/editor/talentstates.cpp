@@ -50,6 +50,8 @@ TalentStates TalentStates::fromlists(const QString &erlernt, const QString &gesp
         else
             t.m_keptLocked << n;
     }
+    t.m_stored = t.m_states;
+    t.m_storedLists = {erlernt, gesperrt};
     return t;
 }
 
@@ -73,6 +75,12 @@ TalentStates::State TalentStates::step(int talent)
 
 void TalentStates::talentsum(QString &erlernt, QString &gesperrt) const
 {
+    // What the user left as it was keeps its stored spelling and order.
+    if (m_states == m_stored) {
+        erlernt = m_storedLists.first;
+        gesperrt = m_storedLists.second;
+        return;
+    }
     QList<qint64> learned = m_keptLearned, locked = m_keptLocked;
     for (int i = 0; i < TalentCount; ++i) {
         if (m_states[size_t(i)] == Learned)

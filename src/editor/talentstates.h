@@ -3,6 +3,7 @@
 #include <QList>
 #include <QString>
 #include <array>
+#include <utility>
 
 namespace zorbo {
 
@@ -21,7 +22,8 @@ public:
     // none -> learned -> locked -> none; returns the new state.
     State step(int talent);
 
-    // Both lists ascending, joined by "," without blanks, kept numbers included.
+    // Both lists ascending, joined by "," without blanks, kept numbers
+    // included; the stored lists as they were while no state has changed.
     void talentsum(QString &erlernt, QString &gesperrt) const;
 
     // Numbers of either list outside 0 to 52, ascending.
@@ -30,6 +32,8 @@ public:
 private:
     std::array<State, 53> m_states{};
     QList<qint64> m_keptLearned, m_keptLocked;
+    std::array<State, 53> m_stored{};
+    std::pair<QString, QString> m_storedLists;
 };
 
 } // namespace zorbo

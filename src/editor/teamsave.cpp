@@ -24,6 +24,54 @@ int artAt(const Statement &st, int column)
     return st.isNull(column) ? 0 : int(st.integer(column));
 }
 
+const QString colourColumns = QStringLiteral(
+    "F_TRIKOT_SPIELER, F_AUSW_TRIKOT_SPIELER, F_ALTERN_TRIKOT_SPIELER, F_HOSE_SPIELER, F_AUSW_HOSE_SPIELER, "
+    "F_ALTERN_HOSE_SPIELER, F_TRIKOT_WERBUNG, F_HOSE_STREIFEN, F_TRIKOT_TORWART, F_HOSE_TORWART, F_TRIKOT_TRAINER, "
+    "F_HOSE_TRAINER");
+const QString emptyColours = QStringLiteral("'', '', '', '', '', '', '', '', '', '', '', ''");
+
+// A new row holds every column the configuration file writes, so that the
+// team goes out as a whole record and reads back: strength and start place 0
+// as for generated clubs, a country the climate that created countries get,
+// empty text elsewhere. The save then fills in the form and the kit colours.
+void insertnewteam(Database &db, const TeamForm &form)
+{
+    if (form.table == TeamTable::VereineNational)
+        db.run(QStringLiteral("INSERT INTO vereine_national (NUMMER, STAERKE, STARTPLATZ, SPIELER, KLIMA, NATIONALTEAM, "
+                              "LANDNAME, AUSWEICH_TW_TRIKOT_ART, %1) VALUES (?1, 0, 0, '', '99,121,700', '', '', 0, %2)")
+                   .arg(colourColumns, emptyColours),
+               form.nummer);
+    else
+        db.run(QStringLiteral("INSERT INTO vereine (NUMMER, STAERKE, STARTPLATZ, SPIELER, AUSWEICH_TW_TRIKOT_ART, %1) "
+                              "VALUES (?1, 0, 0, '', 0, %2)")
+                   .arg(colourColumns, emptyColours),
+               form.nummer);
+}
+
+// What the save compares with: a kit takes the colours of the kit set only
+// when its drawing changes, and a national team's NATION follows its NAME
+// only when the name changes, so that a save changes only what the user
+// changed.
+struct StoredTeam {
+    std::array<int, 3> arts{-1, -1, -1};
+    QString nation;
+};
+
+StoredTeam storedteam(Database &db, const TeamForm &form)
+{
+    StoredTeam stored;
+    Statement st = db.prepare(QStringLiteral("SELECT TRIKOT_ART, AUSWEICH_TRIKOT_ART, TW_TRIKOT_ART, NATION FROM %1 "
+                                             "WHERE NUMMER = ?1")
+                                  .arg(teamtablename(form.table)));
+    st.bind(1, form.nummer);
+    if (st.step()) {
+        for (int slot = 0; slot < 3; ++slot)
+            stored.arts[size_t(slot)] = st.isNull(slot) ? -1 : int(st.integer(slot));
+        stored.nation = st.isNull(3) ? QString() : st.text(3);
+    }
+    return stored;
+}
+
 } // namespace
 
 std::optional<TeamForm> readteam(Database &db, qint64 nummer, TeamMode mode)
@@ -82,6 +130,10 @@ TeamForm newclubform(qint64 nummer, const QString &land)
 
 Result teamsave(Database &db, const TeamForm &form, bool isNew, const QString &oldName, int trikotsatz)
 {
+    // A team without a name would stand in the tree as an empty line, and a
+    // country without one would take its clubs' and players' country away.
+    if (form.name.trimmed().isEmpty())
+        return Result::failure(QStringLiteral("Das Feld »Teamname lang« ist leer; ein Land oder Verein braucht einen Namen."));
     qint64 grafik = 0, sitz = 0, steh = 0;
     for (const Result &check : {checkwholenumber(QStringLiteral("Grafiknummer:"), form.grafiknr, &grafik),
                                 checkwholenumber(QStringLiteral("Sitzplätze:"), form.sitz, &sitz),
@@ -93,30 +145,33 @@ Result teamsave(Database &db, const TeamForm &form, bool isNew, const QString &o
     const QString t = teamtablename(form.table);
     try {
         Transaction tx(db);
-        if (isNew) {
-            db.run(QStringLiteral("INSERT INTO %1 (NUMMER) VALUES (?1)").arg(t), form.nummer);
-            if (!national)
-                spieler20new(db, form.nummer, form.land, 20);
-        }
-        if (national) {
+        if (isNew)
+            insertnewteam(db, form);
+        const StoredTeam stored = storedteam(db, form);
+        const bool renamed = isNew || form.name != oldName;
+        if (isNew && !national)
+            spieler20new(db, form.nummer, form.land, 20);
+        if (national && renamed) {
             db.run(QStringLiteral("UPDATE spieler SET NATION = ?1 WHERE NATION = ?2"), form.name, oldName);
             db.run(QStringLiteral("UPDATE vereine SET NATION = ?1 WHERE NATION = ?2"), form.name, oldName);
         }
-        // A national team's NATION follows its NAME on every save; a second
-        // name of the country is gone after that.
+        // A renamed national team's NATION follows its NAME; a second name of
+        // the country is gone after that.
         Statement st = db.prepare(
             QStringLiteral("UPDATE %1 SET NAME = ?2, KURZNAME = ?3, GRAFIK_NR = ?4, STADION_NAME = ?5, STADT = ?6, "
                            "NATION = ?7, %2 STADION_SITZPL = ?9, STADION_STEHPL = ?10, TRIKOT_ART = ?11, "
-                           "TW_TRIKOT_ART = ?12, AUSWEICH_TRIKOT_ART = ?13, AUSWEICH_TW_TRIKOT_ART = 0 "
-                           "WHERE NUMMER = ?1")
+                           "TW_TRIKOT_ART = ?12, AUSWEICH_TRIKOT_ART = ?13 WHERE NUMMER = ?1")
                 .arg(t, national ? QStringLiteral("KONTINENT = ?8,") : QString()));
         st.bindAll(form.nummer, form.name, form.kurzname, grafik, form.stadion, form.stadt,
-                   national ? form.name : form.land);
+                   national ? (renamed ? form.name : stored.nation) : form.land);
         if (national)
             st.bind(8, form.kontinent);
         st.bind(9, sitz).bind(10, steh).bind(11, form.arts[0]).bind(12, form.arts[2]).bind(13, form.arts[1]);
         st.exec();
-        settrikotfarbe(db, form.nummer, form.table, trikotsatz);
+        std::array<bool, 3> drawn{};
+        for (size_t slot = 0; slot < 3; ++slot)
+            drawn[slot] = form.arts[slot] != stored.arts[slot];
+        settrikotfarbe(db, form.nummer, form.table, trikotsatz, isNew ? std::array<bool, 3>{true, true, true} : drawn);
         tx.commit();
     } catch (const DbError &e) {
         return Result::failure(QStringLiteral("»%1« lässt sich nicht speichern: %2").arg(form.name, e.text()));

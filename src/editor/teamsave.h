@@ -39,12 +39,14 @@ std::optional<TeamForm> readteam(Database &db, qint64 nummer, TeamMode mode);
 TeamForm newcountryform(qint64 nummer, const QString &kontinent);
 TeamForm newclubform(qint64 nummer, const QString &land);
 
-// Stores the form in one transaction. isNew: the row is created first, and
-// a new club gets its 20 placeholder players. oldName: the name the team had
-// before; a national team's old name is carried into spieler.NATION and
-// vereine.NATION. The colours of the three kits follow the arts in the
-// colour table of the kit set. Refuses, writing nothing, when a number field
-// holds no whole number.
+// Stores the form in one transaction. isNew: the row is created first, with
+// every column the game's files hold, and a new club gets its 20 placeholder
+// players. oldName: the name the team had before; a renamed national team
+// carries its new name into its NATION, spieler.NATION and vereine.NATION.
+// A kit whose drawing changed (every kit of a new team) takes its colours
+// from the colour table of the kit set. What the form leaves as it was stays
+// as stored. Refuses, writing nothing, when the long name is empty or a
+// number field holds no whole number.
 Result teamsave(Database &db, const TeamForm &form, bool isNew, const QString &oldName, int trikotsatz);
 
 } // namespace zorbo

@@ -133,16 +133,16 @@ ExchangeResult openteamnew(Database &db, const QString &path, const QString &cou
         }
         club.exec();
         result.teams = 1;
-        const qint64 first = newplayernumber(db);
+        const QList<qint64> numbers = newplayernumbers(db, squadSize);
         const QList<ColumnInfo> &pc = file.playerColumns();
         Statement player = db.prepare(QStringLiteral("INSERT INTO spieler VALUES (%1)").arg(marks(int(pc.size()))));
         Statement member = db.prepare(QStringLiteral("INSERT INTO vereinspieler VALUES (?1, ?2)"));
         for (int n = 0; n < squadSize; ++n) {
-            player.bind(1, first + n);
+            player.bind(1, numbers[n]);
             for (int c = 1; c < pc.size(); ++c)
                 player.bind(c + 1, file.player(n + 1, c));
             player.exec();
-            member.bindAll(result.team, first + n);
+            member.bindAll(result.team, numbers[n]);
             member.exec();
             ++result.players;
             report(progress, (n + 1) * 100 / squadSize);

@@ -151,6 +151,20 @@ TEST(Generator, SquadsContinueTheNumbersWithPositionsAndSquadNumbers)
     EXPECT_EQ(generatedposition(35), 3);
 }
 
+TEST(Generator, NumbersStayInTheGamesRangeAndTakeTheLowestFreeOnesAtTheTop)
+{
+    NewWorld w;
+    w.db().run("INSERT INTO vereine (NUMMER, NAME) VALUES (1, 'a'), (2147483647, 'top')");
+    w.db().run("INSERT INTO vereine_national (NUMMER, NAME) VALUES (2, 'b'), (4, 'c')");
+    EXPECT_EQ(newteamnumber(w.db()), 3);
+    w.db().run("INSERT INTO spieler (NUMMER) VALUES (0), (1), (3), (2147483646)");
+    EXPECT_EQ(newplayernumbers(w.db(), 1), QList<qint64>{2147483647});
+    w.db().run("INSERT INTO spieler (NUMMER) VALUES (2147483647)");
+    EXPECT_EQ(newplayernumbers(w.db(), 4), (QList<qint64>{2, 4, 5, 6}));
+    EXPECT_EQ(spieler20new(w.db(), 1, "X", 3), 2);
+    EXPECT_EQ(w.db().scalar("SELECT group_concat(spieler) FROM vereinspieler WHERE verein = 1").toString(), "2,4,5");
+}
+
 TEST(Market, CreatedOnceWithNullColumnsAndItsPlayers)
 {
     NewWorld w;

@@ -88,10 +88,12 @@ TEST_F(Players, SquadInTheQuerysOrderWithStarsAndPositions)
 TEST_F(Players, SaveConvertsStrengthsAndKeepsTheRest)
 {
     QList<QStringList> rows = loadspielerliste(db(), 5, QLatin1Char(','));
-    // Zöller, 4750: saved unchanged he has 5000.
+    // Zöller, 4750, shows as 2.5 stars: saved unchanged he keeps 4750, saved
+    // with another entry he has 1000 units a half star.
     PlayerForm f = formOf(rows[3]);
     ASSERT_TRUE(spielersave(db(), f));
-    EXPECT_EQ(db().scalar("SELECT \"Stärke\" FROM spieler WHERE NUMMER = 1").toInt(), 5000);
+    EXPECT_EQ(db().scalar("SELECT \"Stärke\" FROM spieler WHERE NUMMER = 1").toInt(), 4750);
+    EXPECT_EQ(updatedgridrow(rows[3], f, QLatin1Char(','))[ColStaerke], rows[3][ColStaerke]);
 
     f.staerkeIndex = 7;
     f.maxIndex = 10;

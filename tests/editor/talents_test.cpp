@@ -7,7 +7,7 @@
 
 using namespace zorbo;
 
-TEST(TalentStates, ListsComeBackAscendingWithoutBlanksAndLockedWinsOverLearned)
+TEST(TalentStates, ChangedListsComeBackAscendingWithoutBlanksAndLockedWinsOverLearned)
 {
     TalentStates t = TalentStates::fromlists(QStringLiteral("12, 3,40 ,7"), QStringLiteral("5 ,3"));
     EXPECT_EQ(t.state(3), TalentStates::Locked) << "a talent in both lists ends up locked";
@@ -15,13 +15,23 @@ TEST(TalentStates, ListsComeBackAscendingWithoutBlanksAndLockedWinsOverLearned)
     EXPECT_EQ(t.state(0), TalentStates::None);
     QString erlernt, gesperrt;
     t.talentsum(erlernt, gesperrt);
-    EXPECT_EQ(erlernt, "7,12,40");
+    EXPECT_EQ(erlernt, "12, 3,40 ,7") << "unchanged lists stay as stored";
+    EXPECT_EQ(gesperrt, "5 ,3");
+    t.step(0);
+    t.talentsum(erlernt, gesperrt);
+    EXPECT_EQ(erlernt, "0,7,12,40");
     EXPECT_EQ(gesperrt, "3,5");
+    t.step(0);
+    t.step(0);
+    t.talentsum(erlernt, gesperrt);
+    EXPECT_EQ(erlernt, "12, 3,40 ,7") << "stepped back to where it was";
 
     TalentStates empty = TalentStates::fromlists(QString(), QStringLiteral(" , "));
+    empty.step(0);
+    empty.step(0);
     empty.talentsum(erlernt, gesperrt);
     EXPECT_EQ(erlernt, "");
-    EXPECT_EQ(gesperrt, "");
+    EXPECT_EQ(gesperrt, "0");
 }
 
 TEST(TalentStates, NumbersWithoutARowAreKeptAndReported)

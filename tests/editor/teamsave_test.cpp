@@ -3,6 +3,7 @@
 #include "core/teamtree.h"
 #include "editor/kitcolours.h"
 #include "editor/teamsave.h"
+#include "exchange/configruns.h"
 #include "support/testsupport.h"
 
 #include <gtest/gtest.h>
@@ -48,6 +49,11 @@ TEST_F(TeamSave, RenamedCountryCarriesItsNameIntoPlayersAndClubs)
     EXPECT_EQ(form->kontinent, "West-Europa");
     form->name = "Ostmark \"neu\"";
     form->kontinent = "Ost-Europa";
+    db().run("UPDATE vereine_national SET NATION = 'Republik Österreich' WHERE NUMMER = 10");
+    auto unchanged = readteam(db(), 10, NationalMode);
+    ASSERT_TRUE(teamsave(db(), *unchanged, false, "Österreich", 0));
+    EXPECT_EQ(text("SELECT NATION FROM vereine_national WHERE NUMMER = ?1", 10), "Republik Österreich")
+        << "the country's second name stays while its name does";
     ASSERT_TRUE(teamsave(db(), *form, false, "Österreich", 0));
 
     EXPECT_EQ(text("SELECT NAME FROM vereine_national WHERE NUMMER = ?1", 10), "Ostmark \"neu\"");
@@ -98,7 +104,7 @@ TEST_F(TeamSave, ArtsAndColoursFollowTheKitSet)
     EXPECT_EQ(st.integer(0), 3);
     EXPECT_EQ(st.integer(1), 7);
     EXPECT_EQ(st.integer(2), 9);
-    EXPECT_EQ(st.integer(3), 0) << "the second keeper kit is reset by every save";
+    EXPECT_EQ(st.integer(3), 55) << "the second keeper kit is in no form and stays";
     EXPECT_EQ(st.integer(4), 12000);
     EXPECT_EQ(st.text(5), "e_trika3");
     EXPECT_EQ(st.text(6), "s3");
@@ -118,6 +124,13 @@ TEST_F(TeamSave, ArtsAndColoursFollowTheKitSet)
     settrikotfarbe(db(), 20, TeamTable::Vereine, 1);
     EXPECT_EQ(text("SELECT F_AUSW_TRIKOT_SPIELER FROM vereine WHERE NUMMER = ?1", 20), "inalb3");
     EXPECT_EQ(text("SELECT F_ALTERN_HOSE_SPIELER FROM vereine WHERE NUMMER = ?1", 20), "bodeb7");
+
+    // Only a kit whose drawing changes takes the colours of the kit set.
+    db().run("UPDATE vereine SET TRIKOT_ART = 3, F_HOSE_SPIELER = 'own', F_HOSE_STREIFEN = 'own' WHERE NUMMER = 20");
+    form->arts = {3, 9, 9};
+    ASSERT_TRUE(teamsave(db(), *form, false, "Rapid", 1));
+    EXPECT_EQ(text("SELECT F_HOSE_SPIELER FROM vereine WHERE NUMMER = ?1", 20), "own");
+    EXPECT_EQ(text("SELECT F_HOSE_STREIFEN FROM vereine WHERE NUMMER = ?1", 20), "s9");
 }
 
 TEST_F(TeamSave, NumberFieldWithLettersIsRefusedAndNothingWritten)
@@ -147,4 +160,39 @@ TEST_F(TeamSave, MarketModeReadsOnlyNameAndCrest)
     EXPECT_TRUE(market->kurzname.isEmpty());
     EXPECT_TRUE(market->stadt.isEmpty());
     EXPECT_FALSE(readteam(db(), 777, ClubMode));
+}
+
+TEST_F(TeamSave, NewCountryAndClubGoOutAsWholeRecordsThatReadBack)
+{
+    db().exec("DELETE FROM vereine; DELETE FROM vereine_national");
+    ASSERT_TRUE(teamsave(db(), newcountryform(31, "Asien"), true, "Land31", 0));
+    ASSERT_TRUE(teamsave(db(), newclubform(32, "Land31"), true, "Team32", 0));
+    for (const char *table : {"vereine", "vereine_national"})
+        for (const ColumnInfo &c : db().columns(table))
+            EXPECT_EQ(db().scalar(QStringLiteral("SELECT count(*) FROM %1 WHERE NUMMER > 30 AND \"%2\" IS NULL")
+                                      .arg(table, c.name)).toInt(), 0)
+                << table << "." << c.name.toStdString();
+
+    const ExchangeResult out = exportconfig(db(), dir.file("1_tm.cfg"), ConfigKind::Teams);
+    ASSERT_TRUE(out.ok()) << out.result.message.toStdString();
+    TempFolder other;
+    OpenedDb fresh = opendb(other.file("zorbo.mdb"));
+    const ExchangeResult in = importconfig(*fresh.db, dir.file("1_tm.cfg"), ConfigKind::Teams);
+    ASSERT_TRUE(in.ok()) << in.result.message.toStdString();
+    EXPECT_EQ(fresh.db->scalar("SELECT KONTINENT || '/' || KLIMA FROM vereine_national WHERE NUMMER = 31").toString(),
+              "Asien/99,121,700");
+    EXPECT_EQ(fresh.db->scalar("SELECT NATION FROM vereine WHERE NUMMER = 32").toString(), "Land31");
+}
+
+TEST_F(TeamSave, AnEmptyLongNameIsRefusedAndNothingWritten)
+{
+    TeamForm club = newclubform(33, "Österreich");
+    for (const QString &empty : {QString(), QStringLiteral("   ")}) {
+        club.name = empty;
+        const Result saved = teamsave(db(), club, true, "Team33", 0);
+        ASSERT_FALSE(saved);
+        EXPECT_TRUE(saved.message.contains("Teamname lang")) << saved.message.toStdString();
+    }
+    EXPECT_TRUE(db().scalar("SELECT NUMMER FROM vereine WHERE NUMMER = 33").isNull());
+    EXPECT_EQ(db().scalar("SELECT count(*) FROM spieler").toInt(), 2);
 }
