@@ -1,4 +1,5 @@
 #include "core/programfolder.h"
+#include "core/ui/application.h"
 #include "core/ui/dialogs.h"
 #include "core/ui/mainwindow.h"
 
@@ -8,8 +9,8 @@
 int main(int argc, char **argv)
 {
     QApplication app(argc, argv);
-    QApplication::setApplicationName(QStringLiteral("zorbo-editor"));
-    QApplication::setApplicationDisplayName(QStringLiteral("Zorbo Editor"));
+    if (!zorbo::setupapplication())
+        qWarning("Qt's German texts are missing; install qt6-translations-l10n.");
 
     // "--dir FOLDER" opens another program folder, e.g. a second world.
     QString folder;

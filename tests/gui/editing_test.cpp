@@ -7,6 +7,7 @@
 #include "support/testsupport.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QComboBox>
 #include <QLabel>
 #include <QGroupBox>
@@ -223,18 +224,63 @@ TEST_F(Editing, PlayerRowOpensTheTabAndSaveUpdatesGridAndDatabase)
     }
 }
 
-TEST_F(Editing, ACountryOutsideTheListFallsBackOnTheFirstEntryAndSaysSo)
+TEST_F(Editing, ACountryOutsideTheListStaysOnShowAndIsSavedAsItWas)
 {
     // Changed behind the tree's back: the node stays until the next rebuild.
     window->db()->run("UPDATE vereine SET NATION = 'Preußen' WHERE NUMMER = 21");
     clickNode(tree, "T21");
     const auto *cboland = child<QComboBox>(*window, "cboland");
-    EXPECT_EQ(cboland->currentIndex(), 0);
-    EXPECT_EQ(cboland->currentText(), window->lists()->laender()->stringList().value(0));
+    EXPECT_EQ(cboland->currentIndex(), -1);
+    EXPECT_EQ(cboland->placeholderText(), "Preußen");
     const QString status = child<QLabel>(*window, "stbstatus(1)")->text();
     EXPECT_TRUE(status.contains("Preußen")) << status.toStdString();
     QTest::mouseClick(child<QPushButton>(*window, "btnteamsave"), Qt::LeftButton);
-    EXPECT_EQ(window->db()->scalar("SELECT NATION FROM vereine WHERE NUMMER = 21").toString(), cboland->currentText());
+    EXPECT_EQ(window->db()->scalar("SELECT NATION FROM vereine WHERE NUMMER = 21").toString(), "Preußen");
+}
+
+TEST_F(Editing, RebuiltListsKeepTheCountriesOnShow)
+{
+    // A club of the second country of the list, and one of its players.
+    clickNode(tree, "T22");
+    auto *grid = child<QTableView>(*window, "flxgrdspieler");
+    QTest::mouseClick(grid->viewport(), Qt::LeftButton, {}, grid->visualRect(window->gridmodel()->index(2, 1)).center());
+    const qint64 player = text("txtspielernr").toLongLong();
+    EXPECT_EQ(child<QComboBox>(*window, "cbospielerland")->currentText(), "Österreich");
+
+    for (int i = 0; i < 2; ++i)
+        window->action("mnupopupitem(0)")->trigger(); // the tree's "Aktualisieren"
+    EXPECT_EQ(child<QComboBox>(*window, "cboland")->currentText(), "Österreich");
+    EXPECT_EQ(child<QComboBox>(*window, "cbospielerland")->currentText(), "Österreich");
+    QTest::mouseClick(child<QPushButton>(*window, "btnspielerspeichern"), Qt::LeftButton);
+    EXPECT_EQ(window->db()->scalar("SELECT NATION FROM spieler WHERE NUMMER = ?1", player).toString(), "Österreich");
+    QTest::mouseClick(child<QPushButton>(*window, "btnteamsave"), Qt::LeftButton);
+    QTest::mouseClick(child<QPushButton>(*window, "btnteamsave"), Qt::LeftButton);
+    EXPECT_EQ(window->db()->scalar("SELECT NATION FROM vereine WHERE NUMMER = 22").toString(), "Österreich");
+}
+
+TEST_F(Editing, TypingLimitsStopTypingButKeepLongerStoredText)
+{
+    window->db()->run("UPDATE spieler SET VORNAME = 'Jürgen' WHERE NUMMER = (SELECT min(spieler) FROM vereinspieler "
+                      "WHERE verein = 20)");
+    clickNode(tree, "T20");
+    auto *grid = child<QTableView>(*window, "flxgrdspieler");
+    int row = 0;
+    while (window->gridmodel()->row(row)[ColVorname] != "Jürgen")
+        ++row;
+    QTest::mouseClick(grid->viewport(), Qt::LeftButton, {}, grid->visualRect(window->gridmodel()->index(row, 1)).center());
+    auto *vorname = child<QLineEdit>(*window, "txtspielervorname");
+    EXPECT_EQ(vorname->text(), "Jürgen");
+    vorname->setFocus();
+    vorname->end(false);
+    QTest::keyClicks(vorname, "xy");
+    EXPECT_EQ(vorname->text(), "Jürgen") << "no room to type more";
+    QTest::keyClick(vorname, Qt::Key_Backspace);
+    EXPECT_EQ(vorname->text(), "Jürge");
+
+    auto *kurz = child<QLineEdit>(*window, "txtteamkurz"); // 16
+    kurz->clear();
+    QTest::keyClicks(kurz, "Sechzehn Zeichen und mehr");
+    EXPECT_EQ(kurz->text(), "Sechzehn Zeichen");
 }
 
 TEST_F(Editing, RefreshKeepsTheSelectionAndASmallWindowKeepsTheUpperHalf)
@@ -259,4 +305,75 @@ TEST_F(Editing, RefreshKeepsTheSelectionAndASmallWindowKeepsTheUpperHalf)
     QApplication::processEvents();
     EXPECT_EQ(frame3->height(), upper);
     EXPECT_EQ(frame1->height(), gridHeight + 200) << "only the grid gains from a taller window";
+}
+
+TEST_F(Editing, ArrowKeysOpenWhatTheySelectAndTabLeavesTheTalentGrid)
+{
+    clickNode(tree, "T20");
+    tree->setFocus();
+    QTest::keyClick(tree, Qt::Key_Down);
+    ASSERT_EQ(tree->currentItem(), node(tree, "T21"));
+    EXPECT_EQ(text("txttnr"), "21");
+    EXPECT_EQ(window->gridmodel()->row(0)[ColLand], "Deutschland");
+
+    auto *grid = child<QTableView>(*window, "flxgrdspieler");
+    QTest::mouseClick(grid->viewport(), Qt::LeftButton, {}, grid->visualRect(window->gridmodel()->index(0, 1)).center());
+    QTest::keyClick(grid, Qt::Key_Down);
+    EXPECT_EQ(text("txtspielernr"), window->gridmodel()->row(1)[ColNummer]);
+    EXPECT_EQ(child<QTabWidget>(*window, "tabedit")->currentIndex(), 1);
+
+    auto *talents = child<QWidget>(*window, "flxgrdattribute");
+    QApplication::setActiveWindow(window.get());
+    talents->setFocus();
+    ASSERT_TRUE(talents->hasFocus());
+    QTest::keyClick(talents, Qt::Key_Tab);
+    EXPECT_FALSE(talents->hasFocus());
+}
+
+TEST_F(Editing, NewNodesWearThePicturesOfStoredOnes)
+{
+    const auto picture = [](QTreeWidgetItem *item) { return item->icon(0).pixmap(16, 16).toImage(); };
+    QTreeWidgetItem *club = window->addprovisional(false, "Deutschland");
+    ASSERT_NE(club, nullptr);
+    EXPECT_EQ(picture(club), picture(node(tree, "T20")));
+    QTreeWidgetItem *country = window->addprovisional(true, "Asien");
+    ASSERT_NE(country, nullptr);
+    EXPECT_EQ(picture(country), picture(node(tree, "L10")));
+    EXPECT_NE(picture(country), picture(club));
+}
+
+TEST_F(Editing, TheNationalTeamsFormFitsAtTheDefaultSizeAndAtTheSmallest)
+{
+    clickNode(tree, "L11");
+    const auto check = [&](const char *when) {
+        QApplication::processEvents();
+        auto *tab = child<QWidget>(*window, "tabteam");
+        QList<QWidget *> shown;
+        for (QWidget *w : tab->findChildren<QWidget *>()) {
+            if (w->isVisibleTo(window.get()) && (qobject_cast<QLineEdit *>(w) || qobject_cast<QComboBox *>(w)
+                                                 || qobject_cast<QLabel *>(w) || qobject_cast<QPushButton *>(w)))
+                shown << w;
+        }
+        ASSERT_GT(shown.size(), 15);
+        for (QWidget *w : shown) {
+            // Pictures have their fixed size; text must have room.
+            if (w->minimumHeight() != w->maximumHeight())
+                EXPECT_GE(w->height(), w->minimumSizeHint().height())
+                    << when << ": " << w->objectName().toStdString() << " " << w->metaObject()->className();
+            const QRect r(w->mapTo(tab, QPoint()), w->size());
+            for (QWidget *o : shown) {
+                if (o == w || o->isAncestorOf(w) || w->isAncestorOf(o))
+                    continue;
+                const QRect q(o->mapTo(tab, QPoint()), o->size());
+                EXPECT_FALSE(r.intersects(q)) << when << ": " << w->objectName().toStdString() << " overlaps "
+                                              << o->objectName().toStdString();
+            }
+            EXPECT_TRUE(tab->rect().contains(r)) << when << ": " << w->objectName().toStdString() << " is cut";
+        }
+    };
+    window->showMaximized();
+    check("default size");
+    window->showNormal();
+    window->resize(1, 1);
+    check("smallest size");
 }

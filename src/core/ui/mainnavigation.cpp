@@ -108,9 +108,10 @@ void MainWindow::anaus(TeamMode mode, bool state)
     }
 }
 
-void MainWindow::reportfallback(const QString &what, const QString &shown)
+void MainWindow::reportunlisted(const QString &land)
 {
-    m_note = QStringLiteral("%1 steht in keiner Liste; gezeigt wird »%2«.").arg(what, shown);
+    m_note = QStringLiteral("Das Land »%1« steht in keiner Liste; es bleibt gespeichert, bis ein anderes gewählt wird.")
+                 .arg(land);
     m_status->setText(m_note);
 }
 
@@ -126,7 +127,7 @@ void MainWindow::showteam(qint64 nummer, TeamMode mode)
         return;
     }
     if (form && !m_teamtab->setForm(*form, mode))
-        reportfallback(QStringLiteral("Das Land »%1«").arg(form->land), m_teamtab->cboland()->currentText());
+        reportunlisted(form->land);
 }
 
 void MainWindow::showlandnew(qint64 nummer, const QString &kontinent)
@@ -172,7 +173,7 @@ void MainWindow::flxgrdspieler_Click(const QModelIndex &index)
     m_playertab->setOpen(true);
     const QStringList row = m_gridmodel->row(m_gridrow);
     if (!m_playertab->setRow(row))
-        reportfallback(QStringLiteral("Das Land »%1«").arg(row[ColLand]), QString::fromLatin1("TRANSFERMARKT"));
+        reportunlisted(row[ColLand]);
     if (const QList<qint64> unknown = m_playertab->unknowntalents(); !unknown.isEmpty()) {
         QStringList numbers;
         for (qint64 n : unknown)

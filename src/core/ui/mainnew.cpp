@@ -5,7 +5,6 @@
 #include "editor/provisional.h"
 #include "editor/ui/newentrydialog.h"
 
-#include <QStyle>
 #include <QTreeWidget>
 
 namespace zorbo {
@@ -46,8 +45,7 @@ QTreeWidgetItem *MainWindow::addprovisional(bool land, const QString &choice)
     item->setText(0, (land ? QStringLiteral("Land%1") : QStringLiteral("Team%1")).arg(number));
     item->setData(0, Qt::UserRole, QStringLiteral("%1%2_").arg(kind).arg(number));
     item->setData(0, Qt::UserRole + 1, land ? int(CountryPicture) : int(ClubPicture));
-    // The pictures of stored countries and clubs, as the tree's rebuild gives them.
-    item->setIcon(0, style()->standardIcon(land ? QStyle::SP_DriveNetIcon : QStyle::SP_FileIcon));
+    item->setIcon(0, treeicon(land ? CountryPicture : ClubPicture));
     m_tvdb->setCurrentItem(item);
     tvdb_NodeClick(item);
     return item;

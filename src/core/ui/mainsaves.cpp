@@ -30,13 +30,10 @@ void MainWindow::btnteamsave_Click()
         m_dialogs->warning(this, QStringLiteral("Land/Verein speichern"), saved.message);
         return;
     }
-    if (isNew) {
+    if (isNew)
         key.chop(1);
-        if (form.table == TeamTable::Vereine)
-            showspielerliste(form.nummer);
-    }
     m_tvdb->setProperty("Tag", key);
-    reloadtree();
+    reloadandshow();
 }
 
 void MainWindow::btnspielerspeichern_Click()

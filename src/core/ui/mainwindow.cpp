@@ -10,6 +10,7 @@
 #include "core/ui/aboutdialog.h"
 #include "core/ui/busy.h"
 #include "core/ui/dialogs.h"
+#include "core/ui/keyviews.h"
 #include "generated/version.h"
 
 #include <QAction>
@@ -33,7 +34,9 @@ namespace zorbo {
 
 namespace {
 
-constexpr int upperHeight = 433; // the upper half keeps this height; the grid takes the rest
+// The upper half keeps this height and the grid takes the rest, unless the
+// fonts of the system make the forms taller.
+constexpr int upperHeight = 433;
 
 QGroupBox *frame(const char *name, QWidget *parent)
 {
@@ -56,7 +59,9 @@ protected:
     }
 };
 
-QIcon treeIcon(int picture)
+} // namespace
+
+QIcon treeicon(int picture)
 {
     switch (picture) {
     case ContinentPicture:
@@ -67,8 +72,6 @@ QIcon treeIcon(int picture)
         return QIcon(QStringLiteral(":/icons/verein.png"));
     }
 }
-
-} // namespace
 
 MainWindow::MainWindow(const QString &programFolder, Dialogs *dialogs)
     : m_programFolder(programFolder), m_dialogs(dialogs)
@@ -111,14 +114,14 @@ void MainWindow::buildwindow()
     outer->setContentsMargins(8, 4, 8, 4);
 
     auto *upper = new QWidget(central);
-    upper->setFixedHeight(upperHeight);
     auto *upperLayout = new QHBoxLayout(upper);
     upperLayout->setContentsMargins(0, 0, 0, 0);
     upperLayout->setSpacing(7);
 
     m_frame2 = frame("Frame2", upper);
     m_frame2->setFixedWidth(250);
-    m_tvdb = new QTreeWidget(m_frame2);
+    auto *tree = new KeyTree(m_frame2);
+    m_tvdb = tree;
     m_tvdb->setObjectName(QStringLiteral("tvdb"));
     m_tvdb->setHeaderHidden(true);
     m_tvdb->setProperty("Tag", QString());
@@ -136,13 +139,20 @@ void MainWindow::buildwindow()
     connect(m_teamtab, &TeamTab::crestClicked, this, &MainWindow::ImgXwappen_Click);
     connect(m_playertab, &PlayerTab::saveRequested, this, &MainWindow::btnspielerspeichern_Click);
     connect(m_tvdb, &QTreeWidget::itemClicked, this, [this](QTreeWidgetItem *item) { tvdb_NodeClick(item); });
+    connect(tree, &KeyTree::keyChosen, this, [this](QTreeWidgetItem *item) { tvdb_NodeClick(item); });
     (new QVBoxLayout(m_frame3))->addWidget(m_tabedit);
 
     upperLayout->addWidget(m_frame2);
     upperLayout->addWidget(m_frame3, 1);
+    // Measured with the national team's five rows, the tallest form, so
+    // that no field is squashed and nothing overlaps.
+    m_teamtab->setNational(true);
+    upper->setFixedHeight(std::max(upperHeight, upper->minimumSizeHint().height()));
+    m_teamtab->setNational(false);
 
     m_frame1 = frame("Frame1", central);
-    m_grid = new QTableView(m_frame1);
+    auto *grid = new KeyTable(m_frame1);
+    m_grid = grid;
     m_grid->setObjectName(QStringLiteral("flxgrdspieler"));
     m_grid->setMinimumHeight(0);
     m_gridmodel = new PlayerGridModel(this);
@@ -157,6 +167,7 @@ void MainWindow::buildwindow()
         m_grid->setColumnHidden(c, true);
     m_grid->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
     connect(m_grid, &QTableView::clicked, this, &MainWindow::flxgrdspieler_Click);
+    connect(grid, &KeyTable::keyChosen, this, &MainWindow::flxgrdspieler_Click);
     (new QVBoxLayout(m_frame1))->addWidget(m_grid);
 
     outer->addWidget(upper);
@@ -248,7 +259,7 @@ void MainWindow::reloadtree()
         item->setText(0, node.text);
         item->setData(0, Qt::UserRole, node.key);
         item->setData(0, Qt::UserRole + 1, node.picture);
-        item->setIcon(0, treeIcon(node.picture));
+        item->setIcon(0, treeicon(node.picture));
         items.insert(node.key, item);
         if (!selected && !tag.isEmpty() && node.key == tag)
             selected = item;
@@ -257,6 +268,18 @@ void MainWindow::reloadtree()
         for (QTreeWidgetItem *p = selected; p; p = p->parent())
             p->setExpanded(true);
         m_tvdb->setCurrentItem(selected);
+    }
+}
+
+void MainWindow::reloadandshow()
+{
+    reloadtree();
+    if (QTreeWidgetItem *item = m_tvdb->currentItem()) {
+        tvdb_NodeClick(item);
+    } else {
+        anaus(NationalMode, false);
+        m_gridmodel->clear();
+        m_gridrow = -1;
     }
 }
 
@@ -299,6 +322,8 @@ void MainWindow::checkallgesichter()
         m_dialogs->warning(this, QStringLiteral("Spielergesichter"), check.result.message);
         return;
     }
+    if (check.corrected > 0)
+        reloadandshow(); // the grid's rows hold the old face codes
     m_dialogs->information(this, QStringLiteral("Spielergesichter"),
                            check.corrected == 0 ? QStringLiteral("Alle Gesichter in Ordnung!")
                                                 : QStringLiteral("%1 Gesichter korrigiert!").arg(check.corrected));

@@ -6,6 +6,7 @@
 #include "editor/teamsave.h"
 
 #include <QHash>
+#include <QIcon>
 #include <QMainWindow>
 #include <memory>
 
@@ -30,6 +31,10 @@ class PlayerTab;
 class TeamLists;
 class TeamTab;
 
+// The tree's pictures by their number in the image list: continent, country
+// (also the root), club.
+QIcon treeicon(int picture);
+
 // frmmain: the tree on the left, the editor tabs on the right, the player
 // grid below, menu, toolbar and status bar.
 class MainWindow : public QMainWindow {
@@ -45,6 +50,10 @@ public:
     // Rebuilds the tree and all country and club lists from the database,
     // restoring the selection from the tree's Tag.
     void reloadtree();
+    // After a run that changed the world: the tree and the lists anew, then
+    // the form, the grid and the player tab as the database now holds them,
+    // or closed when their node is gone.
+    void reloadandshow();
     // The tool "Spieler&gesichter überprüfen".
     void checkallgesichter();
 
@@ -102,7 +111,7 @@ private:
     void showabout();
     void flxgrdspieler_Click(const QModelIndex &index);
     void setActionOpen(const QString &name, bool open);
-    void reportfallback(const QString &what, const QString &shown);
+    void reportunlisted(const QString &land);
     void shownew();
     void switchkitset(int satz);
     void copykitset();

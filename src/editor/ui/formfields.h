@@ -7,8 +7,13 @@ class QWidget;
 
 namespace zorbo {
 
-// A text field of the editor tabs: named, Courier New, with its maximal
-// length (0: none).
+// A text field of the editor tabs: named, Courier New, with its typing limit
+// (0: none). The limit stops the user from typing more; text set by the
+// program shows whole, so a stored name longer than the limit survives a save
+// that didn't touch it.
 QLineEdit *formfield(QWidget *parent, const char *name, int maxLength, bool readOnly = false);
+
+// Puts the typing limit on a field that was built elsewhere.
+void settypinglimit(QLineEdit *edit, int maxLength);
 
 } // namespace zorbo

@@ -1,5 +1,6 @@
 #include "editor/ui/playertab.h"
 
+#include "core/ui/combochoice.h"
 #include "editor/playergrid.h"
 #include "editor/ui/facedialog.h"
 #include "editor/ui/faceview.h"
@@ -68,6 +69,7 @@ PlayerTab::PlayerTab(QStringListModel *spielerlaender, QWidget *parent) : QWidge
     m_land = new QComboBox(frame8);
     m_land->setObjectName(QStringLiteral("cbospielerland"));
     m_land->setModel(spielerlaender);
+    keepchoice(m_land);
     m_einsatz = formfield(frame8, "txtspielereinsatz", 3);
     m_rnr = formfield(frame8, "txtspielerrnr", 12);
     m_groesse = formfield(frame8, "txtspielergroesse", 3);
@@ -124,8 +126,7 @@ bool PlayerTab::setRow(const QStringList &row)
     m_vorname->setText(row[ColVorname]);
     m_staerke->setCurrentIndex(qBound(0, sterneindex(row[ColStaerke]), 12));
     m_maxstaerke->setCurrentIndex(qBound(0, sterneindex(row[ColMaxStaerke]), 12));
-    const int land = m_land->findText(row[ColLand], Qt::MatchExactly | Qt::MatchCaseSensitive);
-    m_land->setCurrentIndex(land >= 0 ? land : (m_land->count() > 0 ? 0 : -1));
+    const bool listed = choosetext(m_land, row[ColLand]);
     m_groesse->setText(row[ColGroesse]);
     m_einsatz->setText(row[ColRestspiele]);
     m_rnr->setText(row[ColRueckennummer]);
@@ -135,7 +136,7 @@ bool PlayerTab::setRow(const QStringList &row)
     if (numeric)
         m_gesicht->showgesicht(row[ColGesicht].toLongLong());
     m_attribute->showtalente(row[ColErlernt], row[ColGesperrt], m_pos->currentIndex());
-    return land >= 0;
+    return listed;
 }
 
 PlayerForm PlayerTab::form() const
@@ -146,7 +147,7 @@ PlayerForm PlayerTab::form() const
     f.vorname = m_vorname->text();
     f.staerkeIndex = m_staerke->currentIndex();
     f.maxIndex = m_maxstaerke->currentIndex();
-    f.land = m_land->currentText();
+    f.land = chosentext(m_land);
     f.groesse = m_groesse->text();
     f.art = m_pos->currentIndex();
     f.einsatz = m_einsatz->text();

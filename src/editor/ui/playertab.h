@@ -24,8 +24,8 @@ class PlayerTab : public QWidget {
 public:
     PlayerTab(QStringListModel *spielerlaender, QWidget *parent = nullptr);
 
-    // showspieler. A country that is not in the list falls back on the
-    // list's first entry ("TRANSFERMARKT"); returns false then.
+    // showspieler. A country that is in no list stays on show greyed and is
+    // saved as it is unless the user picks another; returns false then.
     bool setRow(const QStringList &row);
     // The form over the row it was filled from: the face on show and the
     // talents of the talent grid.

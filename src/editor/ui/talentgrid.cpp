@@ -53,6 +53,8 @@ TalentGrid::TalentGrid(QWidget *parent) : QTableWidget(0, 17, parent)
     setIconSize(QSize(16, 16));
     setEditTriggers(NoEditTriggers);
     setSelectionMode(SingleSelection);
+    // Tab goes on to the next control rather than from cell to cell.
+    setTabKeyNavigation(false);
     setItemDelegate(new FocusOnStateDelegate(this));
     const int widths[] = {16, 16, 125, 86, 16, 16, 16, 16, 16, 16};
     for (int c = 0; c < 10; ++c)

@@ -1,6 +1,7 @@
 #include "editor/ui/teamtab.h"
 
 #include "core/schema.h"
+#include "core/ui/combochoice.h"
 #include "platform/numbers.h"
 #include "editor/ui/kitpreview.h"
 #include "resources/crestfiles.h"
@@ -30,15 +31,6 @@ QGroupBox *box(QWidget *parent, const QString &name, const QString &caption)
     auto *b = new QGroupBox(caption, parent);
     b->setObjectName(name);
     return b;
-}
-
-// Selects text in a list-only combo box; false when the list lacks it and
-// the first entry stands instead.
-bool chooseText(QComboBox *combo, const QString &text)
-{
-    const int i = combo->findText(text, Qt::MatchExactly | Qt::MatchCaseSensitive);
-    combo->setCurrentIndex(i >= 0 ? i : (combo->count() > 0 ? 0 : -1));
-    return i >= 0;
 }
 
 } // namespace
@@ -71,6 +63,7 @@ TeamTab::TeamTab(QStringListModel *laender, QWidget *parent) : QWidget(parent)
     m_land = new QComboBox(frame6);
     m_land->setObjectName(QStringLiteral("cboland"));
     m_land->setModel(laender);
+    keepchoice(m_land);
     m_kontinent = new QComboBox(frame6);
     m_kontinent->setObjectName(QStringLiteral("cbokontinent"));
     m_kontinent->addItems(kontinente());
@@ -186,11 +179,11 @@ bool TeamTab::setForm(const TeamForm &form, TeamMode mode)
     m_sitz->setText(form.sitz);
     m_steh->setText(form.steh);
     if (mode == NationalMode)
-        chooseText(m_kontinent, form.kontinent);
+        choosetext(m_kontinent, form.kontinent);
     for (int slot = 0; slot < 3; ++slot)
         setArt(slot, form.arts[slot]);
     loadwappen(int(valtext(form.grafiknr)));
-    return mode == MarketMode || chooseText(m_land, form.land);
+    return mode == MarketMode || choosetext(m_land, form.land);
 }
 
 TeamForm TeamTab::form() const
@@ -203,8 +196,8 @@ TeamForm TeamTab::form() const
     f.grafiknr = m_grafnr->text();
     f.stadion = m_stadion->text();
     f.stadt = m_stadt->text();
-    f.land = m_land->currentText();
-    f.kontinent = m_kontinent->currentText();
+    f.land = chosentext(m_land);
+    f.kontinent = chosentext(m_kontinent);
     f.sitz = m_sitz->text();
     f.steh = m_steh->text();
     for (int slot = 0; slot < 3; ++slot)

@@ -25,8 +25,8 @@ class TeamTab : public QWidget, public KitTarget {
 public:
     TeamTab(QStringListModel *laender, QWidget *parent = nullptr);
 
-    // Fills the form. A country that is not in the list falls back on the
-    // list's first entry; returns false then.
+    // Fills the form. A country that is in no list stays on show greyed and
+    // is saved as it is unless the user picks another; returns false then.
     bool setForm(const TeamForm &form, TeamMode mode);
     TeamForm form() const;
     // The kit folder of the current kit set, for the kit drawings.

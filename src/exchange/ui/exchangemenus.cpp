@@ -74,10 +74,8 @@ void MainWindow::mnuimportitem_Click(int index)
                       kind == ConfigKind::Teams ? QStringLiteral("Importiere Vereine...") : QStringLiteral("Importiere Spieler..."));
             run = importconfig(*db(), file, kind, busy.progress());
         }
-        if (kind == ConfigKind::Teams)
-            reloadtree();
-        else if (run.ok())
-            m_frame1->setEnabled(false); // the grid on show no longer holds the stored players
+        if (run.ok())
+            reloadandshow();
         tell(m_dialogs, this, QStringLiteral("Import"), run.result, run.result.message, run.notes);
     } else if (index == 1) {
         int filter = 0;
@@ -180,7 +178,7 @@ void MainWindow::mnudateiitem_Click(int index)
             return;
         }
         m_tvdb->setProperty("Tag", QStringLiteral("T%1").arg(run.team));
-        reloadtree();
+        reloadandshow();
         m_status->setText(run.result.message);
     }
 }

@@ -1,0 +1,26 @@
+#include "core/ui/application.h"
+
+#include <QApplication>
+#include <QLibraryInfo>
+#include <QLocale>
+#include <QTranslator>
+
+namespace zorbo {
+
+bool setupapplication()
+{
+    // No display name: the window system would put it behind every title.
+    QApplication::setApplicationName(QStringLiteral("zorbo-editor"));
+    // The data and the windows are German, so are Qt's own dialogs.
+    QLocale::setDefault(QLocale(QLocale::German, QLocale::Germany));
+    auto *translator = new QTranslator(qApp);
+    if (!translator->load(QLocale(QLocale::German), QStringLiteral("qtbase"), QStringLiteral("_"),
+                          QLibraryInfo::path(QLibraryInfo::TranslationsPath))) {
+        delete translator;
+        return false;
+    }
+    QApplication::installTranslator(translator);
+    return true;
+}
+
+} // namespace zorbo

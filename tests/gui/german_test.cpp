@@ -1,0 +1,18 @@
+// Qt's own dialogs speak German, whatever the system's language.
+#include <QFileDialog>
+#include <QMessageBox>
+#include <QPushButton>
+#include <gtest/gtest.h>
+
+TEST(German, MessageBoxButtonsAndTheFileDialogSpeakGerman)
+{
+    QMessageBox box(QMessageBox::Question, "Programmende", "Programm beenden", QMessageBox::Yes | QMessageBox::No);
+    EXPECT_EQ(box.button(QMessageBox::Yes)->text().remove('&'), "Ja");
+    EXPECT_EQ(box.button(QMessageBox::No)->text().remove('&'), "Nein");
+
+    QFileDialog dialog(nullptr, "Speichern...");
+    dialog.setOption(QFileDialog::DontUseNativeDialog);
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    EXPECT_EQ(dialog.labelText(QFileDialog::FileName).remove('&'), "Dateiname:");
+    EXPECT_EQ(dialog.labelText(QFileDialog::Reject).remove('&'), "Abbrechen");
+}

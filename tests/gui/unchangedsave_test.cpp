@@ -1,0 +1,247 @@
+// Saving what the editor shows, without a change, changes nothing: every
+// club, country and player of two worlds, saved twice and again after a
+// visit to the other tab.
+#include "core/schema.h"
+#include "core/ui/mainwindow.h"
+#include "editor/generator.h"
+#include "editor/kitcolours.h"
+#include "editor/playergrid.h"
+#include "exchange/configruns.h"
+#include "exchange/teamfile.h"
+#include "guisupport.h"
+#include "support/testsupport.h"
+
+#include <QComboBox>
+#include <QDialog>
+#include <QLineEdit>
+#include <QRadioButton>
+#include <QTimer>
+#include <QPushButton>
+#include <QTabWidget>
+#include <QTableView>
+#include <QTest>
+#include <QTreeWidget>
+#include <gtest/gtest.h>
+
+using namespace zorbo;
+using zorbo::test::child;
+using zorbo::test::node;
+using zorbo::test::ScriptedDialogs;
+using zorbo::test::TempFolder;
+
+namespace {
+
+// Every row of every table, each value quoted by SQLite, so that a number
+// turned into text or a Null into an empty text counts as a change.
+QStringList dumpworld(Database &db)
+{
+    QStringList rows;
+    for (const QString &table : db.tables()) {
+        QStringList quoted;
+        for (const ColumnInfo &c : db.columns(table))
+            quoted << QStringLiteral("quote(\"%1\")").arg(c.name);
+        Statement st = db.prepare(QStringLiteral("SELECT %1 FROM \"%2\" ORDER BY rowid").arg(quoted.join("||'|'||"), table));
+        while (st.step())
+            rows << table + ": " + st.text(0);
+    }
+    return rows;
+}
+
+// The first difference of two dumps, for the failure message.
+std::string firstdifference(const QStringList &before, const QStringList &after)
+{
+    for (qsizetype i = 0; i < std::max(before.size(), after.size()); ++i) {
+        if (before.value(i) != after.value(i))
+            return ("before: " + before.value(i) + "\nafter:  " + after.value(i)).toStdString();
+    }
+    return {};
+}
+
+// A world of our own with what a typed limit or a list could lose: names
+// longer than their fields, first names of more than two letters, a country
+// that no list holds, strengths between half stars, talents out of order.
+void generateworld(Database &db)
+{
+    const QStringList countries = {"Deutschland", "Österreich", "Schweiz"};
+    const QStringList continents = {"West-Europa", "West-Europa", "Süd-Europa"};
+    Statement national = db.prepare(
+        "INSERT INTO vereine_national VALUES (?1, ?2, ?3, ?4, 0, 0, '', ?5, ?6, '99,121,700', ?2, ?7, ?8, ?9, ?10, "
+        "70, ?11, 0, '', '', '', '', '', '', '', '', '', '', '', '', '', '')");
+    Statement club = db.prepare(
+        "INSERT INTO vereine VALUES (?1, ?2, ?3, ?4, 2.5, 3, '', ?5, ?6, ?7, ?8, ?9, ?10, 71, ?11, 0, "
+        "'', '', '', '', '', '', '', '', '', '', '', '')");
+    db.run("INSERT INTO vereine (NUMMER, NAME, GRAFIK_NR) VALUES (0, 'TRANSFERMARKT', 999)");
+    spieler20new(db, 0, "TRANSFERMARKT", 4);
+    qint64 team = 1;
+    for (int c = 0; c < countries.size(); ++c) {
+        national.bindAll(team, countries[c], countries[c].left(3).toUpper(), c, "Nationalstadion " + countries[c],
+                         "Hauptstadt", continents[c], 40000 + c, c * 1000, c + 1, c + 10);
+        national.exec();
+        settrikotfarbe(db, team, TeamTable::VereineNational, 0);
+        spieler20new(db, team, countries[c], 20);
+        ++team;
+        for (int k = 0; k < 3; ++k, ++team) {
+            const QString name = k == 0 ? "Sportgemeinschaft Blau-Weiß Großkleinhausen 1899" : QString("FC %1 %2").arg(countries[c]).arg(k);
+            club.bindAll(team, name, k == 0 ? "Großkleinhausen 1899" : name.left(12), 100 + team,
+                         k == 0 ? "Stadion an der Großkleinhausener Bärenweide" : "Sportpark",
+                         k == 0 ? "Großkleinhausen an der Weißach" : "Stadt", countries[c], 10000 * k, 5000, (team * 7) % 80,
+                         (team * 11) % 80);
+            club.exec();
+            settrikotfarbe(db, team, TeamTable::Vereine, 0);
+            const qint64 first = spieler20new(db, team, countries[c], 20);
+            for (int i = 0; i < 20; i += 3)
+                db.run("UPDATE spieler SET VORNAME = ?2, NAME = ?3, \"Stärke\" = ?4, \"Max_Stärke\" = ?5, NATION = ?6, "
+                       "ERLERNT = ?7, GESPERRT = ?8, GESICHT = ?9 WHERE NUMMER = ?1",
+                       first + i, i % 2 ? "Jürgen" : "Hans-Peter", "Müller-Lüdenscheidt von Großkleinhausen",
+                       7250 + 13 * i, 11999, i % 4 == 0 ? "Preußen" : countries[c], i % 2 ? "5,3" : "",
+                       i % 2 ? "" : "12", 8192 * (i % 5) + i % 4);
+        }
+    }
+}
+
+void importsample(Database &db)
+{
+    for (const auto &[file, kind] : {std::pair{"1_tm.cfg", ConfigKind::Teams}, std::pair{"1_sp.cfg", ConfigKind::Players}}) {
+        const ExchangeResult run = importconfig(db, QStringLiteral(ZORBO_EXAMPLES "/beispielwelt/") + file, kind);
+        ASSERT_TRUE(run.ok()) << run.result.message.toStdString();
+    }
+}
+
+class UnchangedSave : public ::testing::TestWithParam<bool> {
+protected:
+    void SetUp() override
+    {
+        {
+            OpenedDb o = opendb(dir.path() + "/zorbo.mdb");
+            ASSERT_TRUE(o.db);
+            if (GetParam())
+                generateworld(*o.db);
+            else
+                importsample(*o.db);
+        }
+        window = std::make_unique<MainWindow>(dir.path(), &dialogs);
+        window->formload();
+        window->resize(1200, 800);
+        window->show();
+        tree = child<QTreeWidget>(*window, "tvdb");
+        tabs = child<QTabWidget>(*window, "tabedit");
+        grid = child<QTableView>(*window, "flxgrdspieler");
+    }
+
+    void click(const QString &key)
+    {
+        QTreeWidgetItem *item = node(tree, key);
+        ASSERT_NE(item, nullptr) << key.toStdString();
+        for (QTreeWidgetItem *p = item->parent(); p; p = p->parent())
+            p->setExpanded(true);
+        tree->scrollToItem(item);
+        QTest::mouseClick(tree->viewport(), Qt::LeftButton, {}, tree->visualItemRect(item).center());
+    }
+
+    // Saves twice, visits the other tab, comes back and saves again.
+    void savethrice(const char *button, int tab)
+    {
+        auto *save = child<QPushButton>(*window, button);
+        QTest::mouseClick(save, Qt::LeftButton);
+        QTest::mouseClick(save, Qt::LeftButton);
+        tabs->setCurrentIndex(1 - tab);
+        tabs->setCurrentIndex(tab);
+        QTest::mouseClick(save, Qt::LeftButton);
+    }
+
+    void clickrow(int row)
+    {
+        grid->scrollTo(window->gridmodel()->index(row, 1));
+        QTest::mouseClick(grid->viewport(), Qt::LeftButton, {}, grid->visualRect(window->gridmodel()->index(row, 1)).center());
+    }
+
+    TempFolder dir;
+    ScriptedDialogs dialogs;
+    std::unique_ptr<MainWindow> window;
+    QTreeWidget *tree = nullptr;
+    QTabWidget *tabs = nullptr;
+    QTableView *grid = nullptr;
+};
+
+} // namespace
+
+TEST_P(UnchangedSave, EveryTeamAndPlayerSavedAsShownLeavesEveryTableAsItWas)
+{
+    const QStringList before = dumpworld(*window->db());
+    QStringList keys;
+    for (QTreeWidgetItemIterator it(tree); *it; ++it) {
+        const QString key = (*it)->data(0, Qt::UserRole).toString();
+        if (key.startsWith('T') || key.startsWith('L'))
+            keys << key;
+    }
+    ASSERT_GT(keys.size(), 5);
+    int players = 0;
+    for (const QString &key : keys) {
+        click(key);
+        if (key != "T0") {
+            savethrice("btnteamsave", 0);
+            ASSERT_TRUE(dialogs.asked.isEmpty()) << key.toStdString() << ": " << dialogs.asked.join('\n').toStdString();
+            ASSERT_EQ(firstdifference(before, dumpworld(*window->db())), "") << key.toStdString();
+        }
+        if (window->gridmodel()->isEmptySquad())
+            continue;
+        for (int row = 0; row < window->gridmodel()->rowCount(); ++row, ++players) {
+            clickrow(row);
+            ASSERT_EQ(tabs->currentIndex(), 1);
+            savethrice("btnspielerspeichern", 1);
+            ASSERT_TRUE(dialogs.asked.isEmpty()) << key.toStdString() << " row " << row << ": "
+                                                 << dialogs.asked.join('\n').toStdString();
+        }
+        ASSERT_EQ(firstdifference(before, dumpworld(*window->db())), "") << key.toStdString();
+    }
+    EXPECT_GT(players, 20);
+}
+
+INSTANTIATE_TEST_SUITE_P(Worlds, UnchangedSave, ::testing::Values(false, true),
+                         [](const auto &info) { return info.param ? "Generated" : "Sample"; });
+
+TEST(UnchangedSaveAfterOpen, ATeamFileOpenedAsANewClubLeavesTheClubShownBeforeAsItWas)
+{
+    TempFolder dir;
+    {
+        OpenedDb o = opendb(dir.path() + "/zorbo.mdb");
+        importsample(*o.db);
+    }
+    ScriptedDialogs dialogs;
+    MainWindow window(dir.path(), &dialogs);
+    window.formload();
+    window.show();
+    auto *tree = child<QTreeWidget>(window, "tvdb");
+    QTreeWidgetItem *shown = nullptr;
+    for (QTreeWidgetItemIterator it(tree); *it && !shown; ++it)
+        if ((*it)->data(0, Qt::UserRole).toString().startsWith('T') && (*it)->data(0, Qt::UserRole).toString() != "T0")
+            shown = *it;
+    ASSERT_NE(shown, nullptr);
+    const QString shownKey = shown->data(0, Qt::UserRole).toString();
+    tree->setCurrentItem(shown);
+    window.tvdb_NodeClick(shown);
+    const QString shownName = child<QLineEdit>(window, "txtteamlang")->text();
+    const QString country = child<QComboBox>(window, "cboland")->currentText();
+
+    // Opened as a new club of the same country: the form shows the new club,
+    // and its save leaves the club shown before alone.
+    const QString before = window.db()->scalar("SELECT NAME || '|' || NATION || '|' || STADION_NAME FROM vereine WHERE NUMMER = ?1",
+                                               shownKey.mid(1).toLongLong()).toString();
+    dialogs.file = QStringLiteral(ZORBO_EXAMPLES "/beispielwelt/Fortuna Großgmain.tea");
+    QTimer::singleShot(0, &window, [&] {
+        auto *open = window.findChild<QDialog *>("frmopen");
+        ASSERT_NE(open, nullptr);
+        child<QRadioButton>(*open, "optnew(0)")->click();
+        child<QComboBox>(*open, "cboland")->setCurrentText(country);
+        child<QPushButton>(*open, "btnok")->click();
+    });
+    window.mnudateiitem_Click(1);
+    const QString newKey = tree->currentItem()->data(0, Qt::UserRole).toString();
+    ASSERT_NE(newKey, shownKey);
+    EXPECT_EQ(child<QLineEdit>(window, "txttnr")->text(), newKey.mid(1));
+    EXPECT_NE(child<QLineEdit>(window, "txtteamlang")->text(), shownName);
+    QTest::mouseClick(child<QPushButton>(window, "btnteamsave"), Qt::LeftButton);
+    EXPECT_EQ(window.db()->scalar("SELECT NAME || '|' || NATION || '|' || STADION_NAME FROM vereine WHERE NUMMER = ?1",
+                                  shownKey.mid(1).toLongLong()).toString(),
+              before);
+}
