@@ -29,10 +29,19 @@ int withWorld(Context &ctx, int fileArguments, const Operation &operation)
     const ExchangeResult r = operation(*world.db());
     for (const QString &note : r.notes)
         ctx.out << "Hinweis: " << note << '\n';
+    if (!r.ok() && r.looksUtf8)
+        return ctx.fail(r.result.message + QStringLiteral(" Mit der Angabe --utf8 wird sie als UTF-8 gelesen."));
     if (!r.ok())
         return ctx.fail(r.result.message);
     ctx.out << r.result.message << '\n';
     return 0;
+}
+
+// A file in UTF-8 is read only when the caller says so; without the flag
+// it is refused rather than taken with every umlaut as two characters.
+FileEncoding takeEncoding(Context &ctx)
+{
+    return ctx.args.removeAll(QStringLiteral("--utf8")) > 0 ? FileEncoding::Utf8 : FileEncoding::Detect;
 }
 
 QString fileArgument(const Context &ctx, int i)
@@ -42,15 +51,19 @@ QString fileArgument(const Context &ctx, int i)
 
 int importTeams(Context &ctx)
 {
+    const FileEncoding encoding = takeEncoding(ctx);
     return withWorld(ctx, 1, [&](Database &db) {
-        return importconfig(db, fileArgument(ctx, 0), ConfigKind::Teams, ctx.progress(QStringLiteral("Importiere Vereine")));
+        return importconfig(db, fileArgument(ctx, 0), ConfigKind::Teams, ctx.progress(QStringLiteral("Importiere Vereine")),
+                            encoding);
     });
 }
 
 int importPlayers(Context &ctx)
 {
+    const FileEncoding encoding = takeEncoding(ctx);
     return withWorld(ctx, 1, [&](Database &db) {
-        return importconfig(db, fileArgument(ctx, 0), ConfigKind::Players, ctx.progress(QStringLiteral("Importiere Spieler")));
+        return importconfig(db, fileArgument(ctx, 0), ConfigKind::Players, ctx.progress(QStringLiteral("Importiere Spieler")),
+                            encoding);
     });
 }
 
@@ -80,6 +93,7 @@ int saveTeam(Context &ctx)
 
 int openTeam(Context &ctx)
 {
+    const FileEncoding encoding = takeEncoding(ctx);
     const QString country = ctx.takeOption(QStringLiteral("--new-in"));
     const QString replace = ctx.takeOption(QStringLiteral("--replace"));
     if (country.isEmpty() == replace.isEmpty())
@@ -89,8 +103,8 @@ int openTeam(Context &ctx)
         return ctx.fail(QStringLiteral("--replace braucht eine Vereinsnummer, nicht »%1«.").arg(replace));
     return withWorld(ctx, 1, [&](Database &db) {
         const Progress progress = ctx.progress(QStringLiteral("Übernehme Teamdatei"));
-        return club ? openteamreplace(db, fileArgument(ctx, 0), *club, progress)
-                    : openteamnew(db, fileArgument(ctx, 0), country, progress);
+        return club ? openteamreplace(db, fileArgument(ctx, 0), *club, progress, encoding)
+                    : openteamnew(db, fileArgument(ctx, 0), country, progress, encoding);
     });
 }
 
@@ -114,9 +128,9 @@ int league(Context &ctx)
 }
 
 const bool registered =
-    registerCommand({QStringLiteral("import-teams"), QStringLiteral("DATEI"),
+    registerCommand({QStringLiteral("import-teams"), QStringLiteral("DATEI [--utf8]"),
                      QStringLiteral("ersetzt Vereine, Nationalteams und Kader durch die einer 1_tm.cfg"), importTeams})
-    && registerCommand({QStringLiteral("import-players"), QStringLiteral("DATEI"),
+    && registerCommand({QStringLiteral("import-players"), QStringLiteral("DATEI [--utf8]"),
                         QStringLiteral("ersetzt alle Spieler durch die einer 1_sp.cfg"), importPlayers})
     && registerCommand({QStringLiteral("export-teams"), QStringLiteral("DATEI"),
                         QStringLiteral("schreibt Vereine, Nationalteams und Kader als 1_tm.cfg"), exportTeams})
@@ -124,7 +138,7 @@ const bool registered =
                         QStringLiteral("schreibt alle Spieler als 1_sp.cfg"), exportPlayers})
     && registerCommand({QStringLiteral("save-team"), QStringLiteral("NUMMER DATEI"),
                         QStringLiteral("speichert ein Team mit seinem Kader als Teamdatei (.tea)"), saveTeam})
-    && registerCommand({QStringLiteral("open-team"), QStringLiteral("DATEI --new-in LAND|--replace NR"),
+    && registerCommand({QStringLiteral("open-team"), QStringLiteral("DATEI --new-in LAND|--replace NR [--utf8]"),
                         QStringLiteral("übernimmt eine Teamdatei als neuen Verein oder über einen Verein"), openTeam})
     && registerCommand({QStringLiteral("template"), {},
                         QStringLiteral("legt für jede Liga aus e_landkontinent Vereine mit je 20 Spielern an"), makeTemplate})

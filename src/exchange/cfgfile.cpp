@@ -1,22 +1,79 @@
 #include "exchange/cfgfile.h"
 
-#include "platform/codepage.h"
+#include "exchange/columnrules.h"
+#include "platform/numbers.h"
 
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QStringDecoder>
 #include <charconv>
-#include <sqlite3.h>
 #include <cstring>
+#include <sqlite3.h>
 
 namespace zorbo {
 
-Result CfgFile::load(const QString &path, qint64 maxBytes)
+namespace {
+
+const QByteArrayView utf8Mark("\xEF\xBB\xBF");
+
+// Line number (0-based) of a position, counted as the readers count lines.
+template <typename Text>
+qsizetype lineAt(const Text &text, qsizetype at)
+{
+    qsizetype line = 0;
+    for (qsizetype i = 0; i < at; ++i) {
+        if (text[i] == '\n' || (text[i] == '\r' && (i + 1 >= text.size() || text[i + 1] != '\n')))
+            ++line;
+    }
+    return line;
+}
+
+} // namespace
+
+QString utf8question(const QString &shownPath, QByteArrayView bytes)
+{
+    qsizetype i = 0;
+    while (i < bytes.size() && static_cast<unsigned char>(bytes[i]) < 0x80)
+        ++i;
+    if (bytes.startsWith(utf8Mark) || i >= bytes.size())
+        return QStringLiteral("Die Datei %1 beginnt mit der Marke einer UTF-8-Datei; die Dateien des Spiels sind in "
+                              "Windows-1252 geschrieben.")
+            .arg(shownPath);
+    const unsigned char lead = static_cast<unsigned char>(bytes[i]);
+    const qsizetype length = std::min<qsizetype>(lead >= 0xF0 ? 4 : lead >= 0xE0 ? 3 : 2, bytes.size() - i);
+    const QByteArray sequence(bytes.data() + i, length);
+    return QStringLiteral("Die Datei %1 ist in UTF-8 geschrieben, die Dateien des Spiels in Windows-1252: als "
+                          "Windows-1252 gelesen stünde »%2« (Zeile %3) als »%4« in der Welt.")
+        .arg(shownPath, QString::fromUtf8(sequence))
+        .arg(lineAt(bytes, i) + 1)
+        .arg(fromCp1252(sequence));
+}
+
+Result utf8tocp1252(const QString &shownPath, QByteArray &bytes)
+{
+    const QByteArrayView data = QByteArrayView(bytes).startsWith(utf8Mark) ? QByteArrayView(bytes).sliced(3) : QByteArrayView(bytes);
+    QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
+    const QString text = decoder.decode(data);
+    if (decoder.hasError())
+        return Result::failure(QStringLiteral("Die Datei %1 ist nicht in UTF-8 geschrieben.").arg(shownPath));
+    int bad = -1;
+    std::optional<QByteArray> encoded = toCp1252(text, &bad);
+    if (!encoded)
+        return Result::failure(QStringLiteral("%1, Zeile %2: das Zeichen »%3« gibt es in der Zeichentabelle der "
+                                              "Spieldateien (Windows-1252) nicht.")
+                                   .arg(shownPath)
+                                   .arg(lineAt(text, bad) + 1)
+                                   .arg(text.mid(bad, text.at(bad).isHighSurrogate() ? 2 : 1)));
+    bytes = std::move(*encoded);
+    return Result::success();
+}
+
+Result CfgFile::load(const QString &path, FileEncoding encoding, qint64 maxBytes)
 {
     m_path = path;
     m_bytes.clear();
-    m_starts.clear();
-    m_ends.clear();
+    m_looksUtf8 = false;
     const QString shownPath = QDir::toNativeSeparators(path);
     const QFileInfo info(path);
     if (!info.exists())
@@ -36,46 +93,35 @@ Result CfgFile::load(const QString &path, qint64 maxBytes)
     if (file.error() != QFileDevice::NoError)
         return Result::failure(QStringLiteral("Die Datei %1 lässt sich nicht lesen: %2").arg(shownPath, file.errorString()));
 
-    const char *data = m_bytes.constData();
-    const qsizetype n = m_bytes.size();
-    m_starts.reserve(size_t(n / 24));
-    m_ends.reserve(size_t(n / 24));
-    qsizetype start = 0;
-    for (qsizetype i = 0; i < n; ++i) {
-        const char c = data[i];
-        if (c != '\n' && c != '\r')
-            continue;
-        m_starts.push_back(start);
-        m_ends.push_back(i);
-        if (c == '\r' && i + 1 < n && data[i + 1] == '\n')
-            ++i;
-        start = i + 1;
-    }
-    if (start < n) {
-        m_starts.push_back(start);
-        m_ends.push_back(n);
-    }
-    if (const void *zero = std::memchr(data, 0, size_t(n))) {
-        const qsizetype at = static_cast<const char *>(zero) - data;
-        qsizetype line = 0;
-        while (line + 1 < lineCount() && m_starts[size_t(line + 1)] <= at)
-            ++line;
+    if (const void *zero = std::memchr(m_bytes.constData(), 0, size_t(m_bytes.size()))) {
+        const qsizetype at = static_cast<const char *>(zero) - m_bytes.constData();
         return Result::failure(QStringLiteral("Die Datei %1 ist keine Textdatei (Nullbyte in Zeile %2).")
                                    .arg(shownPath)
-                                   .arg(line + 1));
+                                   .arg(lineAt(m_bytes, at) + 1));
     }
+    if (encoding == FileEncoding::Detect && looksutf8(m_bytes)) {
+        m_looksUtf8 = true;
+        return Result::failure(utf8question(shownPath, m_bytes));
+    }
+    if (encoding == FileEncoding::Utf8)
+        return utf8tocp1252(shownPath, m_bytes);
     return Result::success();
 }
 
-QByteArrayView CfgFile::line(qsizetype i) const
+bool CfgFile::Lines::next()
 {
-    const qsizetype s = m_starts[size_t(i)];
-    return QByteArrayView(m_bytes.constData() + s, m_ends[size_t(i)] - s);
-}
-
-qint64 CfgFile::offsetAfter(qsizetype i) const
-{
-    return i + 1 < lineCount() ? m_starts[size_t(i + 1)] : m_bytes.size();
+    const qsizetype n = m_bytes.size();
+    if (m_next >= n)
+        return false;
+    const char *data = m_bytes.constData();
+    const qsizetype start = m_next;
+    qsizetype end = start;
+    while (end < n && data[end] != '\n' && data[end] != '\r')
+        ++end;
+    m_text = QByteArrayView(data + start, end - start);
+    m_next = end < n && data[end] == '\r' && end + 1 < n && data[end + 1] == '\n' ? end + 2 : end + 1;
+    ++m_number;
+    return true;
 }
 
 QString CfgFile::where(qsizetype i) const
@@ -99,6 +145,16 @@ QByteArrayView trimBlanks(QByteArrayView text)
     return text.sliced(b, e - b);
 }
 
+QByteArrayView trimValue(QByteArrayView text)
+{
+    qsizetype b = 0;
+    qsizetype e = text.size();
+    while (b < e && (text[b] == ' ' || text[b] == '\t'))
+        ++b;
+    while (e > b && (text[e - 1] == ' ' || text[e - 1] == '\t'))
+        --e;
+    return text.sliced(b, e - b);
+}
 std::optional<qint64> parseWhole(QByteArrayView text)
 {
     const char *p = text.data();
@@ -145,11 +201,6 @@ std::optional<double> parseDecimal(QByteArrayView text, bool allowComma)
     return signEnd > 0 && plain[0] == '-' ? -value : value;
 }
 
-bool fitsInt32(qint64 value)
-{
-    return value >= INT32_MIN && value <= INT32_MAX;
-}
-
 std::optional<QString> parseQuoted(QByteArrayView text)
 {
     if (text.size() < 2 || text.front() != '"' || text.back() != '"')
@@ -180,12 +231,50 @@ QString shown(QByteArrayView bytes)
     return QStringLiteral("»%1«").arg(t);
 }
 
-ExchangeResult importcfgfile(Database &db, const QString &path, const Progress &progress,
+std::optional<qint64> parseRounded(QByteArrayView text, bool allowComma)
+{
+    if (const std::optional<qint64> n = parseWhole(text))
+        return n;
+    // Beyond 64 bits the rounding saturates, which no column's range takes.
+    if (const std::optional<double> d = parseDecimal(text, allowComma))
+        return roundHalfEven(*d);
+    return std::nullopt;
+}
+
+qint64 wholefield(const CfgFile &file, qsizetype line, const QString &field, QByteArrayView value)
+{
+    const std::optional<qint64> n = parseRounded(value);
+    if (!n)
+        file.fail(line, QStringLiteral("im Feld %1 steht %2, keine ganze Zahl.").arg(field, shown(value)));
+    if (const QString problem = rangeproblem(field, double(*n)); !problem.isEmpty())
+        file.fail(line, QStringLiteral("im Feld %1 steht %2; %3.").arg(field, shown(value), problem));
+    return *n;
+}
+
+double decimalfield(const CfgFile &file, qsizetype line, const QString &field, QByteArrayView value)
+{
+    const std::optional<double> d = parseDecimal(value);
+    if (!d)
+        file.fail(line, QStringLiteral("im Feld %1 steht %2, keine Zahl.").arg(field, shown(value)));
+    if (const QString problem = rangeproblem(field, *d); !problem.isEmpty())
+        file.fail(line, QStringLiteral("im Feld %1 steht %2; %3.").arg(field, shown(value), problem));
+    return *d;
+}
+
+void checktextfield(const CfgFile &file, qsizetype line, const QString &field, QByteArrayView text)
+{
+    // One byte is one character in code page 1252.
+    if (const QString problem = lengthproblem(field, text.size()); !problem.isEmpty())
+        file.fail(line, QStringLiteral("im Feld %1 steht %2.").arg(field, problem));
+}
+
+ExchangeResult importcfgfile(Database &db, const QString &path, const Progress &progress, FileEncoding encoding,
                              const std::function<QString(const CfgFile &, ExchangeResult &)> &read)
 {
     ExchangeResult result;
     CfgFile file;
-    result.result = file.load(path);
+    result.result = file.load(path, encoding);
+    result.looksUtf8 = file.looksUtf8();
     if (!result.ok())
         return result;
     try {

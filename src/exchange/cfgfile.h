@@ -1,7 +1,8 @@
 #pragma once
 
-#include "platform/database.h"
 #include "exchange/exchangeresult.h"
+#include "platform/codepage.h"
+#include "platform/database.h"
 #include "platform/result.h"
 
 #include <QByteArray>
@@ -10,7 +11,6 @@
 #include <functional>
 #include <optional>
 #include <stdexcept>
-#include <vector>
 
 namespace zorbo {
 
@@ -26,20 +26,25 @@ private:
     QString m_message;
 };
 
-// One of the game's text files, held whole in memory and cut into lines.
-// CR LF, LF and CR all end a line, so files edited on Linux read too.
+// The largest game file taken: a world of the game is a few megabytes, and
+// the bound keeps a hostile file from taking the machine's memory.
+constexpr qint64 maxCfgBytes = qint64(256) << 20;
+
+// One of the game's text files, held whole in memory in code page 1252 and
+// walked line by line; nothing is kept per line, so memory stays at the
+// file's size whatever its lines look like. CR LF, LF and CR all end a line,
+// so files edited on Linux read too.
 class CfgFile {
 public:
     // Reads the file; fails with a German message when it is missing,
-    // unreadable, larger than maxBytes or not text (a zero byte).
-    Result load(const QString &path, qint64 maxBytes = qint64(1) << 30);
+    // unreadable, larger than maxBytes or not text (a zero byte). Detect
+    // refuses a file that reads as UTF-8 and sets looksUtf8(); Utf8 turns
+    // the file into code page 1252 first.
+    Result load(const QString &path, FileEncoding encoding = FileEncoding::Cp1252, qint64 maxBytes = maxCfgBytes);
+    bool looksUtf8() const { return m_looksUtf8; }
 
     const QString &path() const { return m_path; }
-    qsizetype lineCount() const { return qsizetype(m_starts.size()); }
-    // Line i (0-based) without its line end, in code page 1252.
-    QByteArrayView line(qsizetype i) const;
-    // Bytes up to the end of line i, for progress.
-    qint64 offsetAfter(qsizetype i) const;
+    const QByteArray &bytes() const { return m_bytes; }
     qint64 size() const { return m_bytes.size(); }
     bool contains(QByteArrayView text) const { return m_bytes.contains(text); }
 
@@ -47,22 +52,50 @@ public:
     QString where(qsizetype i) const;
     [[noreturn]] void fail(qsizetype i, const QString &what) const;
 
+    // The lines one after the other, each without its line end.
+    class Lines {
+    public:
+        explicit Lines(const CfgFile &file) : m_bytes(file.m_bytes) {}
+        bool next();
+        QByteArrayView text() const { return m_text; }
+        qsizetype number() const { return m_number; } // 0-based
+        qint64 offset() const { return m_next; }     // bytes up to the next line
+        bool last() const { return m_next >= m_bytes.size(); }
+
+    private:
+        const QByteArray &m_bytes;
+        QByteArrayView m_text;
+        qsizetype m_number = -1;
+        qsizetype m_next = 0;
+    };
+
 private:
     QString m_path;
     QByteArray m_bytes;
-    std::vector<qsizetype> m_starts;
-    std::vector<qsizetype> m_ends;
+    bool m_looksUtf8 = false;
 };
 
-// Blanks (not tabs) cut from both ends, as the game's readers do.
+// The message that stops a file reading as UTF-8: how its first character
+// of more than one byte would come into the world as code page 1252.
+QString utf8question(const QString &shownPath, QByteArrayView bytes);
+// UTF-8 bytes (a mark in front dropped) turned into code page 1252; fails
+// naming the line of a character that the code page cannot hold.
+Result utf8tocp1252(const QString &shownPath, QByteArray &bytes);
+
+// Blanks (not tabs) cut from both ends, as the game's readers do with lines.
 QByteArrayView trimBlanks(QByteArrayView text);
+// Blanks and tabs cut from both ends: the white space around a value, which
+// the old database engine skipped in its statements.
+QByteArrayView trimValue(QByteArrayView text);
 
 // Whole number with optional sign, nothing else; empty on failure or overflow.
 std::optional<qint64> parseWhole(QByteArrayView text);
 // Number in the plain decimal form (".5", "-3.25", "12"); a comma counts as
 // the decimal sign when allowComma is set.
 std::optional<double> parseDecimal(QByteArrayView text, bool allowComma = false);
-bool fitsInt32(qint64 value);
+// A whole number, or a decimal rounded half to even as the old database
+// engine did when it stored one in a whole-number column.
+std::optional<qint64> parseRounded(QByteArrayView text, bool allowComma = false);
 
 // Text between the first and the last double quote; empty when the value
 // does not start and end with one.
@@ -75,9 +108,16 @@ void bindText(Statement &st, int index, QByteArrayView cp1252);
 // Value shown in a message: quoted, shortened to a readable length.
 QString shown(QByteArrayView bytes);
 
+// The value of a field line turned into its column's form and checked
+// against the column's rule; a value that does not fit fails the file at the
+// line, naming the field.
+qint64 wholefield(const CfgFile &file, qsizetype line, const QString &field, QByteArrayView value);
+double decimalfield(const CfgFile &file, qsizetype line, const QString &field, QByteArrayView value);
+void checktextfield(const CfgFile &file, qsizetype line, const QString &field, QByteArrayView text);
+
 // Loads a game file and reads it inside one transaction: all or nothing.
 // read fills the result and returns the message of success.
-ExchangeResult importcfgfile(Database &db, const QString &path, const Progress &progress,
+ExchangeResult importcfgfile(Database &db, const QString &path, const Progress &progress, FileEncoding encoding,
                              const std::function<QString(const CfgFile &, ExchangeResult &)> &read);
 
 } // namespace zorbo

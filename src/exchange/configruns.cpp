@@ -32,20 +32,22 @@ ExchangeResult run(Database &db, const QStringList &tables, const Read &read)
 
 } // namespace
 
-ExchangeResult importteamsrun(Database &db, const QString &path, const Progress &progress)
+ExchangeResult importteamsrun(Database &db, const QString &path, const Progress &progress, FileEncoding encoding)
 {
     return run(db, {QStringLiteral("vereine"), QStringLiteral("vereine_national"), QStringLiteral("vereinspieler")},
-               [&] { return importvereine(db, path, progress); });
+               [&] { return importvereine(db, path, progress, encoding); });
 }
 
-ExchangeResult importplayersrun(Database &db, const QString &path, const Progress &progress)
+ExchangeResult importplayersrun(Database &db, const QString &path, const Progress &progress, FileEncoding encoding)
 {
-    return run(db, {QStringLiteral("spieler")}, [&] { return importspieler(db, path, progress); });
+    return run(db, {QStringLiteral("spieler")}, [&] { return importspieler(db, path, progress, encoding); });
 }
 
-ExchangeResult importconfig(Database &db, const QString &path, ConfigKind kind, const Progress &progress)
+ExchangeResult importconfig(Database &db, const QString &path, ConfigKind kind, const Progress &progress,
+                            FileEncoding encoding)
 {
-    return kind == ConfigKind::Teams ? importteamsrun(db, path, progress) : importplayersrun(db, path, progress);
+    return kind == ConfigKind::Teams ? importteamsrun(db, path, progress, encoding)
+                                     : importplayersrun(db, path, progress, encoding);
 }
 
 ExchangeResult exportconfig(Database &db, const QString &path, ConfigKind kind, const Progress &progress)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "exchange/exchangeresult.h"
+#include "platform/codepage.h"
 #include "platform/database.h"
 
 namespace zorbo {
@@ -10,16 +11,19 @@ namespace zorbo {
 
 // Empties vereine, vereine_national and vereinspieler and reads a 1_tm.cfg;
 // a file without team 0 gets the transfer market anew.
-ExchangeResult importteamsrun(Database &db, const QString &path, const Progress &progress = {});
+ExchangeResult importteamsrun(Database &db, const QString &path, const Progress &progress = {},
+                              FileEncoding encoding = FileEncoding::Detect);
 
 // Empties spieler and reads a 1_sp.cfg; squads stay as they are.
-ExchangeResult importplayersrun(Database &db, const QString &path, const Progress &progress = {});
+ExchangeResult importplayersrun(Database &db, const QString &path, const Progress &progress = {},
+                              FileEncoding encoding = FileEncoding::Detect);
 
 // Which of the two files a run means: the choice of the file dialog's
 // filter, never the file's name or content.
 enum class ConfigKind { Teams, Players };
 
-ExchangeResult importconfig(Database &db, const QString &path, ConfigKind kind, const Progress &progress = {});
+ExchangeResult importconfig(Database &db, const QString &path, ConfigKind kind, const Progress &progress = {},
+                              FileEncoding encoding = FileEncoding::Detect);
 // Writes 1_tm.cfg (teams) or 1_sp.cfg (players) with the current date.
 ExchangeResult exportconfig(Database &db, const QString &path, ConfigKind kind, const Progress &progress = {});
 

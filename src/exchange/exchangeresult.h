@@ -17,6 +17,9 @@ struct ExchangeResult {
     int squadRows = 0;     // rows of vereinspieler read
     qint64 team = -1;      // the club a team file created or replaced
     bool marketCreated = false;
+    // The run stopped before reading because the file reads as UTF-8; run it
+    // again with FileEncoding::Utf8 or FileEncoding::Cp1252 as the user says.
+    bool looksUtf8 = false;
     QStringList notes;
 
     bool ok() const { return result.ok; }

@@ -26,17 +26,32 @@ QList<ColumnInfo> playerColumnsOf(Database &db)
     return columns;
 }
 
-QString duplicateNote(const QList<QPair<qint64, qsizetype>> &dropped)
+// Only the first duplicates are kept for the note: a hostile file could
+// repeat one number millions of times.
+QString duplicateNote(const QList<QPair<qint64, qsizetype>> &dropped, qsizetype count)
 {
     QStringList shownList;
-    for (qsizetype i = 0; i < dropped.size() && i < 20; ++i)
-        shownList << QStringLiteral("%1 (Zeile %2)").arg(dropped[i].first).arg(dropped[i].second + 1);
-    if (dropped.size() > 20)
+    for (const auto &[number, line] : dropped)
+        shownList << QStringLiteral("%1 (Zeile %2)").arg(number).arg(line + 1);
+    if (count > dropped.size())
         shownList << QStringLiteral("…");
     return QStringLiteral("%1 Spielernummer(n) standen mehrfach in der Datei; jeweils der erste Datensatz bleibt, "
                           "übergangen: %2")
-        .arg(dropped.size())
+        .arg(count)
         .arg(shownList.join(QStringLiteral(", ")));
+}
+
+// Where a field line's value starts: behind the keyword followed by a blank
+// or a tab, or, when the line lacks that, from one before the keyword's
+// length, as the game's own reader took it.
+qsizetype valueStart(QByteArrayView line, QByteArrayView keyword)
+{
+    for (qsizetype pos = line.indexOf(keyword); pos >= 0; pos = line.indexOf(keyword, pos + 1)) {
+        const qsizetype behind = pos + keyword.size();
+        if (behind < line.size() && (line[behind] == ' ' || line[behind] == '\t'))
+            return behind;
+    }
+    return keyword.size() - 1;
 }
 
 void readPlayers(Database &db, const CfgFile &file, ExchangeResult &result, const Progress &progress)
@@ -49,65 +64,59 @@ void readPlayers(Database &db, const CfgFile &file, ExchangeResult &result, cons
     for (int c = 0; c < playerColumns; ++c) {
         const ColumnInfo &col = columns[c];
         fields.push_back(col.name.toUpper());
-        keywords.push_back(*toCp1252(fields.back() + QLatin1Char(' ')));
+        keywords.push_back(*toCp1252(fields.back()));
         kinds.push_back(bareColumn(c) ? Kind::Bare : col.isText() ? Kind::Quoted : col.isInteger() ? Kind::Whole : Kind::Decimal);
     }
     Statement insert = db.prepare(QStringLiteral("INSERT INTO spieler VALUES (?1, ?2, ?3, ?4, ?5, ?6, ?7, ?8, ?9, ?10, "
                                                  "?11, ?12, ?13, ?14, ?15, ?16, ?17) ON CONFLICT (NUMMER) DO NOTHING"));
     QList<QPair<qint64, qsizetype>> dropped;
+    qsizetype droppedCount = 0;
     int lastPercent = -1;
-    const qsizetype count = file.lineCount();
-    for (qsizetype i = 0; i < count; ++i) {
-        if (file.line(i).contains(QByteArrayView("NEUER_SPIELER"))) {
-            const qsizetype header = i;
+    CfgFile::Lines lines(file);
+    while (lines.next()) {
+        if (lines.text().contains(QByteArrayView("NEUER_SPIELER"))) {
+            const qsizetype header = lines.number();
             qint64 number = 0;
             for (int c = 0; c < playerColumns; ++c) {
-                if (++i >= count)
+                if (!lines.next())
                     file.fail(header, QStringLiteral("die Datei endet mitten im Spieler: %1 von 17 Zeilen sind da.").arg(c));
-                const QByteArrayView line = file.line(i);
-                // The keyword is looked for with one blank behind it; a line
-                // without it gives its text from one before the keyword's length.
+                const qsizetype i = lines.number();
+                const QByteArrayView line = lines.text();
                 const QByteArray &k = keywords[size_t(c)];
-                const qsizetype pos = line.indexOf(k);
-                const qsizetype start = std::min(line.size(), (pos >= 0 ? pos + 1 : 0) + k.size() - 2);
-                const QByteArrayView value = trimBlanks(line.sliced(start));
+                const qsizetype start = std::min(line.size(), valueStart(line, k));
+                const QByteArrayView value = trimValue(line.sliced(start));
                 const QString &field = fields[size_t(c)];
                 switch (kinds[size_t(c)]) {
                 case Kind::Whole: {
-                    const std::optional<qint64> n = parseWhole(value);
-                    if (!n || (c == 0 && !fitsInt32(*n)))
-                        file.fail(i, QStringLiteral("im Feld %1 steht %2, keine ganze Zahl%3.")
-                                         .arg(field, shown(value), c == 0 ? QStringLiteral(" (32 Bit)") : QString()));
+                    const qint64 n = wholefield(file, i, field, value);
                     if (c == 0)
-                        number = *n;
-                    insert.bind(c + 1, *n);
+                        number = n;
+                    insert.bind(c + 1, n);
                     break;
                 }
-                case Kind::Decimal: {
-                    const std::optional<double> d = parseDecimal(value);
-                    if (!d)
-                        file.fail(i, QStringLiteral("im Feld %1 steht %2, keine Zahl.").arg(field, shown(value)));
-                    insert.bind(c + 1, *d);
+                case Kind::Decimal:
+                    insert.bind(c + 1, decimalfield(file, i, field, value));
                     break;
-                }
                 case Kind::Quoted: {
                     if (value.size() < 2 || value.front() != '"' || value.back() != '"')
                         file.fail(i, QStringLiteral("im Feld %1 steht %2, kein Text in Anführungszeichen.").arg(field, shown(value)));
+                    checktextfield(file, i, field, value.sliced(1, value.size() - 2));
                     bindText(insert, c + 1, value.sliced(1, value.size() - 2));
                     break;
                 }
                 case Kind::Bare:
+                    checktextfield(file, i, field, value);
                     bindText(insert, c + 1, value);
                     break;
                 }
             }
             insert.exec();
-            if (db.changes() == 0)
-                dropped.append({number, header});
-            else
+            if (db.changes() > 0)
                 ++result.players;
+            else if (++droppedCount <= 20)
+                dropped.append({number, header});
         }
-        const int percent = int(file.offsetAfter(i) * 100 / std::max<qint64>(file.size(), 1));
+        const int percent = int(lines.offset() * 100 / std::max<qint64>(file.size(), 1));
         if (percent != lastPercent)
             report(progress, lastPercent = percent);
     }
@@ -117,8 +126,8 @@ void readPlayers(Database &db, const CfgFile &file, ExchangeResult &result, cons
                                 .arg(file.path(), teams ? QStringLiteral("; sie sieht aus wie eine Vereinsdatei (1_tm.cfg)")
                                                         : QString()));
     }
-    if (!dropped.isEmpty())
-        result.notes << duplicateNote(dropped);
+    if (droppedCount > 0)
+        result.notes << duplicateNote(dropped, droppedCount);
 }
 
 } // namespace
@@ -189,9 +198,9 @@ ExchangeResult exportspieler(Database &db, const QString &path, const Progress &
     return result;
 }
 
-ExchangeResult importspieler(Database &db, const QString &path, const Progress &progress)
+ExchangeResult importspieler(Database &db, const QString &path, const Progress &progress, FileEncoding encoding)
 {
-    return importcfgfile(db, path, progress, [&](const CfgFile &file, ExchangeResult &result) {
+    return importcfgfile(db, path, progress, encoding, [&](const CfgFile &file, ExchangeResult &result) {
         readPlayers(db, file, result, progress);
         return QStringLiteral("%1 Spieler aus %2 eingelesen.").arg(result.players).arg(path);
     });

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "exchange/exchangeresult.h"
+#include "platform/codepage.h"
 #include "platform/database.h"
 
 #include <QDateTime>
@@ -17,6 +18,7 @@ ExchangeResult exportspieler(Database &db, const QString &path, const Progress &
 // Reads a 1_sp.cfg into spieler: the 17 lines after each NEUER_SPIELER, by
 // position, whatever they hold. A player number that comes twice keeps its
 // first record; the notes say which. All or nothing, as the team reader.
-ExchangeResult importspieler(Database &db, const QString &path, const Progress &progress = {});
+ExchangeResult importspieler(Database &db, const QString &path, const Progress &progress = {},
+                             FileEncoding encoding = FileEncoding::Detect);
 
 } // namespace zorbo

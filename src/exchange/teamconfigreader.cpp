@@ -1,6 +1,7 @@
 #include "exchange/teamconfigreader.h"
 
 #include "exchange/cfgfile.h"
+#include "exchange/columnrules.h"
 
 #include <QSet>
 #include <array>
@@ -10,6 +11,8 @@ namespace zorbo {
 namespace {
 
 enum class Kind { Whole, Decimal, Quoted, Bare, Squad, Ignored };
+
+constexpr int maxNotes = 20;
 
 struct Keyword {
     QByteArray word;
@@ -67,18 +70,27 @@ public:
     void importvereine(const Progress &progress);
 
 private:
+    struct Line {
+        QByteArrayView text; // trimmed of blanks
+        qsizetype number = 0;
+    };
+
     Form makeForm(const QString &table, const QStringList &words);
     void splitsteam(qsizetype header, int last);
     void splitsspieler(qint64 team, QByteArrayView value, qsizetype line);
+    // A hostile file could drop or repeat millions of records; only the
+    // first few are named.
+    bool roomForNote() { return ++m_repeats <= maxNotes; }
 
     Database &m_db;
     const CfgFile &m_file;
     ExchangeResult &m_result;
     Form m_short, m_full, m_national;
     Statement m_clearSquad, m_addSquad;
-    std::array<qsizetype, 33> m_lines{}; // file line of each record line
+    std::array<Line, 33> m_lines{}; // the lines of the open record
     QSet<qint64> m_seenClubs, m_seenNational;
     int m_records = 0;
+    int m_repeats = 0;
 };
 
 Form TeamRecordReader::makeForm(const QString &table, const QStringList &words)
@@ -114,17 +126,18 @@ void TeamRecordReader::importvereine(const Progress &progress)
     int index = -1;
     qsizetype header = -1;
     int lastPercent = -1;
-    const qsizetype count = m_file.lineCount();
-    for (qsizetype i = 0; i < count; ++i) {
-        const QByteArrayView line = trimBlanks(m_file.line(i));
+    CfgFile::Lines lines(m_file);
+    while (lines.next()) {
+        const qsizetype i = lines.number();
+        const QByteArrayView line = trimBlanks(lines.text());
         if (open) {
             if (++index > 32)
                 m_file.fail(header, QStringLiteral("der Datensatz ab hier hat mehr als 32 Zeilen; ein Verein hat 28, ein "
-                                                   "Nationalteam 32 und die Kurzform 4. Fehlt eine Leerzeile?"));
-            m_lines[size_t(index)] = i;
+                                                   "Nationalteam 32 und die Kurzform 1 bis 4. Fehlt eine Leerzeile?"));
+            m_lines[size_t(index)] = {line, i};
         }
         if (line.contains(QByteArrayView("NEUES_TEAM"))) {
-            if (open)
+            if (open && roomForNote())
                 m_result.notes << m_file.where(header)
                         + QStringLiteral(": der Datensatz endet ohne Leerzeile vor dem nächsten NEUES_TEAM (Zeile %1) "
                                          "und wird übergangen.")
@@ -133,17 +146,19 @@ void TeamRecordReader::importvereine(const Progress &progress)
             index = -1;
             header = i;
         }
-        if (open && !line.isEmpty() && i == count - 1) {
+        if (open && !line.isEmpty() && lines.last()) {
             open = false;
             splitsteam(header, index);
         } else if (open && line.isEmpty()) {
             open = false;
             splitsteam(header, index - 1);
         }
-        const int percent = int(m_file.offsetAfter(i) * 100 / std::max<qint64>(m_file.size(), 1));
+        const int percent = int(lines.offset() * 100 / std::max<qint64>(m_file.size(), 1));
         if (percent != lastPercent)
             report(progress, lastPercent = percent);
     }
+    if (m_repeats > maxNotes)
+        m_result.notes << QStringLiteral("… und %1 weitere übergangene oder doppelte Datensätze.").arg(m_repeats - maxNotes);
     if (m_records == 0) {
         const bool players = m_file.contains(QByteArrayView("NEUER_SPIELER"));
         throw ExchangeError(QStringLiteral("Die Datei %1 enthält keinen Verein (keine Zeile NEUES_TEAM)%2.")
@@ -154,51 +169,46 @@ void TeamRecordReader::importvereine(const Progress &progress)
 
 void TeamRecordReader::splitsteam(qsizetype header, int last)
 {
-    if (last >= 0 && trimBlanks(m_file.line(m_lines[size_t(last)])).isEmpty())
+    if (last >= 0 && m_lines[size_t(last)].text.isEmpty())
         --last;
-    Form *form = last == 3 ? &m_short : last == 27 ? &m_full : last == 31 ? &m_national : nullptr;
+    // Records of one to three lines take the short list as far as they reach;
+    // the columns behind them stay empty.
+    Form *form = last >= 0 && last <= 3 ? &m_short : last == 27 ? &m_full : last == 31 ? &m_national : nullptr;
     if (!form)
         m_file.fail(header, QStringLiteral("der Datensatz hat %1 Zeilen und passt zu keiner Form: ein Verein hat 28, ein "
-                                           "Nationalteam 32 und die Kurzform 4 Zeilen.")
+                                           "Nationalteam 32 und die Kurzform 1 bis 4 Zeilen.")
                                 .arg(last + 1));
     qint64 team = 0;
     qsizetype squadLine = -1;
     QByteArrayView squad;
     for (int i = 0; i <= last; ++i) {
         const Keyword &k = form->keywords[size_t(i)];
-        const qsizetype lineNo = m_lines[size_t(i)];
-        const QByteArrayView line = trimBlanks(m_file.line(lineNo));
+        const qsizetype lineNo = m_lines[size_t(i)].number;
+        const QByteArrayView line = m_lines[size_t(i)].text;
         // One character after the keyword is skipped, whatever it is; a line
         // without the keyword gives its text from the keyword's length on.
+        // Blanks and tabs around the value are white space.
         const qsizetype pos = line.indexOf(k.word);
         const qsizetype start = std::min(line.size(), (pos >= 0 ? pos + 1 : 0) + k.word.size());
-        const QByteArrayView value = trimBlanks(line.sliced(start));
+        const QByteArrayView value = trimValue(line.sliced(start));
         const QString field = QString::fromLatin1(k.word);
         QVariant bound;
         switch (k.kind) {
-        case Kind::Whole: {
-            const std::optional<qint64> n = parseWhole(value);
-            if (!n || (i == 0 && !fitsInt32(*n)))
-                m_file.fail(lineNo, QStringLiteral("im Feld %1 steht %2, keine ganze Zahl%3.")
-                                        .arg(field, shown(value), i == 0 ? QStringLiteral(" (32 Bit)") : QString()));
-            bound = *n;
+        case Kind::Whole:
+            bound = wholefield(m_file, lineNo, field, value);
             break;
-        }
-        case Kind::Decimal: {
-            const std::optional<double> d = parseDecimal(value);
-            if (!d)
-                m_file.fail(lineNo, QStringLiteral("im Feld %1 steht %2, keine Zahl.").arg(field, shown(value)));
-            bound = *d;
+        case Kind::Decimal:
+            bound = decimalfield(m_file, lineNo, field, value);
             break;
-        }
         case Kind::Quoted: {
-            const std::optional<QString> t = parseQuoted(value);
-            if (!t)
+            if (value.size() < 2 || value.front() != '"' || value.back() != '"')
                 m_file.fail(lineNo, QStringLiteral("im Feld %1 steht %2, kein Text in Anführungszeichen.").arg(field, shown(value)));
-            bound = *t;
+            checktextfield(m_file, lineNo, field, value.sliced(1, value.size() - 2));
+            bound = *parseQuoted(value);
             break;
         }
         case Kind::Bare:
+            checktextfield(m_file, lineNo, field, value);
             bound = textOf(value);
             break;
         case Kind::Squad:
@@ -217,7 +227,7 @@ void TeamRecordReader::splitsteam(qsizetype header, int last)
     if (squadLine >= 0)
         splitsspieler(team, squad, squadLine);
     QSet<qint64> &seen = form == &m_national ? m_seenNational : m_seenClubs;
-    if (seen.contains(team))
+    if (seen.contains(team) && roomForNote())
         m_result.notes << m_file.where(header)
                 + QStringLiteral(": %1 %2 stand schon weiter oben in der Datei; es gilt dieser Datensatz.").arg(form->kind).arg(team);
     seen.insert(team);
@@ -237,10 +247,11 @@ void TeamRecordReader::splitsspieler(qint64 team, QByteArrayView value, qsizetyp
         return; // the squad stays as it is
     std::vector<qint64> players;
     for (const QByteArray &piece : list.split(',')) {
-        const std::optional<qint64> n = parseWhole(trimBlanks(piece));
-        if (!n || !fitsInt32(*n))
-            m_file.fail(line, QStringLiteral("in der Spielerliste steht %1, keine Spielernummer (ganze Zahl, 32 Bit).")
-                                  .arg(shown(piece)));
+        const std::optional<qint64> n = parseRounded(trimValue(piece));
+        if (!n || !rangeproblem(QStringLiteral("NUMMER"), double(*n)).isEmpty())
+            m_file.fail(line, QStringLiteral("in der Spielerliste steht %1, keine Spielernummer (ganze Zahl von 0 bis %2).")
+                                  .arg(shown(piece))
+                                  .arg(columnrule(QStringLiteral("NUMMER")).max));
         players.push_back(*n);
     }
     m_clearSquad.bind(1, team);
@@ -254,9 +265,9 @@ void TeamRecordReader::splitsspieler(qint64 team, QByteArrayView value, qsizetyp
 
 } // namespace
 
-ExchangeResult importvereine(Database &db, const QString &path, const Progress &progress)
+ExchangeResult importvereine(Database &db, const QString &path, const Progress &progress, FileEncoding encoding)
 {
-    return importcfgfile(db, path, progress, [&](const CfgFile &file, ExchangeResult &result) {
+    return importcfgfile(db, path, progress, encoding, [&](const CfgFile &file, ExchangeResult &result) {
         TeamRecordReader reader(db, file, result);
         reader.importvereine(progress);
         return QStringLiteral("%1 Vereine, %2 Nationalteams und %3 Kaderplätze aus %4 eingelesen.")

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "exchange/exchangeresult.h"
+#include "platform/codepage.h"
 #include "platform/database.h"
 
 namespace zorbo {
@@ -11,6 +12,7 @@ namespace zorbo {
 // its SPIELER line lists players, the team's squad. All or nothing: a file
 // that cannot be read to its end changes no row, and the message names the
 // file, the line and what was wrong.
-ExchangeResult importvereine(Database &db, const QString &path, const Progress &progress = {});
+ExchangeResult importvereine(Database &db, const QString &path, const Progress &progress = {},
+                            FileEncoding encoding = FileEncoding::Detect);
 
 } // namespace zorbo

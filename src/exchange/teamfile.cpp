@@ -2,6 +2,7 @@
 
 #include "exchange/cfgfile.h"
 #include "exchange/cfgwriter.h"
+#include "platform/numbers.h"
 
 namespace zorbo {
 
@@ -17,6 +18,10 @@ void writeSection(CfgWriter &out, Statement &row, const QString &section)
             const QVariant v = row.value(c);
             if (v.typeId() == QMetaType::QString)
                 out.text(v.toString(), QStringLiteral("[%1] %2").arg(section, key));
+            else if (v.typeId() == QMetaType::Double)
+                // The system's conversion of a German system, whatever locale
+                // the program runs in; opening takes both decimal signs.
+                out.bytes(formatDecimal(v.toDouble(), QLatin1Char(',')).toLatin1());
             else
                 out.bytes(numbertext(row, c));
         }

@@ -1,14 +1,24 @@
 #include "exchange/teamfilehints.h"
 
-#include "platform/profile.h"
+#include "platform/profilefile.h"
 
 namespace zorbo {
 
 TeamFileHints readteamfilehints(const QString &path)
 {
-    const QString team = QStringLiteral("Team");
-    return {readinistring(team, QStringLiteral("Nation"), path), readinistring(team, QStringLiteral("Name"), path),
-            readinistring(team, QStringLiteral("Stadt"), path)};
+    // One parse for the three keys; a file beyond any profile gives no hints.
+    ProfileFile profile;
+    profile.load(path);
+    const auto read = [&](const char *key) {
+        // Trimmed of blanks only, as the profile reader gives values back.
+        QString v = profile.value(QStringLiteral("Team"), QLatin1String(key)).value_or(QString());
+        while (v.startsWith(QLatin1Char(' ')))
+            v.remove(0, 1);
+        while (v.endsWith(QLatin1Char(' ')))
+            v.chop(1);
+        return v;
+    };
+    return {read("Nation"), read("Name"), read("Stadt")};
 }
 
 int teamfileclub(const QStringList &entries, const TeamFileHints &hints)

@@ -2,21 +2,57 @@
 
 #include "core/gamedb.h"
 #include "exchange/cfgfile.h"
+#include "exchange/columnrules.h"
 #include "exchange/teamfile.h"
-#include "platform/profile.h"
 #include "platform/profilefile.h"
 
 #include <QDir>
+#include <cmath>
+#include <limits>
 
 namespace zorbo {
 
 namespace {
 
 constexpr int squadSize = 20;
-constexpr qint64 maxTeamFileBytes = 16 * 1024 * 1024;
+// A team file of the editor holds one club and its squad, a few kilobytes;
+// even a national team of a hundred players stays far below this.
+constexpr qint64 maxTeamFileBytes = qint64(1) << 20;
+
+// The integer at the start of a value, as the profile functions read the
+// strengths: optional sign, digits, the rest dropped, no digits giving 0.
+// Empty when the digits run beyond 64 bits, which no column's range takes.
+std::optional<qint64> leadingInteger(const QString &text)
+{
+    qsizetype i = 0;
+    while (i < text.size() && (text[i] == QLatin1Char(' ') || text[i] == QLatin1Char('\t')))
+        ++i;
+    bool negative = false;
+    if (i < text.size() && (text[i] == QLatin1Char('-') || text[i] == QLatin1Char('+')))
+        negative = text[i++] == QLatin1Char('-');
+    qint64 number = 0;
+    for (; i < text.size() && text[i] >= QLatin1Char('0') && text[i] <= QLatin1Char('9'); ++i) {
+        if (number > (std::numeric_limits<qint64>::max() - 9) / 10)
+            return std::nullopt;
+        number = number * 10 + (text[i].unicode() - '0');
+    }
+    return negative ? -number : number;
+}
+
+QString trimSpaces(const QString &text)
+{
+    qsizetype begin = 0;
+    qsizetype end = text.size();
+    while (begin < end && text[begin] == QLatin1Char(' '))
+        ++begin;
+    while (end > begin && text[end - 1] == QLatin1Char(' '))
+        --end;
+    return text.mid(begin, end - begin);
+}
 
 // The values of one team file, turned into the types of the columns, with
-// the defaults of the file format for keys that are missing.
+// the defaults of the file format for keys that are missing. The file is
+// read and parsed once; every value is looked up in that one parse.
 class TeamFileValues {
 public:
     TeamFileValues(Database &db, const QString &path) : m_path(path)
@@ -25,19 +61,21 @@ public:
         m_playerColumns = db.columns(QStringLiteral("spieler"));
     }
 
-    Result check()
+    Result check(FileEncoding encoding)
     {
-        CfgFile probe; // size bound, text check
-        const Result loaded = probe.load(m_path, maxTeamFileBytes);
+        CfgFile probe; // size bound, text check, UTF-8
+        const Result loaded = probe.load(m_path, encoding, maxTeamFileBytes);
+        m_looksUtf8 = probe.looksUtf8();
         if (!loaded)
             return loaded;
-        m_profile.load(m_path);
+        m_profile.parse(probe.bytes());
         if (m_profile.findSection(QStringLiteral("Team")) < 0)
             return Result::failure(QStringLiteral("Die Datei %1 ist keine Teamdatei: ihr fehlt der Abschnitt [Team].")
                                        .arg(QDir::toNativeSeparators(m_path)));
         return Result::success();
     }
 
+    bool looksUtf8() const { return m_looksUtf8; }
     const QList<ColumnInfo> &teamColumns() const { return m_teamColumns; }
     const QList<ColumnInfo> &playerColumns() const { return m_playerColumns; }
 
@@ -48,45 +86,69 @@ private:
     QVariant value(const QString &section, const ColumnInfo &column, bool player)
     {
         const QString key = teamfilekey(column.name);
-        if (key != column.name) // the strengths: integers, anything behind the digits dropped
-            return readiniint(section, key, m_path);
+        const std::optional<QString> raw = m_profile.value(section, key);
+        if (key != column.name) { // the strengths: integers, anything behind the digits dropped
+            const std::optional<qint64> n = raw ? leadingInteger(*raw) : std::optional<qint64>(0);
+            if (const QString problem = rangeproblem(column.name, n ? double(*n) : HUGE_VAL); !problem.isEmpty())
+                fail(section, key, trimSpaces(*raw), problem);
+            return *n;
+        }
         const QString upper = column.name.toUpper();
         QString def;
         if (!column.isText())
             def = player && upper == QLatin1String("RUECKENNUMMER") ? QStringLiteral("1") : QStringLiteral("0");
         else if (upper.startsWith(QLatin1String("F_")))
             def = QStringLiteral("0,0,0");
-        const QString text = readinistring(section, key, m_path, def);
-        if (column.isText())
+        const QString text = trimSpaces(raw ? *raw : def);
+        if (column.isText()) {
+            if (const QString problem = lengthproblem(column.name, text.size()); !problem.isEmpty())
+                throw ExchangeError(QStringLiteral("%1: [%2] %3: %4.").arg(where(section, key), section, key, problem));
             return text;
+        }
         if (text.isEmpty())
             return QVariant(); // an empty value is how a Null went out
+        // Both decimal signs: files of German systems write a comma.
         const QByteArray bytes = text.toLatin1();
+        QVariant number;
         if (column.isInteger()) {
-            if (const std::optional<qint64> n = parseWhole(bytes); n && (upper != QLatin1String("NUMMER") || fitsInt32(*n)))
-                return *n;
+            if (const std::optional<qint64> n = parseRounded(bytes, true))
+                number = *n;
         } else if (const std::optional<double> d = parseDecimal(bytes, true)) {
-            return *d;
+            number = *d;
         }
-        const int entry = m_profile.findEntry(section, key);
-        throw ExchangeError(QStringLiteral("%1, Zeile %2: [%3] %4 = »%5« ist keine Zahl.")
-                                .arg(QDir::toNativeSeparators(m_path))
-                                .arg(entry + 1)
-                                .arg(section, key, text));
+        if (!number.isValid())
+            throw ExchangeError(QStringLiteral("%1: [%2] %3 = »%4« ist keine Zahl.").arg(where(section, key), section, key, text));
+        if (const QString problem = rangeproblem(column.name, number.toDouble()); !problem.isEmpty())
+            fail(section, key, text, problem);
+        return number;
+    }
+
+    QString where(const QString &section, const QString &key) const
+    {
+        return QStringLiteral("%1, Zeile %2").arg(QDir::toNativeSeparators(m_path)).arg(m_profile.findEntry(section, key) + 1);
+    }
+
+    [[noreturn]] void fail(const QString &section, const QString &key, const QString &text, const QString &problem) const
+    {
+        throw ExchangeError(QStringLiteral("%1: [%2] %3 = »%4«; %5.").arg(where(section, key), section, key, text, problem));
     }
 
     QString m_path;
     ProfileFile m_profile;
+    bool m_looksUtf8 = false;
     QList<ColumnInfo> m_teamColumns, m_playerColumns;
 };
 
 template <typename Body>
-ExchangeResult guarded(Database &db, const QString &path, const Body &body)
+ExchangeResult guarded(Database &db, const QString &path, FileEncoding encoding, const Body &body)
 {
     try {
         TeamFileValues file(db, path);
-        if (const Result checked = file.check(); !checked)
-            return ExchangeResult::failure(checked.message);
+        if (const Result checked = file.check(encoding); !checked) {
+            ExchangeResult refused = ExchangeResult::failure(checked.message);
+            refused.looksUtf8 = file.looksUtf8();
+            return refused;
+        }
         Transaction tx(db);
         ExchangeResult result = body(file);
         if (result.ok())
@@ -118,9 +180,10 @@ QString assignments(const QList<ColumnInfo> &columns)
 
 } // namespace
 
-ExchangeResult openteamnew(Database &db, const QString &path, const QString &country, const Progress &progress)
+ExchangeResult openteamnew(Database &db, const QString &path, const QString &country, const Progress &progress,
+                           FileEncoding encoding)
 {
-    return guarded(db, path, [&](TeamFileValues &file) {
+    return guarded(db, path, encoding, [&](TeamFileValues &file) {
         if (db.scalar(QStringLiteral("SELECT NUMMER FROM vereine_national WHERE NAME = ?1"), country).isNull())
             return ExchangeResult::failure(QStringLiteral("Das Land »%1« gibt es nicht.").arg(country));
         ExchangeResult result;
@@ -152,9 +215,10 @@ ExchangeResult openteamnew(Database &db, const QString &path, const QString &cou
     });
 }
 
-ExchangeResult openteamreplace(Database &db, const QString &path, qint64 clubNumber, const Progress &progress)
+ExchangeResult openteamreplace(Database &db, const QString &path, qint64 clubNumber, const Progress &progress,
+                               FileEncoding encoding)
 {
-    return guarded(db, path, [&](TeamFileValues &file) {
+    return guarded(db, path, encoding, [&](TeamFileValues &file) {
         if (db.scalar(QStringLiteral("SELECT NUMMER FROM vereine WHERE NUMMER = ?1"), clubNumber).isNull())
             return ExchangeResult::failure(QStringLiteral("Einen Verein %1 gibt es nicht; nur Vereine, keine Nationalteams, "
                                                           "lassen sich ersetzen.")

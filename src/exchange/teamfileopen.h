@@ -1,6 +1,7 @@
 #pragma once
 
 #include "exchange/exchangeresult.h"
+#include "platform/codepage.h"
 #include "platform/database.h"
 
 namespace zorbo {
@@ -9,11 +10,13 @@ namespace zorbo {
 // number, the file's [Team] values (NATION is the country chosen) and
 // exactly 20 new players from [Spieler1] to [Spieler20], defaults for the
 // sections the file lacks. All or nothing.
-ExchangeResult openteamnew(Database &db, const QString &path, const QString &country, const Progress &progress = {});
+ExchangeResult openteamnew(Database &db, const QString &path, const QString &country, const Progress &progress = {},
+                           FileEncoding encoding = FileEncoding::Detect);
 
 // Writes a .tea file over an existing club: the club keeps its number, its
 // squad rows and its players' numbers in their order; the n-th player takes
 // [Spieler n]. The club moves to the country that the file names.
-ExchangeResult openteamreplace(Database &db, const QString &path, qint64 club, const Progress &progress = {});
+ExchangeResult openteamreplace(Database &db, const QString &path, qint64 club, const Progress &progress = {},
+                               FileEncoding encoding = FileEncoding::Detect);
 
 } // namespace zorbo

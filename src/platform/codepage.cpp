@@ -1,5 +1,7 @@
 #include "platform/codepage.h"
 
+#include <QStringDecoder>
+
 #include <array>
 
 namespace zorbo {
@@ -105,6 +107,27 @@ bool fitsCp1252(const QString &text)
             return false;
     }
     return true;
+}
+
+bool looksutf8(QByteArrayView bytes)
+{
+    if (bytes.startsWith("\xEF\xBB\xBF"))
+        return true;
+    // Text in code page 1252 with umlauts almost never forms valid UTF-8:
+    // "ü" alone (FC) is no sequence, and valid pairs need a lead byte
+    // followed by bytes from 80 to BF.
+    bool multiByte = false;
+    for (char c : bytes) {
+        if (static_cast<unsigned char>(c) >= 0x80) {
+            multiByte = true;
+            break;
+        }
+    }
+    if (!multiByte)
+        return false;
+    QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
+    const QString text = decoder.decode(bytes);
+    return !decoder.hasError();
 }
 
 } // namespace zorbo

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QByteArrayView>
 #include <QString>
 #include <optional>
 
@@ -15,5 +16,13 @@ QString fromCp1252(const QByteArray &bytes);
 std::optional<QByteArray> toCp1252(const QString &text, int *badIndex = nullptr);
 
 bool fitsCp1252(const QString &text);
+
+// How a file from outside is to be read: Detect takes code page 1252 but
+// stops at a file that reads as UTF-8, so that the user can be asked.
+enum class FileEncoding { Detect, Cp1252, Utf8 };
+
+// True when the bytes start with a UTF-8 mark, or are valid UTF-8 holding at
+// least one character of more than one byte.
+bool looksutf8(QByteArrayView bytes);
 
 } // namespace zorbo

@@ -146,6 +146,18 @@ QString plainDecimal(double value)
     return QString::fromLatin1(text);
 }
 
+QString formatDecimal(double value, QChar decimalSign)
+{
+    QString text = plainDecimal(value);
+    const qsizetype point = text.indexOf(QLatin1Char('.'));
+    if (point < 0)
+        return text;
+    text[point] = decimalSign;
+    if (point == 0 || text[point - 1] == QLatin1Char('-'))
+        text.insert(point, QLatin1Char('0'));
+    return text;
+}
+
 QString formatMinDigits(long long value, int digits)
 {
     // The sign stands before the padded digits: -7 with two digits is "-07".

@@ -26,6 +26,11 @@ QString sternetext(long long strength, QChar decimalSign = systemDecimalSign());
 // no leading zero below 1 (".5"), no trailing zeros.
 QString plainDecimal(double value);
 
+// A number as a system with the given decimal sign turns it into text: the
+// shortest digits that read back the same, a zero before the sign below 1
+// ("0,5", "-1,25"), whole numbers without a sign ("6").
+QString formatDecimal(double value, QChar decimalSign);
+
 // Display formats "##00" and "###000": at least 2 or 3 digits.
 QString formatMinDigits(long long value, int digits);
 

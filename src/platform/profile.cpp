@@ -11,22 +11,6 @@ namespace zorbo {
 
 namespace {
 
-// The profile functions fill a buffer of 32,767 characters, one of which is
-// the terminating zero.
-constexpr qsizetype valueLimit = 32766;
-
-bool isQuote(QChar c)
-{
-    return c == QLatin1Char('"') || c == QLatin1Char('\'');
-}
-
-QString unquote(const QString &value)
-{
-    if (value.size() >= 2 && isQuote(value.front()) && value.back() == value.front())
-        return value.mid(1, value.size() - 2);
-    return value;
-}
-
 // The value as the profile functions return it; empty optional when the
 // file, the section or the key is missing.
 std::optional<QString> rawValue(const QString &section, const QString &key, const QString &file)
@@ -34,10 +18,7 @@ std::optional<QString> rawValue(const QString &section, const QString &key, cons
     ProfileFile profile;
     if (!profile.load(file))
         return std::nullopt;
-    const int entry = profile.findEntry(section, key);
-    if (entry < 0)
-        return std::nullopt;
-    return unquote(profile.lines()[size_t(entry)].value).left(valueLimit);
+    return profile.value(section, key);
 }
 
 QString trimSpaces(const QString &text)
@@ -59,7 +40,7 @@ QString readinistring(const QString &section, const QString &key, const QString 
     const std::optional<QString> value = rawValue(section, key, file);
     // The callers trim again, spaces only: that also strips the blanks that
     // a quoted value kept and those of the default.
-    return trimSpaces(value ? *value : def.left(valueLimit));
+    return trimSpaces(value ? *value : def.left(32766));
 }
 
 int readiniint(const QString &section, const QString &key, const QString &file)

@@ -51,8 +51,8 @@ QString ProfileFile::trimBlanks(const QString &text)
 bool ProfileFile::sameName(const QString &a, const QString &b)
 {
     // Unicode case folding covers ASCII and the letters of code page 1252
-    // (ä/Ä, š/Š, œ/Œ, ÿ/Ÿ) alike.
-    return a.compare(b, Qt::CaseInsensitive) == 0;
+    // (ä/Ä, š/Š, œ/Œ, ÿ/Ÿ) alike; the index folds the same way.
+    return a.toCaseFolded() == b.toCaseFolded();
 }
 
 ProfileFile::Line ProfileFile::parseLine(const QString &text)
@@ -89,19 +89,29 @@ ProfileFile::Line ProfileFile::parseLine(const QString &text)
 bool ProfileFile::load(const QString &path)
 {
     m_lines.clear();
+    m_indexed = false;
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
         return false;
     // Read no more than the file holds, whatever the device claims later.
     const qint64 size = file.size();
+    if (size > maxBytes)
+        return false;
     const QByteArray bytes = file.read(size);
     if (bytes.size() != size)
         return false;
+    parse(bytes);
+    return true;
+}
+
+void ProfileFile::parse(const QByteArray &bytes)
+{
+    m_lines.clear();
+    m_indexed = false;
     const QStringList texts = splitLines(fromCp1252(bytes));
-    m_lines.reserve(texts.size());
+    m_lines.reserve(size_t(texts.size()));
     for (const QString &t : texts)
         m_lines.push_back(parseLine(t));
-    return true;
 }
 
 bool ProfileFile::save(const QString &path) const
@@ -124,13 +134,33 @@ bool ProfileFile::save(const QString &path) const
     return file.commit();
 }
 
+void ProfileFile::buildIndex() const
+{
+    m_sections.clear();
+    m_entries.clear();
+    QString current; // folded name of the section the lines belong to
+    bool searched = false; // only the first section of a name is searched
+    for (size_t i = 0; i < m_lines.size(); ++i) {
+        const Line &line = m_lines[i];
+        if (line.kind == Kind::Section) {
+            current = line.name.toCaseFolded();
+            searched = !m_sections.contains(current);
+            if (searched)
+                m_sections.insert(current, int(i));
+        } else if (searched && line.kind == Kind::Entry && line.hasValue) {
+            const QString key = current + QLatin1Char('\n') + line.name.toCaseFolded();
+            if (!m_entries.contains(key))
+                m_entries.insert(key, int(i));
+        }
+    }
+    m_indexed = true;
+}
+
 int ProfileFile::findSection(const QString &section) const
 {
-    for (size_t i = 0; i < m_lines.size(); ++i) {
-        if (m_lines[i].kind == Kind::Section && sameName(m_lines[i].name, section))
-            return int(i);
-    }
-    return -1;
+    if (!m_indexed)
+        buildIndex();
+    return m_sections.value(section.toCaseFolded(), -1);
 }
 
 int ProfileFile::sectionEnd(int header) const
@@ -143,16 +173,22 @@ int ProfileFile::sectionEnd(int header) const
 
 int ProfileFile::findEntry(const QString &section, const QString &key) const
 {
-    const int header = findSection(section);
-    if (header < 0)
-        return -1;
-    const int end = sectionEnd(header);
-    for (int i = header + 1; i < end; ++i) {
-        const Line &line = m_lines[size_t(i)];
-        if (line.kind == Kind::Entry && line.hasValue && sameName(line.name, key))
-            return i;
-    }
-    return -1;
+    if (!m_indexed)
+        buildIndex();
+    return m_entries.value(section.toCaseFolded() + QLatin1Char('\n') + key.toCaseFolded(), -1);
+}
+
+std::optional<QString> ProfileFile::value(const QString &section, const QString &key) const
+{
+    // The profile functions fill a buffer of 32,767 characters, one of which
+    // is the terminating zero.
+    constexpr qsizetype valueLimit = 32766;
+    const int entry = findEntry(section, key);
+    if (entry < 0)
+        return std::nullopt;
+    const QString &v = m_lines[size_t(entry)].value;
+    const bool quoted = v.size() >= 2 && (v.front() == QLatin1Char('"') || v.front() == QLatin1Char('\'')) && v.back() == v.front();
+    return (quoted ? v.mid(1, v.size() - 2) : v).left(valueLimit);
 }
 
 } // namespace zorbo

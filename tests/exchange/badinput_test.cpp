@@ -72,8 +72,6 @@ TEST_F(BadInput, TeamFiles)
     const qsizetype club = lineStart(tm, 19);
     QByteArray longer = tm;
     longer.insert(lineStart(tm, 22), "        EXTRA                    1\r\n");
-    QByteArray shortRecord = tm;
-    shortRecord.insert(lineStart(tm, 18), "NEUES_TEAM\r\n        NUMMER 5\r\n        NAME \"x\"\r\n\r\n");
     const Case cases[] = {
         {"empty", "", "keinen Verein"},
         {"players-as-teams", example("1_sp.cfg"), "Spielerdatei"},
@@ -81,14 +79,27 @@ TEST_F(BadInput, TeamFiles)
         {"truncated", tm.left(club + 200), "Zeile 20: der Datensatz hat 5 Zeilen"},
         {"club-27-lines", withoutLine(tm, 22), "Zeile 20: der Datensatz hat 27 Zeilen"},
         {"club-29-lines", longer, "Zeile 20: der Datensatz hat 29 Zeilen"},
-        {"three-lines", shortRecord, "Zeile 19: der Datensatz hat 2 Zeilen"},
         {"national-31-lines", withoutLine(tm, int(tm.count('\n')) - 3), "der Datensatz hat 31 Zeilen"},
         {"letters-in-number", QByteArray(tm).replace("GRAFIK_NR                110", "GRAFIK_NR                11O"),
          "Zeile 24: im Feld GRAFIK_NR steht »11O«"},
         {"decimal-letters", QByteArray(tm).replace("STAERKE                  2.5", "STAERKE                  2,5"), "STAERKE"},
-        {"team-number-too-big", QByteArray(tm).replace("NUMMER                   10\r", "NUMMER                   4294967296\r"), "32 Bit"},
+        {"team-number-too-big", QByteArray(tm).replace("NUMMER                   10\r", "NUMMER                   4294967296\r"),
+         "im Feld NUMMER steht »4294967296«; erlaubt sind 0 bis 2147483647"},
         {"squad-letters", QByteArray(tm).replace("\"105,106", "\"105,x06"), "»x06«"},
         {"unquoted-name", QByteArray(tm).replace("\"TRANSFERMARKT\"", "TRANSFERMARKT"), "Anführungszeichen"},
+        // Numbers beyond what the game's columns hold, and overlong text.
+        {"crest-beyond-64-bit", QByteArray(tm).replace("GRAFIK_NR                110", "GRAFIK_NR                9223372036854775807"),
+         "Zeile 24: im Feld GRAFIK_NR steht »9223372036854775807«; erlaubt sind 0 bis 999"},
+        {"crest-1000", QByteArray(tm).replace("GRAFIK_NR                110", "GRAFIK_NR                1000"), "0 bis 999"},
+        {"kit-below-32-bit", QByteArray(tm).replace("TRIKOT_ART               3\r", "TRIKOT_ART               -2147483649\r"),
+         "Zeile 33: im Feld TRIKOT_ART steht »-2147483649«; erlaubt sind 0 bis 79"},
+        {"negative-seats", QByteArray(tm).replace("STADION_SITZPL           26000", "STADION_SITZPL           -5"),
+         "Zeile 31: im Feld STADION_SITZPL steht »-5«; erlaubt sind 0 bis 999999"},
+        {"strength-beyond-32-bit", QByteArray(tm).replace("STAERKE                  2.5", "STAERKE                  2147483648"),
+         "STAERKE"},
+        {"negative-squad-player", QByteArray(tm).replace("\"105,106", "\"105,-106"), "»-106«"},
+        {"name-too-long", QByteArray(tm).replace("\"TRANSFERMARKT\"", '"' + QByteArray(33, 'x') + '"'),
+         "Zeile 16: im Feld NAME steht ein Text von 33 Zeichen; das Spiel fasst dort höchstens 32"},
         {"lf-only", QByteArray(tm).replace("\r\n", "\n"), ""},
         {"cr-only", QByteArray(tm).replace("\r\n", "\r"), ""},
     };
@@ -106,6 +117,14 @@ TEST_F(BadInput, PlayerFiles)
         {"truncated", sp.left(lineStart(sp, int(sp.count('\n')) - 3)), "die Datei endet mitten im Spieler: 14 von 17"},
         {"letters-in-number", QByteArray(sp).replace("GROESSE         1", "GROESSE         x"), "im Feld GROESSE steht"},
         {"empty-number", QByteArray(sp).replace("        ART             3\r\n", "        ART             \r\n"), "im Feld ART steht »«"},
+        {"strength-above-six-stars", QByteArray(sp).replace("      5000\r", "      12001\r"), "erlaubt sind 0 bis 12000"},
+        {"position-4", QByteArray(sp).replace("        ART             3\r\n", "        ART             4\r\n"),
+         "im Feld ART steht »4«; erlaubt sind 0 bis 3"},
+        {"face-beyond-32-bit", QByteArray(sp).replace("GESICHT         47931", "GESICHT         2147483648"), "GESICHT"},
+        {"first-name-too-long", QByteArray(sp).replace("\"Lukas\"", '"' + QByteArray(200000, 'L') + '"'),
+         "im Feld VORNAME steht ein Text von 200000 Zeichen"},
+        {"talents-too-long", QByteArray(sp).replace("        ERLERNT         \r", "        ERLERNT         " + QByteArray(300, '1') + "\r"),
+         "ERLERNT"},
         {"lf-only-no-final-end", QByteArray(sp).replace("\r\n", "\n").chopped(1), ""},
     };
     for (const Case &c : cases)

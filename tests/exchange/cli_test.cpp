@@ -46,7 +46,7 @@ TEST(CliExchange, FailuresAreGermanOnStandardErrorWithExitOne)
     writeBytes(dir.file("kaputt.cfg"), "NEUES_TEAM\r\nNUMMER x\r\n");
     CliRun r = runCli(base + QStringList{"import-teams", dir.file("kaputt.cfg")});
     EXPECT_EQ(r.exitCode, 1);
-    EXPECT_TRUE(r.err.contains("kaputt.cfg, Zeile 1: der Datensatz hat 1 Zeilen")) << r.err.toStdString();
+    EXPECT_TRUE(r.err.contains("kaputt.cfg, Zeile 2: im Feld NUMMER steht »x«")) << r.err.toStdString();
     r = runCli(base + QStringList{"import-players", dir.file("fehlt.cfg")});
     EXPECT_EQ(r.exitCode, 1);
     EXPECT_TRUE(r.err.contains("gibt es nicht")) << r.err.toStdString();

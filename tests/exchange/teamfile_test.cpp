@@ -19,7 +19,7 @@ void buildClub(Database &db)
                                 "'h', 'i', 'j', 'k=;l')");
     club.exec();
     db.exec("INSERT INTO spieler VALUES (30, 'Maß', 'Jürgen', 8000, 10000, 'Deutschland', 180, 2, 100, 0.5, 0, 9, 14, 1, 3, "
-            "'0,5', ''), (31, 'Zwei', 'Z.', 0, 0, 'Österreich', 170, 1, 50, 0, 0, 4, 0, 0, 0, '', '7'), "
+            "'0,5', ''), (31, 'Zwei', 'Z.', 0, 0, 'Österreich', 170, 1, 50, 0, -1.25, 4, 0, 0, 0, '', '7'), "
             "(32, 'Fremd', 'F.', 0, 0, 'X', 170, 1, 50, 0, 0, 4, 0, 0, 0, '', '')");
     db.exec("INSERT INTO vereinspieler VALUES (12, 30), (12, 31), (13, 32)");
 }
@@ -35,18 +35,19 @@ TEST(TeamFile, SavedFileHoldsTeamAndSquadInProfileForm)
     const QString expected =
         ";Datenexport vom 19.11.2026 06:36:12\r\n;Zorbo Editor v2.0 Copyright (C) 2026 the Zorbo Editor contributors, "
         "licensed under the GNU LGPL 2.1 or later\r\n\r\n[Team]\r\nNUMMER=12\r\nNAME=SV Süd\r\nKURZNAME=Süd\r\nGRAFIK_NR=5\r\n"
-        "STAERKE=.5\r\nSTARTPLATZ=\r\nSPIELER=\r\nSTADION_NAME=Platz\r\nSTADT=Groß Ort\r\nNATION=Deutschland\r\n"
+        "STAERKE=0,5\r\nSTARTPLATZ=\r\nSPIELER=\r\nSTADION_NAME=Platz\r\nSTADT=Groß Ort\r\nNATION=Deutschland\r\n"
         "STADION_SITZPL=100\r\nSTADION_STEHPL=200\r\nTRIKOT_ART=1\r\nTW_TRIKOT_ART=70\r\nAUSWEICH_TRIKOT_ART=10\r\n"
         "AUSWEICH_TW_TRIKOT_ART=0\r\nF_TRIKOT_SPIELER= 24,181,220\r\nF_AUSW_TRIKOT_SPIELER=a\r\nF_ALTERN_TRIKOT_SPIELER=b\r\n"
         "F_HOSE_SPIELER=c\r\nF_AUSW_HOSE_SPIELER=d\r\nF_ALTERN_HOSE_SPIELER=e\r\nF_TRIKOT_WERBUNG=f\r\nF_HOSE_STREIFEN=g\r\n"
         "F_TRIKOT_TORWART=h\r\nF_HOSE_TORWART=i\r\nF_TRIKOT_TRAINER=j\r\nF_HOSE_TRAINER=k=;l\r\n"
         "[Spieler1]\r\nNUMMER=30\r\nNAME=Maß\r\nVORNAME=Jürgen\r\nStaerke=8000\r\nMax_Staerke=10000\r\nNATION=Deutschland\r\n"
-        "GROESSE=180\r\nART=2\r\nREST_EINSÄTZE=100\r\nLIEBLINGSPOS_X=.5\r\nLIEBLINGSPOS_Y=0\r\nRUECKENNUMMER=9\r\nGESICHT=14\r\n"
+        "GROESSE=180\r\nART=2\r\nREST_EINSÄTZE=100\r\nLIEBLINGSPOS_X=0,5\r\nLIEBLINGSPOS_Y=0\r\nRUECKENNUMMER=9\r\nGESICHT=14\r\n"
         "HAUTFARBE=1\r\nHAARFARBE=3\r\nERLERNT=0,5\r\nGESPERRT=\r\n[Spieler2]\r\nNUMMER=31\r\n";
     const QByteArray bytes = readBytes(t.file("club.tea"));
     EXPECT_TRUE(bytes.startsWith(*toCp1252(expected))) << bytes.toStdString();
     EXPECT_EQ(bytes.count("[Spieler"), 2);
     EXPECT_TRUE(bytes.endsWith("GESPERRT=7\r\n"));
+    EXPECT_TRUE(bytes.contains("\r\nLIEBLINGSPOS_Y=-1,25\r\n")) << "numbers as a German system writes them";
 
     EXPECT_FALSE(exportverein(*t, t.file("none.tea"), 99).ok());
     EXPECT_FALSE(QFile::exists(t.file("none.tea")));
@@ -124,4 +125,56 @@ TEST(TeamFile, BrokenFilesChangeNothing)
     EXPECT_TRUE(openteamreplace(*t, t.file("bad.tea"), 12).result.message.contains("keine Textdatei"));
     EXPECT_FALSE(openteamnew(*t, t.file("club.tea"), "Atlantis").ok());
     EXPECT_EQ(dumpWorld(*t), before);
+}
+
+TEST(TeamFile, ValuesBeyondTheGameAreRefusedWithFileLineAndField)
+{
+    TestDb t;
+    buildClub(*t);
+    ASSERT_TRUE(exportverein(*t, t.file("club.tea"), 12).ok());
+    const QString before = dumpWorld(*t);
+    const QByteArray file = readBytes(t.file("club.tea"));
+    struct Case {
+        QByteArray from, to;
+        const char *expected;
+    };
+    const Case cases[] = {
+        {"Staerke=8000", "Staerke=99999999999", "Zeile 37: [Spieler1] Staerke = »99999999999«; erlaubt sind 0 bis 12000"},
+        {"GRAFIK_NR=5", "GRAFIK_NR=1000", "Zeile 8: [Team] GRAFIK_NR = »1000«; erlaubt sind 0 bis 999"},
+        {"STADION_SITZPL=100", "STADION_SITZPL=-5", "[Team] STADION_SITZPL"},
+        {"\r\nART=1\r\n", "\r\nART=3,5\r\n", "[Spieler2] ART = »3,5«; erlaubt sind 0 bis 3"},
+        {"NAME=SV S", "NAME=" + QByteArray(40, 'n') + "SV S", "Zeile 6: [Team] NAME: ein Text von 46 Zeichen; das Spiel fasst dort höchstens 32"},
+        {"\r\nART=1\r\n", "\r\nART=1.5\r\n", ""}, // rounds to 2, last as it changes the club
+    };
+    for (const Case &c : cases) {
+        ASSERT_TRUE(file.contains(c.from)) << c.from.toStdString();
+        writeBytes(t.file("bad.tea"), QByteArray(file).replace(c.from, c.to));
+        const ExchangeResult r = openteamreplace(*t, t.file("bad.tea"), 12);
+        if (!*c.expected) {
+            EXPECT_TRUE(r.ok()) << r.result.message.toStdString();
+            EXPECT_EQ(t->scalar("SELECT ART FROM spieler WHERE NUMMER = 31").toInt(), 2);
+            continue;
+        }
+        EXPECT_FALSE(r.ok()) << c.to.toStdString();
+        EXPECT_TRUE(r.result.message.contains(QString::fromUtf8(c.expected))) << r.result.message.toStdString();
+        EXPECT_TRUE(r.result.message.contains("bad.tea")) << r.result.message.toStdString();
+        EXPECT_EQ(dumpWorld(*t), before) << c.to.toStdString();
+    }
+}
+
+TEST(TeamFile, FilesFarBeyondATeamAreRefusedWhole)
+{
+    // No team file of the game comes near a megabyte; 1.8 million short lines
+    // are refused before anything is parsed.
+    TestDb t;
+    buildClub(*t);
+    ASSERT_TRUE(exportverein(*t, t.file("club.tea"), 12).ok());
+    QByteArray file = readBytes(t.file("club.tea"));
+    QByteArray filler;
+    for (int i = 0; i < 250000; ++i)
+        filler += "x=1\r\n";
+    writeBytes(t.file("huge.tea"), file + "[Rest]\r\n" + filler);
+    const ExchangeResult r = openteamnew(*t, t.file("huge.tea"), "Deutschland");
+    EXPECT_FALSE(r.ok());
+    EXPECT_TRUE(r.result.message.contains("zu groß")) << r.result.message.toStdString();
 }

@@ -61,3 +61,14 @@ TEST(Codepage, CharacterOutsideThePageIsReportedByIndex)
     }
     EXPECT_TRUE(toCp1252(QString()).has_value());
 }
+
+TEST(Codepage, Utf8IsToldByItsMultiByteCharactersOrItsMark)
+{
+    EXPECT_TRUE(looksutf8(QStringLiteral("FC Müßiggang").toUtf8()));
+    EXPECT_TRUE(looksutf8(QByteArray("\xEF\xBB\xBFNEUES_TEAM")));
+    EXPECT_FALSE(looksutf8(*toCp1252(QStringLiteral("FC Müßiggang"))));
+    EXPECT_FALSE(looksutf8(QByteArray("NEUES_TEAM only ASCII")));
+    EXPECT_FALSE(looksutf8(QByteArray("\xC3(")));
+    // Code page 1252 text that happens to hold a valid pair, beside a lone high byte.
+    EXPECT_FALSE(looksutf8(QByteArray("Ã¼ und \xFC")));
+}

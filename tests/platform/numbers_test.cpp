@@ -77,3 +77,13 @@ TEST(Paths, FolderpathUsesSlashesAndEndsInOne)
     EXPECT_EQ(folderpath(QStringLiteral("/home/a/")), QLatin1String("/home/a/"));
     EXPECT_EQ(folderpath(QString()), QString());
 }
+
+TEST(Numbers, DecimalsAsASystemWithThatSignWritesThem)
+{
+    EXPECT_EQ(formatDecimal(0.5, QLatin1Char(',')), "0,5");
+    EXPECT_EQ(formatDecimal(-1.25, QLatin1Char(',')), "-1,25");
+    EXPECT_EQ(formatDecimal(-0.5, QLatin1Char(',')), "-0,5");
+    EXPECT_EQ(formatDecimal(12.25, QLatin1Char('.')), "12.25");
+    EXPECT_EQ(formatDecimal(6.0, QLatin1Char(',')), "6");
+    EXPECT_EQ(formatDecimal(0.1, QLatin1Char(',')), "0,1");
+}

@@ -127,3 +127,17 @@ TEST(ProfileReadLimits, LongValueIsCutAtTheBufferSize)
     ASSERT_TRUE(writeBytes(file, "[s]\r\nk=" + QByteArray(40000, 'x') + "\r\n"));
     EXPECT_EQ(readinistring("s", "k", file).size(), 32766);
 }
+
+TEST(ProfileRead, FilesFarBeyondAnyProfileReadAsMissing)
+{
+    // No settings, team or exporter file comes near this size; reading one
+    // would take many times its size in memory.
+    zorbo::test::TempFolder dir;
+    const QString path = dir.file("gross.ini");
+    QByteArray bytes = "[A]\r\nk=v\r\n";
+    bytes += QByteArray(9 * 1024 * 1024, ';');
+    ASSERT_TRUE(zorbo::test::writeBytes(path, bytes));
+    EXPECT_EQ(zorbo::readinistring("A", "k", path, "fehlt"), "fehlt");
+    EXPECT_FALSE(zorbo::writeini("A", "k", "w", path));
+    EXPECT_EQ(zorbo::test::readBytes(path), bytes);
+}

@@ -68,11 +68,19 @@ void MainWindow::mnuimportitem_Click(int index)
         if (file.isEmpty())
             return;
         const ConfigKind kind = filter == 1 ? ConfigKind::Players : ConfigKind::Teams;
-        ExchangeResult run;
-        {
+        const auto importRun = [&](FileEncoding encoding) {
             Busy busy(this, m_status, m_progress,
                       kind == ConfigKind::Teams ? QStringLiteral("Importiere Vereine...") : QStringLiteral("Importiere Spieler..."));
-            run = importconfig(*db(), file, kind, busy.progress());
+            return importconfig(*db(), file, kind, busy.progress(), encoding);
+        };
+        ExchangeResult run = importRun(FileEncoding::Detect);
+        // Read as the game's code page, a UTF-8 file would bring every umlaut
+        // in as two characters; the run stopped before touching the world.
+        if (!run.ok() && run.looksUtf8) {
+            if (!m_dialogs->question(this, QStringLiteral("Import"),
+                                     run.result.message + QStringLiteral("\n\nSoll die Datei als UTF-8 gelesen werden?")))
+                return;
+            run = importRun(FileEncoding::Utf8);
         }
         if (run.ok())
             reloadandshow();
