@@ -1,9 +1,10 @@
 #include "platform/profilefile.h"
 
 #include "platform/codepage.h"
+#include "platform/safefile.h"
 
 #include <QFile>
-#include <QSaveFile>
+#include <QFileInfo>
 
 namespace zorbo {
 
@@ -89,6 +90,9 @@ ProfileFile::Line ProfileFile::parseLine(const QString &text)
 bool ProfileFile::load(const QString &path)
 {
     m_lines.clear();
+    // Only a plain file: a pipe would block the open, a device never end.
+    if (!QFileInfo(path).isFile())
+        return false;
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
         return false;
@@ -114,14 +118,7 @@ bool ProfileFile::save(const QString &path) const
     const auto bytes = toCp1252(text);
     if (!bytes)
         return false;
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly))
-        return false;
-    if (file.write(*bytes) != bytes->size()) {
-        file.cancelWriting();
-        return false;
-    }
-    return file.commit();
+    return replacefile(path, *bytes).ok;
 }
 
 int ProfileFile::findSection(const QString &section) const
