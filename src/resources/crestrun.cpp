@@ -55,11 +55,12 @@ CrestRunReport importwappen(const QString &archivePath, const QString &wappenFol
     if (!QDir().mkpath(wappenFolder))
         return stopped(Result::failure(QStringLiteral("Der Ordner %1 lässt sich nicht anlegen.").arg(wappenFolder)));
     // The crests go to staging first and replace the folder's all at once.
-    if (Result r = beginswitch(wappenFolder); !r)
+    CrestSwitch change(wappenFolder);
+    if (Result r = change.begin(); !r)
         return stopped(r);
-    const QString staging = crestStaging(wappenFolder);
+    const QString staging = change.staging();
     const auto abandon = [&](const QString &why) {
-        dropswitch(wappenFolder);
+        change.drop();
         return stopped(Result::failure(why + QStringLiteral(" Der Import bricht ab; alle Wappen bleiben, wie sie waren.")),
                        run.problems);
     };
@@ -118,7 +119,9 @@ CrestRunReport importwappen(const QString &archivePath, const QString &wappenFol
                                          run.missingFromList, &run.addedToList); !r)
             return abandon(r.message);
     }
-    if (Result r = commitswitch(wappenFolder); !r)
+    if (run.written == 0 && run.addedToList == 0)
+        change.drop(); // nothing to switch
+    else if (Result r = change.commit(); !r)
         return stopped(r, run.problems);
     if (run.addedToList > 0)
         run.problems << QStringLiteral("%1 Wappen sind in wa.lst angefügt; der nächste Export packt sie mit.")

@@ -16,6 +16,11 @@ std::filesystem::path nativepath(const QString &path)
     return std::filesystem::path(QFile::encodeName(path).toStdString());
 }
 
+QString lockfile(const QString &wappenFolder)
+{
+    return wappenFolder + QStringLiteral(".wappen-sperre");
+}
+
 // Moves what the committed folder still holds over the crests, then removes it.
 Result finishswitch(const QString &wappenFolder)
 {
@@ -24,14 +29,25 @@ Result finishswitch(const QString &wappenFolder)
     for (const QString &name : files) {
         std::error_code error;
         std::filesystem::rename(nativepath(committed + name), nativepath(wappenFolder + name), error);
-        // Gone meanwhile means moved by another run, which is as good.
-        if (error && QFileInfo::exists(committed + name))
+        if (error)
             return Result::failure(QStringLiteral("Der Wappen-Import ist abgeschlossen, aber %1 lässt sich nicht in den "
                                                   "Ordner %2 verschieben; der nächste Lauf versucht es wieder.")
                                        .arg(name, QDir::toNativeSeparators(wappenFolder)));
     }
-    if (!QDir().rmdir(committed) && QFileInfo::exists(committed))
+    if (!QDir().rmdir(committed))
         return Result::failure(QStringLiteral("Der Ordner %1 lässt sich nicht entfernen.").arg(QDir::toNativeSeparators(committed)));
+    return Result::success();
+}
+
+// Both halves of the recovery; the caller holds the lock.
+Result recoverlocked(const QString &wappenFolder)
+{
+    const QString staging = crestStaging(wappenFolder);
+    if (QFileInfo::exists(staging) && !QDir(staging).removeRecursively())
+        return Result::failure(QStringLiteral("Die Reste eines abgebrochenen Wappen-Imports in %1 lassen sich nicht "
+                                              "entfernen.").arg(QDir::toNativeSeparators(staging)));
+    if (QFileInfo::exists(crestCommitted(wappenFolder)))
+        return finishswitch(wappenFolder);
     return Result::success();
 }
 
@@ -49,46 +65,54 @@ QString crestCommitted(const QString &wappenFolder)
 
 Result recovercrests(const QString &wappenFolder)
 {
-    if (wappenFolder.isEmpty())
+    // A lock file alone is what a run killed after its switch leaves.
+    if (wappenFolder.isEmpty()
+        || (!QFileInfo::exists(crestStaging(wappenFolder)) && !QFileInfo::exists(crestCommitted(wappenFolder))
+            && !QFileInfo::exists(lockfile(wappenFolder))))
         return Result::success();
-    const QString staging = crestStaging(wappenFolder);
-    if (QFileInfo::exists(staging) && !QDir(staging).removeRecursively())
-        return Result::failure(QStringLiteral("Die Reste eines abgebrochenen Wappen-Imports in %1 lassen sich nicht "
-                                              "entfernen.").arg(QDir::toNativeSeparators(staging)));
-    if (QFileInfo::exists(crestCommitted(wappenFolder)))
-        return finishswitch(wappenFolder);
-    return Result::success();
+    QLockFile lock(lockfile(wappenFolder));
+    if (!lock.tryLock(0))
+        return Result::success(); // another run is at work and finishes its own switch
+    return recoverlocked(wappenFolder);
 }
 
-Result beginswitch(const QString &wappenFolder)
+CrestSwitch::CrestSwitch(const QString &wappenFolder) : m_folder(wappenFolder), m_lock(lockfile(wappenFolder)) {}
+
+CrestSwitch::~CrestSwitch()
 {
-    if (Result r = recovercrests(wappenFolder); !r)
+    drop();
+}
+
+Result CrestSwitch::begin()
+{
+    if (!m_lock.tryLock(0))
+        return Result::failure(QStringLiteral("Im Ordner %1 läuft schon ein Wappen-Import.").arg(QDir::toNativeSeparators(m_folder)));
+    if (Result r = recoverlocked(m_folder); !r)
         return r;
-    if (!QDir().mkpath(crestStaging(wappenFolder)))
-        return Result::failure(QStringLiteral("Der Ordner %1 lässt sich nicht anlegen.")
-                                   .arg(QDir::toNativeSeparators(crestStaging(wappenFolder))));
+    if (!QDir().mkpath(staging()))
+        return Result::failure(QStringLiteral("Der Ordner %1 lässt sich nicht anlegen.").arg(QDir::toNativeSeparators(staging())));
     return Result::success();
 }
 
-Result commitswitch(const QString &wappenFolder)
+Result CrestSwitch::commit()
 {
-    const QString staging = crestStaging(wappenFolder);
     std::error_code error;
-    if (syncfilesystem(staging))
-        std::filesystem::rename(nativepath(staging), nativepath(crestCommitted(wappenFolder)), error);
+    if (syncfilesystem(staging()))
+        std::filesystem::rename(nativepath(staging()), nativepath(crestCommitted(m_folder)), error);
     else
         error = std::make_error_code(std::errc::io_error);
     if (error) {
-        dropswitch(wappenFolder);
+        drop();
         return Result::failure(QStringLiteral("Die neuen Wappen lassen sich nicht übernehmen; alle Wappen in %1 "
-                                              "bleiben, wie sie waren.").arg(QDir::toNativeSeparators(wappenFolder)));
+                                              "bleiben, wie sie waren.").arg(QDir::toNativeSeparators(m_folder)));
     }
-    return finishswitch(wappenFolder);
+    return finishswitch(m_folder);
 }
 
-void dropswitch(const QString &wappenFolder)
+void CrestSwitch::drop()
 {
-    QDir(crestStaging(wappenFolder)).removeRecursively();
+    if (m_lock.isLocked())
+        QDir(staging()).removeRecursively();
 }
 
 } // namespace zorbo

@@ -10,6 +10,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QLockFile>
 #include <QSet>
 #include <csignal>
 #include <gtest/gtest.h>
@@ -47,6 +48,14 @@ TEST(CrestSwitch, NextRunFinishesACommittedSwitchAndDropsAnUnfinishedOne)
     // Cut off while staging: nothing of it reaches the crests.
     fillCrests(crestStaging(wappen), 6, "neu");
     writeBytes(crestStaging(wappen) + "a_6.tga.Xy12Ab", "halb");
+    {
+        // Not while another run holds the folder.
+        QLockFile busy(wappen + ".wappen-sperre");
+        ASSERT_TRUE(busy.tryLock(0));
+        ASSERT_TRUE(recovercrests(wappen).ok);
+        EXPECT_TRUE(QFileInfo::exists(crestStaging(wappen)));
+        EXPECT_FALSE(CrestSwitch(wappen).begin().ok);
+    }
     ASSERT_TRUE(recovercrests(wappen).ok);
     EXPECT_EQ(contentsOf(wappen, 10), QSet<QByteArray>({"alt"}));
     EXPECT_FALSE(QFileInfo::exists(crestStaging(wappen)));
