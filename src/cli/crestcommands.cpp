@@ -34,12 +34,11 @@ int importCrests(Context &ctx)
     if (ctx.args.size() != 1)
         return ctx.fail(QStringLiteral("Aufruf: zorbo-cli import-crests [--add-to-list] DATEI"));
     const QString wappen = wappenfolder(ctx);
-    const CrestRunReport run =
+    CrestRunReport run =
         importwappen(ctx.args.first(), wappen, ctx.progress(QStringLiteral("Importiere Wappen...")), options);
     if (run.result && !run.missingFromList.isEmpty() && run.addedToList == 0)
-        ctx.err << QStringLiteral("Mit --add-to-list werden die %1 Wappen in wa.lst angefügt.")
-                       .arg(run.missingFromList.size())
-                << '\n';
+        run.problems << QStringLiteral("Mit --add-to-list werden diese %1 Wappen in wa.lst angefügt.")
+                            .arg(run.missingFromList.size());
     return finish(ctx, run, QStringLiteral("%1 Wappen nach %2 geschrieben."), wappen);
 }
 
@@ -78,7 +77,7 @@ int listArchive(Context &ctx)
     return 0;
 }
 
-const bool registered = registerCommand({QStringLiteral("import-crests"), QStringLiteral("DATEI"),
+const bool registered = registerCommand({QStringLiteral("import-crests"), QStringLiteral("[--add-to-list] DATEI"),
                                          QStringLiteral("Wappen aus einem RESF-Archiv (wa.res) in den Wappen-Ordner entpacken; "
                                                         "--add-to-list nimmt Wappen, die wa.lst fehlen, dort auf"),
                                          importCrests})
