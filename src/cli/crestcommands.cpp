@@ -29,11 +29,17 @@ int finish(Context &ctx, const CrestRunReport &run, const QString &done, const Q
 
 int importCrests(Context &ctx)
 {
+    CrestImportOptions options;
+    options.addToList = ctx.args.removeAll(QStringLiteral("--add-to-list")) > 0;
     if (ctx.args.size() != 1)
-        return ctx.fail(QStringLiteral("Aufruf: zorbo-cli import-crests DATEI"));
+        return ctx.fail(QStringLiteral("Aufruf: zorbo-cli import-crests [--add-to-list] DATEI"));
     const QString wappen = wappenfolder(ctx);
-    return finish(ctx, importwappen(ctx.args.first(), wappen, ctx.progress(QStringLiteral("Importiere Wappen..."))),
-                  QStringLiteral("%1 Wappen nach %2 geschrieben."), wappen);
+    CrestRunReport run =
+        importwappen(ctx.args.first(), wappen, ctx.progress(QStringLiteral("Importiere Wappen...")), options);
+    if (run.result && !run.missingFromList.isEmpty() && run.addedToList == 0)
+        run.problems << QStringLiteral("Mit --add-to-list werden diese %1 Wappen in wa.lst angefügt.")
+                            .arg(run.missingFromList.size());
+    return finish(ctx, run, QStringLiteral("%1 Wappen nach %2 geschrieben."), wappen);
 }
 
 int exportCrests(Context &ctx)
@@ -71,8 +77,9 @@ int listArchive(Context &ctx)
     return 0;
 }
 
-const bool registered = registerCommand({QStringLiteral("import-crests"), QStringLiteral("DATEI"),
-                                         QStringLiteral("Wappen aus einem RESF-Archiv (wa.res) in den Wappen-Ordner entpacken"),
+const bool registered = registerCommand({QStringLiteral("import-crests"), QStringLiteral("[--add-to-list] DATEI"),
+                                         QStringLiteral("Wappen aus einem RESF-Archiv (wa.res) in den Wappen-Ordner entpacken; "
+                                                        "--add-to-list nimmt Wappen, die wa.lst fehlen, dort auf"),
                                          importCrests})
     && registerCommand({QStringLiteral("export-crests"), QStringLiteral("DATEI"),
                         QStringLiteral("Wappen aus dem Wappen-Ordner nach wa.lst in ein RESF-Archiv packen"), exportCrests})

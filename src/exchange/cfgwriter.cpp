@@ -4,9 +4,8 @@
 #include "generated/version.h"
 #include "platform/codepage.h"
 #include "platform/numbers.h"
+#include "platform/safefile.h"
 
-#include <QDir>
-#include <QSaveFile>
 #include <sqlite3.h>
 
 namespace zorbo {
@@ -68,13 +67,7 @@ void CfgWriter::head(const QString &text)
 
 Result CfgWriter::save()
 {
-    QSaveFile file(m_path);
-    const QString shownPath = QDir::toNativeSeparators(m_path);
-    if (!file.open(QIODevice::WriteOnly))
-        return Result::failure(QStringLiteral("Die Datei %1 lässt sich nicht schreiben: %2").arg(shownPath, file.errorString()));
-    if (file.write(m_bytes) != m_bytes.size() || !file.commit())
-        return Result::failure(QStringLiteral("Die Datei %1 lässt sich nicht schreiben: %2").arg(shownPath, file.errorString()));
-    return Result::success();
+    return replacefile(m_path, m_bytes);
 }
 
 QString exportdateline(const QDateTime &now)

@@ -1,9 +1,10 @@
 #include "platform/profilefile.h"
 
 #include "platform/codepage.h"
+#include "platform/safefile.h"
 
 #include <QFile>
-#include <QSaveFile>
+#include <QFileInfo>
 
 namespace zorbo {
 
@@ -90,6 +91,9 @@ bool ProfileFile::load(const QString &path)
 {
     m_lines.clear();
     m_indexed = false;
+    // Only a plain file: a pipe would block the open, a device never end.
+    if (!QFileInfo(path).isFile())
+        return false;
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
         return false;
@@ -124,14 +128,7 @@ bool ProfileFile::save(const QString &path) const
     const auto bytes = toCp1252(text);
     if (!bytes)
         return false;
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly))
-        return false;
-    if (file.write(*bytes) != bytes->size()) {
-        file.cancelWriting();
-        return false;
-    }
-    return file.commit();
+    return replacefile(path, *bytes).ok;
 }
 
 void ProfileFile::buildIndex() const

@@ -1,5 +1,8 @@
 #include "resources/crestfiles.h"
 
+#include "platform/safefile.h"
+#include "resources/crestswitch.h"
+
 #include <QFile>
 #include <QFileInfo>
 #include <QSaveFile>
@@ -14,6 +17,9 @@ QString crestfile(const QString &wappenFolder, int n)
 Result ensurecrest(const QString &wappenFolder, int n, QString &path)
 {
     path = crestfile(wappenFolder, n);
+    // A crest import cut off in its switch is finished before anyone sees a mix.
+    if (Result r = recovercrests(wappenFolder); !r)
+        return r;
     if (QFileInfo::exists(path))
         return Result::success();
     const QString fallback = wappenFolder + QStringLiteral("default.tga");
@@ -43,6 +49,8 @@ Result copymares(const QString &kitFolder, const QString &zorboresFolder)
     const QString target = zorboresFolder + QStringLiteral("ma.res");
     if (!QFileInfo::exists(target))
         return Result::failure(QStringLiteral("Kein Zorbo installiert"));
+    if (const QString why = writetargetproblem(target); !why.isEmpty())
+        return Result::failure(why);
     QFile in(source);
     if (!in.open(QIODevice::ReadOnly))
         return Result::failure(QStringLiteral("Der Trikotsatz %1 lässt sich nicht lesen: %2").arg(source, in.errorString()));

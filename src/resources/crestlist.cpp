@@ -1,7 +1,7 @@
 #include "resources/crestlist.h"
 
-#include "platform/codepage.h"
 #include "platform/profile.h"
+#include "platform/profilefile.h"
 #include "resources/filebytes.h"
 
 #include <QFileInfo>
@@ -16,6 +16,14 @@ bool wholenumber(const QString &text, int &value)
     bool ok = false;
     value = text.trimmed().toInt(&ok);
     return ok;
+}
+
+QSet<QString> namedcrests(const QStringList &sections)
+{
+    QSet<QString> known;
+    for (qsizetype i = 1; i < sections.size(); ++i)
+        known.insert(sections[i].toLower());
+    return known;
 }
 
 } // namespace
@@ -50,48 +58,76 @@ Result readcrestlist(const QString &file, CrestList &list)
     return Result::success();
 }
 
-Result completecrestlist(const QString &file, const QString &archiveName, const QStringList &names, int *added)
+QString crestnamereason(const QString &name)
 {
-    const bool exists = QFileInfo(file).isFile();
-    QStringList sections = exists ? readinisections(file) : QStringList();
-    QByteArray text;
-    if (exists) {
-        if (Result r = readfilebytes(file, 16 * 1024 * 1024, text); !r)
-            return r;
-    }
-    QString head = sections.isEmpty() ? QStringLiteral("wa") : sections.first();
-    QSet<QString> known;
-    for (qsizetype i = 1; i < sections.size(); ++i)
-        known.insert(sections[i].toLower());
+    if (name.contains(QLatin1Char(' ')))
+        return QStringLiteral("der Name enthält ein Leerzeichen, bei dem wa.lst oder das Archiv ihn abschneiden");
+    if (name.contains(QLatin1Char(']')))
+        return QStringLiteral("der Name enthält „]“, das in wa.lst den Abschnittsnamen beendet");
+    return {};
+}
 
-    QString appended;
-    if (sections.isEmpty())
-        appended = QStringLiteral("[%1]\r\ndatei=%2\r\nanzahl=0\r\ntype=14\r\n").arg(head, archiveName);
-    int count = 0;
+QStringList missingfromcrestlist(const QString &file, const QStringList &names)
+{
+    QSet<QString> known = QFileInfo(file).isFile() ? namedcrests(readinisections(file)) : QSet<QString>();
+    QStringList missing;
     for (const QString &name : names) {
         if (known.contains(name.toLower()))
             continue;
         known.insert(name.toLower());
-        // A new section goes at the end of the file, as the profile writer
-        // would put it, written in one go rather than one rewrite per crest.
-        appended += QStringLiteral("[%1]\r\ndatei=%1.gfp\r\n").arg(name);
-        ++count;
+        missing << name;
     }
+    return missing;
+}
+
+Result completecrestlist(const QString &source, const QString &target, const QString &archiveName,
+                         const QStringList &names, int *added)
+{
+    ProfileFile list;
+    if (!list.load(source) && QFileInfo::exists(source))
+        return Result::failure(QStringLiteral("Die Wappenliste %1 lässt sich nicht lesen.").arg(source));
+    const QStringList missing = missingfromcrestlist(source, names);
     if (added)
-        *added = count;
-    if (appended.isEmpty())
+        *added = int(missing.size());
+    if (missing.isEmpty() && source == target)
         return Result::success();
-    const auto bytes = toCp1252(appended);
-    if (!bytes)
-        return Result::failure(QStringLiteral("Die Wappenliste %1 kann diese Namen nicht aufnehmen.").arg(file));
-    if (!text.isEmpty() && !text.endsWith('\n') && !text.endsWith('\r'))
-        text += "\r\n";
-    if (Result r = writefilebytes(file, text + *bytes); !r)
-        return r;
-    const qsizetype crestSections = readinisections(file).size() - 1;
-    if (!writeini(head, QStringLiteral("anzahl"), QString::number(crestSections), file))
-        return Result::failure(QStringLiteral("In der Wappenliste %1 lässt sich „anzahl“ nicht schreiben.").arg(file));
+    auto &lines = list.lines();
+    int head = -1;
+    for (size_t i = 0; i < lines.size() && head < 0; ++i)
+        if (lines[i].kind == ProfileFile::Kind::Section)
+            head = int(i);
+    if (head < 0) {
+        head = int(lines.size());
+        for (const QString &text : {QStringLiteral("[wa]"), QStringLiteral("datei=") + archiveName,
+                                    QStringLiteral("anzahl=0"), QStringLiteral("type=14")})
+            lines.push_back(ProfileFile::parseLine(text));
+    }
+    for (const QString &name : missing) {
+        lines.push_back(ProfileFile::parseLine(QLatin1Char('[') + name + QLatin1Char(']')));
+        lines.push_back(ProfileFile::parseLine(QStringLiteral("datei=%1.gfp").arg(name)));
+    }
+    int crests = -1;
+    for (const ProfileFile::Line &line : lines)
+        crests += line.kind == ProfileFile::Kind::Section ? 1 : 0;
+    const QString count = QStringLiteral("anzahl=") + QString::number(crests);
+    const int end = list.sectionEnd(head);
+    int at = head + 1;
+    while (at < end && !(lines[size_t(at)].kind == ProfileFile::Kind::Entry && lines[size_t(at)].hasValue
+                         && ProfileFile::sameName(lines[size_t(at)].name, QStringLiteral("anzahl"))))
+        ++at;
+    if (at < end)
+        lines[size_t(at)] = ProfileFile::parseLine(count);
+    else
+        lines.insert(lines.begin() + head + 1, ProfileFile::parseLine(count));
+    if (!list.save(target))
+        return Result::failure(QStringLiteral("Die Wappenliste %1 lässt sich nicht schreiben.").arg(target));
     return Result::success();
+}
+
+Result addtocrestlist(const QString &wappenFolder, const QStringList &names, int *added)
+{
+    const QString file = wappenFolder + QStringLiteral("wa.lst");
+    return completecrestlist(file, file, QStringLiteral("wa.res"), names, added);
 }
 
 } // namespace zorbo

@@ -30,11 +30,25 @@ struct CrestList {
 // taken as they are and noted in problems.
 Result readcrestlist(const QString &file, CrestList &list);
 
-// Makes the list name every crest given: names it lacks are added as
-// sections at its end, in the order given, and "anzahl" counts all crest
-// sections afterwards. A missing list is created for an archive of the
-// given file name. So an archive imported into the folder goes out whole
-// at the next export. Returns how many crests were added.
-Result completecrestlist(const QString &file, const QString &archiveName, const QStringList &names, int *added = nullptr);
+// Why a crest of this name could not go through wa.lst and the archive and
+// come back under the same name: the list trims blanks and ends a section's
+// name at "]", the archive ends a name at a blank. Empty when it can.
+QString crestnamereason(const QString &name);
+
+// Of the names given, those that the list at file does not name (compared as
+// the profile functions compare, without regard to case), in the order given
+// and each once. A missing list names nothing.
+QStringList missingfromcrestlist(const QString &file, const QStringList &names);
+
+// Writes to target the list at source with the names it lacks added as
+// sections at its end, in the order given; "anzahl" then counts all crest
+// sections. A missing source gives a new list for an archive named
+// archiveName. target may be source. Returns how many names were added.
+Result completecrestlist(const QString &source, const QString &target, const QString &archiveName,
+                         const QStringList &names, int *added = nullptr);
+
+// completecrestlist on <wappen>wa.lst in place, for a window that asks after
+// an import whether to add the crests it reported in missingFromList.
+Result addtocrestlist(const QString &wappenFolder, const QStringList &names, int *added = nullptr);
 
 } // namespace zorbo

@@ -13,6 +13,19 @@ struct CrestRunReport {
     Result result;
     int written = 0;      // crests written as .tga (import) or packed (export)
     QStringList problems; // German, one line each, naming the file and entry
+    // Import: crests written that wa.lst does not name, in archive order;
+    // an export would leave them out. addtocrestlist adds them.
+    QStringList missingFromList;
+    int addedToList = 0; // import with addToList: how many it added
+};
+
+// Bounds the .tga files one import writes: a thousand crests of the largest
+// allowed size fit.
+inline constexpr qint64 CrestImportMaxBytes = 200LL * 1024 * 1024;
+
+struct CrestImportOptions {
+    bool addToList = false; // add the crests wa.lst lacks to it, with the crests
+    qint64 maxOutput = CrestImportMaxBytes;
 };
 
 // Unpacks every picture (type 14) of the archive into <wappen><name>.tga,
@@ -20,7 +33,8 @@ struct CrestRunReport {
 // left out and reported, and their .tga stays as it was; nothing is written
 // outside the wappen folder.
 // wappenFolder ends in '/'.
-CrestRunReport importwappen(const QString &archivePath, const QString &wappenFolder, const Progress &progress = {});
+CrestRunReport importwappen(const QString &archivePath, const QString &wappenFolder, const Progress &progress = {},
+                           const CrestImportOptions &options = {});
 
 // Packs the crests that <wappen>wa.lst names, in its order, into an archive
 // at archivePath. Each picture's header comes from <wappen>default.gfp; a

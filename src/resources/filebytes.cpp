@@ -1,9 +1,9 @@
 #include "resources/filebytes.h"
 
+#include "platform/safefile.h"
+
 #include <QFile>
 #include <QFileInfo>
-#include <QTemporaryFile>
-#include <filesystem>
 
 namespace zorbo {
 
@@ -32,21 +32,9 @@ Result readfilebytes(const QString &path, qint64 maxSize, QByteArray &bytes)
 
 Result writefilebytes(const QString &path, QByteArrayView bytes)
 {
-    // Written beside the target and renamed over it: the old file stays whole
-    // until the new one is. No flush to the disk, which would cost more than
-    // the conversion for a folder of a thousand crests.
-    QTemporaryFile part(path + QStringLiteral(".XXXXXX"));
-    if (!part.open() || part.write(bytes.data(), bytes.size()) != bytes.size() || !part.flush())
-        return Result::failure(QStringLiteral("Die Datei %1 lässt sich nicht schreiben.").arg(path));
-    part.setPermissions(QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ReadUser |
-                        QFileDevice::WriteUser | QFileDevice::ReadGroup | QFileDevice::ReadOther);
-    part.close();
-    std::error_code error;
-    std::filesystem::rename(QFile::encodeName(part.fileName()).toStdString(), QFile::encodeName(path).toStdString(), error);
-    if (error)
-        return Result::failure(QStringLiteral("Die Datei %1 lässt sich nicht ersetzen.").arg(path));
-    part.setAutoRemove(false);
-    return Result::success();
+    // No flush to the disk, which would cost more than the conversion for a
+    // folder of a thousand crests; a crest run commits its files as a whole.
+    return replacefile(path, bytes, Flush::None);
 }
 
 } // namespace zorbo

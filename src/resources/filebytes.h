@@ -11,7 +11,8 @@ namespace zorbo {
 // a German message naming it, so no reader allocates from a file's claim.
 Result readfilebytes(const QString &path, qint64 maxSize, QByteArray &bytes);
 
-// Replaces a file atomically, so a failed write never leaves half a crest.
+// Replaces a file atomically, so a failed write never leaves half a crest;
+// see replacefile.
 Result writefilebytes(const QString &path, QByteArrayView bytes);
 
 // The file name of a path, for messages.

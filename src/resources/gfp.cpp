@@ -2,6 +2,7 @@
 
 #include "resources/bytes.h"
 #include "resources/filebytes.h"
+#include "resources/pixels.h"
 #include "resources/zlibdata.h"
 
 #include <cstring>
@@ -46,13 +47,13 @@ Result readgfpheader(QByteArrayView data, const QString &what, GfpHeader &header
     std::memcpy(header.bytes.data(), data.data(), GfpHeaderSize);
     const int w = header.width();
     const int h = header.height();
-    if (w < 1 || h < 1 || w > GfpMaxSide || h > GfpMaxSide)
+    if (w < 1 || h < 1 || w > CrestMaxSide || h > CrestMaxSide)
         return damaged(what, QStringLiteral("unmögliche Bildgröße %1 × %2 (erlaubt 1 bis %3).")
                                  .arg(w)
                                  .arg(h)
-                                 .arg(GfpMaxSide));
+                                 .arg(CrestMaxSide));
     const int bits = header.bits();
-    if (bits != 8 && bits != 15 && bits != 16)
+    if (bits != 8 && bits != 15 && bits != 16 && bits != 24 && bits != 32)
         return damaged(what, QStringLiteral("Farbtiefe %1 Bit wird nicht unterstützt.").arg(bits));
     const qint64 raw = qint64(w) * h * header.bytesPerPixel();
     const qint64 stored = header.stored();

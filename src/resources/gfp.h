@@ -13,11 +13,10 @@ namespace zorbo {
 // over unchanged from the template default.gfp; the accessors name the few
 // fields the editor reads or sets.
 inline constexpr int GfpHeaderSize = 132;
-inline constexpr int GfpMaxSide = 4096;
 inline constexpr int GfpMethodZlib = 11;
-// A .gfp on disk: a 4096 x 4096 picture of 2 bytes a pixel, with room for a
-// stream that did not compress.
-inline constexpr qint64 GfpMaxFileSize = 40 * 1024 * 1024;
+// A .gfp on disk: a picture of the largest crest size at 4 bytes a pixel,
+// with room for a stream that did not compress.
+inline constexpr qint64 GfpMaxFileSize = 2 * 1024 * 1024;
 
 struct GfpHeader {
     std::array<char, GfpHeaderSize> bytes{};
@@ -29,7 +28,8 @@ struct GfpHeader {
     int rawsize() const { return field(100); }
     int method() const { return (unsigned char)bytes[104]; }
     int flag() const { return (unsigned char)bytes[105]; }
-    // 15 and 16 bits both take 2 bytes, 8 bits one.
+    // (bits + 1) div 8: 15 and 16 bits both take 2 bytes, 8 bits one, 24
+    // three and 32 four. Of more than one byte, the last two hold the colour.
     int bytesPerPixel() const { return (bits() + 1) / 8; }
 
     // Sets width and height in both blocks.
@@ -52,7 +52,7 @@ private:
 Result readgfpheader(QByteArrayView data, const QString &what, GfpHeader &header, qint64 &length);
 
 // Reads a whole .gfp: header and pixel data (rows from the top, 1 or 2 bytes
-// a pixel as bits says). A zlib stream that does not inflate to the picture's
+// to 4 bytes a pixel as bits says; sides of at most CrestMaxSide). A zlib stream that does not inflate to the picture's
 // size is an error, never a black picture.
 Result readgfp(QByteArrayView data, const QString &what, GfpHeader &header, QByteArray &pixels);
 Result readgfp(const QString &path, GfpHeader &header, QByteArray &pixels);

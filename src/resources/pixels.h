@@ -2,6 +2,11 @@
 
 namespace zorbo {
 
+// The game shows its crests at 64 x 64 pixels and the editor's picker at 66;
+// a side of 256 leaves room for drawings made larger on purpose, and keeps a
+// thousand crests to a few hundred megabytes at most.
+inline constexpr int CrestMaxSide = 256;
+
 // The 16-bit pixel of the game: red in bits 15-11, green 10-5, blue 4-0.
 constexpr int to5bit(int v) { return v / 8; }
 constexpr int to6bit(int v) { return v / 4; }

@@ -2,8 +2,8 @@
 
 #include "resources/bytes.h"
 #include "resources/resf.h"
+#include "platform/safefile.h"
 
-#include <QSaveFile>
 #include <limits>
 
 namespace zorbo {
@@ -27,43 +27,32 @@ Result packresf(const QString &target, qint32 type, QList<WappenItem> items, con
     const qint64 dirpos = resoffsets(items, type);
     if (dirpos < 0)
         return Result::failure(QStringLiteral("Das Archiv %1 würde größer als 2 GB.").arg(target));
-    QSaveFile out(target);
-    const auto failed = [&] {
-        return Result::failure(QStringLiteral("Das Archiv %1 lässt sich nicht schreiben.").arg(target));
-    };
-    if (!out.open(QIODevice::WriteOnly))
-        return failed();
-    QByteArray head("RESF");
-    appendlong(head, qint32(items.size()));
-    appendlong(head, qint32(dirpos));
-    if (out.write(head) != head.size())
-        return failed();
+    // Built in memory and written in one go: a thousand crests make a few
+    // megabytes, and the target is replaced only by a whole archive.
+    QByteArray out("RESF");
+    out.reserve(dirpos + items.size() * (8 + ResNameSize));
+    appendlong(out, qint32(items.size()));
+    appendlong(out, qint32(dirpos));
     for (qsizetype i = 0; i < items.size(); ++i) {
         const WappenItem &item = items[i];
-        if (type == ResTypeSized) {
-            QByteArray length;
-            appendlong(length, qint32(item.data.size()));
-            if (out.write(length) != length.size())
-                return failed();
-        }
-        if (out.write(item.data) != item.data.size())
-            return failed();
-        report(progress, int(100 * (i + 1) / items.size()));
+        if (type == ResTypeSized)
+            appendlong(out, qint32(item.data.size()));
+        out.append(item.data);
+        report(progress, int(90 * (i + 1) / items.size()));
     }
-    QByteArray tail;
-    tail.reserve(items.size() * (8 + ResNameSize));
     for (const WappenItem &item : items) {
-        appendlong(tail, type);
-        appendlong(tail, qint32(item.offset));
+        appendlong(out, type);
+        appendlong(out, qint32(item.offset));
     }
     for (const WappenItem &item : items) {
         QByteArray name = item.name.left(ResNameSize - 1);
         name.replace(' ', '\0');
-        tail.append(name);
-        tail.append(ResNameSize - name.size(), '\0');
+        out.append(name);
+        out.append(ResNameSize - name.size(), '\0');
     }
-    if (out.write(tail) != tail.size() || !out.commit())
-        return failed();
+    if (Result r = replacefile(target, out); !r)
+        return Result::failure(QStringLiteral("Das Archiv %1 lässt sich nicht schreiben: %2").arg(target, r.message));
+    report(progress, 100);
     return Result::success();
 }
 

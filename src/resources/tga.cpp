@@ -63,8 +63,11 @@ Result readtga(QByteArrayView data, const QString &what, TgaImage &image)
         return refused(what, QStringLiteral("Farbtiefe %1 Bit (lesbar sind 24 und 32).").arg(depth));
     if (mapType > 1)
         return refused(what, QStringLiteral("unbekannte Farbtabelle %1.").arg(mapType));
-    if (width < 1 || height < 1 || width > 4096 || height > 4096)
-        return refused(what, QStringLiteral("unmögliche Bildgröße %1 × %2 (erlaubt 1 bis 4096).").arg(width).arg(height));
+    if (width < 1 || height < 1 || width > CrestMaxSide || height > CrestMaxSide)
+        return refused(what, QStringLiteral("unmögliche Bildgröße %1 × %2 (erlaubt 1 bis %3).")
+                                 .arg(width)
+                                 .arg(height)
+                                 .arg(CrestMaxSide));
     // A true-colour picture may still carry a colour table; it is skipped.
     const qint64 mapBytes = mapType == 1 ? qint64(getword(data, 5)) * ((h[7] + 7) / 8) : 0;
     qint64 at = TgaHeaderSize + idLength + mapBytes;
@@ -129,7 +132,8 @@ QByteArray writetga(int width, int height, QByteArrayView pixels, int bytesPerPi
             if (bytesPerPixel == 1) {
                 o[0] = o[1] = o[2] = row[x];
             } else {
-                const int v = row[2 * x] | row[2 * x + 1] << 8;
+                const unsigned char *px = row + qsizetype(x) * bytesPerPixel + bytesPerPixel - 2;
+                const int v = px[0] | px[1] << 8;
                 o[0] = (unsigned char)expand5(blue565(v));
                 o[1] = (unsigned char)expand6(green565(v));
                 o[2] = (unsigned char)expand5(red565(v));

@@ -83,11 +83,11 @@ TEST(ExchangeMenus, CrestArchiveGoesOutAndBackIn)
     dialogs.file = dir.file("wa.res");
     w.action("mnuexportitem(1)")->trigger();
     EXPECT_TRUE(dialogs.asked.contains("Exportiere Wappen..."));
-    EXPECT_TRUE(dialogs.asked.last().contains("1 Wappen")) << dialogs.asked.last().toStdString();
+    EXPECT_TRUE(dialogs.asked.last().contains("1000 Wappen")) << dialogs.asked.last().toStdString();
     ASSERT_TRUE(QFile::exists(dialogs.file));
 
     QFile::remove(w.settings().folder(WappenFolder) + "vereins_wappen_0.tga");
     w.action("mnuimportitem(1)")->trigger();
-    EXPECT_TRUE(dialogs.asked.last().contains("1 Wappen aus")) << dialogs.asked.last().toStdString();
+    EXPECT_TRUE(dialogs.asked.last().contains("1000 Wappen aus")) << dialogs.asked.last().toStdString();
     EXPECT_TRUE(QFile::exists(w.settings().folder(WappenFolder) + "vereins_wappen_0.tga"));
 }

@@ -134,7 +134,9 @@ QString pythonWithPillow()
 int runPython(const QString &python, const QStringList &args, QString *errors)
 {
     QProcess p;
-    p.start(python, QStringList{QFileInfo(QStringLiteral(__FILE__)).absolutePath() + QStringLiteral("/pillowcheck.py")} + args);
+    // Found from the test data's absolute path: __FILE__ may be relative to
+    // the build folder, and CTest runs the program from another one.
+    p.start(python, QStringList{QStringLiteral(ZORBO_TEST_DATA "/../resources/pillowcheck.py")} + args);
     if (!p.waitForFinished(60000))
         return -1;
     if (errors)

@@ -1,6 +1,8 @@
 // The two runs over a folder of crests, and the command-line tool that drives them.
 #include "platform/profile.h"
+#include "resources/crestfiles.h"
 #include "resources/crestfixtures.h"
+#include "resources/crestlist.h"
 #include "resources/crestrun.h"
 #include "resources/gfp.h"
 #include "resources/resf.h"
@@ -120,12 +122,14 @@ TEST(CrestRun, DeliveredDefaultsExportOnAFreshInstall)
     copyFolder(defaults, wappen);
     const CrestRunReport run = exportwappen(t.file("wa.res"), wappen);
     ASSERT_TRUE(run.result.ok) << run.result.message.toStdString();
-    EXPECT_EQ(run.written, 1);
+    EXPECT_EQ(run.written, CrestCount);
+    // A thousand crests without a picture are told in one line, not in a thousand.
+    EXPECT_EQ(run.problems.size(), 1) << run.problems.join('\n').toStdString();
+    EXPECT_TRUE(run.problems.value(0).contains(QString::number(CrestCount))) << run.problems.value(0).toStdString();
     // The delivered picture and template agree pixel for pixel.
     const CrestRunReport back = importwappen(t.file("wa.res"), t.path() + "/zurueck/");
-    ASSERT_EQ(back.written, 1);
-    const QString name = QString::fromLatin1(namesIn(t.file("wa.res")).value(0));
-    EXPECT_EQ(readBytes(t.path() + "/zurueck/" + name + ".tga"), readBytes(defaults + "/default.tga"));
+    ASSERT_EQ(back.written, CrestCount);
+    EXPECT_EQ(readBytes(t.path() + "/zurueck/vereins_wappen_999.tga"), readBytes(defaults + "/default.tga"));
 }
 
 #ifdef ZORBO_CLI
@@ -155,38 +159,114 @@ TEST(CrestRun, CommandLineTool)
     const CliRun first = runCli({"--dir", fresh.path(), "export-crests", fresh.file("wa.res")});
     EXPECT_EQ(first.exitCode, 0) << first.err.toStdString();
     EXPECT_TRUE(QFile::exists(fresh.file("wa.res")));
+    // Crests the list lacks are counted, and added when asked.
+    QList<RawEntry> own = {{"eigenes", readBytes(dataPath("resf/worked-example/expected.gfp"))}};
+    writeBytes(t.file("eigen.res"), archiveBytes(own));
+    ASSERT_EQ(cli({"import-crests", t.file("eigen.res")}, &out, &err), 0) << err.toStdString();
+    EXPECT_TRUE(err.contains("1 Wappen") && err.contains("--add-to-list")) << err.toStdString();
+    EXPECT_FALSE(readinisections(t.file("wappen/wa.lst")).contains("eigenes"));
+    ASSERT_EQ(cli({"import-crests", "--add-to-list", t.file("eigen.res")}, &out, &err), 0) << err.toStdString();
+    EXPECT_TRUE(readinisections(t.file("wappen/wa.lst")).contains("eigenes"));
     EXPECT_EQ(cli({"import-crests", t.file("fehlt.res")}, &out, &err), 1);
     EXPECT_TRUE(err.contains("fehlt.res")) << err.toStdString();
 }
 #endif
 
-TEST(CrestRun, ImportTeachesTheListTheArchivesCrests)
+TEST(CrestRun, ImportLeavesTheListAloneUnlessAsked)
 {
     TempFolder t;
-    const QStringList names = {"vereins_wappen_0", "vereins_wappen_7", "vereins_wappen_3"};
+    const QStringList names = {"vereins_wappen_0", "eigenes_b", "vereins_wappen_7", "eigenes_a"};
     QList<RawEntry> entries;
     for (const QString &n : names)
         entries.append({n.toLatin1(), gfpBytes(4, 4, pattern16(4, 4), true)});
     writeBytes(t.file("game.res"), archiveBytes(entries));
 
-    // The delivered list knows only crest 0: after the import it knows all
-    // three, so the export packs the whole archive again.
+    // The delivered list knows every numbered crest but not the two others:
+    // the run counts them and leaves the user's list as it is.
     const QString wappen = t.path() + "/wappen/";
     copyFolder(defaults, wappen);
+    const QByteArray list = readBytes(wappen + "wa.lst");
     CrestRunReport in = importwappen(t.file("game.res"), wappen);
     ASSERT_TRUE(in.result.ok) << in.result.message.toStdString();
+    EXPECT_EQ(in.missingFromList, QStringList({"eigenes_b", "eigenes_a"}));
     EXPECT_TRUE(in.problems.join('\n').contains("2 Wappen")) << in.problems.join('\n').toStdString();
-    EXPECT_EQ(readinistring("wa", "anzahl", wappen + "wa.lst"), "3");
-    ASSERT_TRUE(exportwappen(t.file("neu.res"), wappen).result.ok);
-    EXPECT_EQ(namesIn(t.file("neu.res")), QList<QByteArray>({"vereins_wappen_0", "vereins_wappen_7", "vereins_wappen_3"}));
-
-    // A second import adds nothing; a folder without a list gets one.
-    const QByteArray list = readBytes(wappen + "wa.lst");
-    ASSERT_TRUE(importwappen(t.file("game.res"), wappen).result.ok);
     EXPECT_EQ(readBytes(wappen + "wa.lst"), list);
+
+    // Asked to, the run adds them at the end, and the next export packs them.
+    in = importwappen(t.file("game.res"), wappen, {}, CrestImportOptions{true});
+    ASSERT_TRUE(in.result.ok) << in.result.message.toStdString();
+    EXPECT_EQ(in.addedToList, 2);
+    EXPECT_EQ(readinistring("wa", "anzahl", wappen + "wa.lst"), "1002");
+    ASSERT_TRUE(exportwappen(t.file("neu.res"), wappen).result.ok);
+    EXPECT_EQ(namesIn(t.file("neu.res")).mid(998), QList<QByteArray>({"vereins_wappen_998", "vereins_wappen_999",
+                                                                      "eigenes_b", "eigenes_a"}));
+    // The same for a window that asks after the run; a folder without a list gets one.
     const QString bare = t.path() + "/leer/";
-    ASSERT_TRUE(importwappen(t.file("game.res"), bare).result.ok);
-    EXPECT_EQ(readinisections(bare + "wa.lst"), QStringList({"wa", "vereins_wappen_0", "vereins_wappen_7", "vereins_wappen_3"}));
-    EXPECT_EQ(readinistring("wa", "datei", bare + "wa.lst"), "game.res");
+    in = importwappen(t.file("game.res"), bare);
+    ASSERT_EQ(in.missingFromList, names);
+    int added = 0;
+    ASSERT_TRUE(addtocrestlist(bare, in.missingFromList, &added).ok);
+    EXPECT_EQ(added, 4);
+    EXPECT_EQ(readinisections(bare + "wa.lst"), QStringList({"wa"}) + names);
     EXPECT_EQ(readinistring("wa", "type", bare + "wa.lst"), "14");
+}
+
+TEST(CrestRun, DeliveredListNamesEveryCrestOfThePicker)
+{
+    CrestList list;
+    ASSERT_TRUE(readcrestlist(defaults + "/wa.lst", list).ok);
+    EXPECT_TRUE(list.problems.isEmpty());
+    ASSERT_EQ(list.entries.size(), CrestCount);
+    for (int n = 0; n < CrestCount; ++n)
+        EXPECT_EQ(list.entries[n].name, QStringLiteral("vereins_wappen_%1").arg(n));
+}
+
+TEST(CrestRun, NamesTheListCannotHoldAreRefused)
+{
+    // Each of these would be cut or trimmed on its way through wa.lst and
+    // come back as another name, so the export would pack the default crest.
+    const QByteArray ok = gfpBytes(2, 2, pattern16(2, 2), true);
+    TempFolder t;
+    writeBytes(t.file("wa.res"), archiveBytes({{"klammer]", ok}, {"hinten ", ok}, {" vorn", ok}, {"mit blank", ok},
+                                               {"gut", ok}}));
+    const QString wappen = t.path() + "/wappen/";
+    const CrestRunReport run = importwappen(t.file("wa.res"), wappen);
+    ASSERT_TRUE(run.result.ok) << run.result.message.toStdString();
+    EXPECT_EQ(run.written, 1);
+    EXPECT_EQ(filesBelow(wappen), QStringList({"gut.tga"}));
+    const QString all = run.problems.join('\n');
+    for (const char *name : {"„klammer]“", "„hinten “", "„ vorn“", "„mit blank“"})
+        EXPECT_TRUE(all.contains(QString::fromUtf8(name))) << name << "\n" << all.toStdString();
+}
+
+TEST(CrestRun, ImportBoundsEachPictureAndTheWholeRun)
+{
+    // A small archive of flat pictures larger than the game's unpacks to nothing at all.
+    TempFolder t;
+    const QByteArray bomb = gfpBytes(512, 512, QByteArray(512 * 512 * 2, '\0'), true);
+    QList<RawEntry> bombs;
+    for (int i = 0; i < 30; ++i)
+        bombs.append({"bombe_" + QByteArray::number(i), bomb});
+    writeBytes(t.file("bomb.res"), archiveBytes(bombs));
+    const QString wappen = t.path() + "/wappen/";
+    CrestRunReport run = importwappen(t.file("bomb.res"), wappen);
+    EXPECT_EQ(run.written, 0);
+    EXPECT_EQ(filesBelow(wappen), QStringList());
+
+    // Pictures of allowed size that add up to more than the run may write:
+    // the run fails and leaves the folder as it was.
+    QList<RawEntry> many;
+    for (int i = 0; i < 5; ++i)
+        many.append({"gross_" + QByteArray::number(i), gfpBytes(100, 100, QByteArray(100 * 100 * 2, '\x11'), true)});
+    writeBytes(t.file("many.res"), archiveBytes(many));
+    writeBytes(wappen + "gross_0.tga", "alt");
+    CrestImportOptions options;
+    options.maxOutput = 4 * (18 + 100 * 100 * 3);
+    run = importwappen(t.file("many.res"), wappen, {}, options);
+    EXPECT_FALSE(run.result.ok);
+    EXPECT_TRUE(run.result.message.contains("many.res")) << run.result.message.toStdString();
+    EXPECT_EQ(filesBelow(wappen), QStringList({"gross_0.tga"}));
+    EXPECT_EQ(readBytes(wappen + "gross_0.tga"), "alt");
+    options.maxOutput = 5 * (18 + 100 * 100 * 3);
+    EXPECT_EQ(importwappen(t.file("many.res"), wappen, {}, options).written, 5);
 }

@@ -6,6 +6,7 @@
 #include "resources/zlibdata.h"
 
 #include <gtest/gtest.h>
+#include <utility>
 
 using namespace zorbo;
 using namespace zorbo::test;
@@ -69,7 +70,7 @@ TEST(CrestGfp, RefusesDamage)
     QByteArray px;
     const QByteArray good = gfpBytes(4, 4, pattern16(4, 4), true);
     QByteArray huge = good;
-    huge[65] = 0x7F; // width 0x7F04 > 4096
+    huge[65] = 0x7F; // width 0x7F04
     QByteArray noMark = good;
     noMark[57] = 'X';
     QByteArray badStream = good;
@@ -77,8 +78,8 @@ TEST(CrestGfp, RefusesDamage)
     QByteArray shortStream = gfpBytes(4, 4, pattern16(4, 3), true); // inflates to 3 rows only
     QByteArray tinyStored = good;
     tinyStored[96] = 4;
-    QByteArray bomb = good; // a few bytes that claim 4096 x 4096 pixels
-    bomb.replace(64, 8, QByteArray::fromHex("0010000000100000"));
+    QByteArray bomb = good; // a few bytes that claim 256 x 256 pixels
+    bomb.replace(64, 8, QByteArray::fromHex("0001000000010000"));
     for (const QByteArray &bad : {good.left(131), good.left(good.size() - 1), huge, noMark, badStream, shortStream,
                                   tinyStored, bomb, gfpBytes(2, 2, pattern16(2, 2), false, 24)}) {
         const Result r = readgfp(bad, QStringLiteral("Der Eintrag x"), h, px);
@@ -87,15 +88,41 @@ TEST(CrestGfp, RefusesDamage)
     }
 }
 
-TEST(CrestGfp, ReadsTheLargestFlatPicture)
+TEST(CrestGfp, PicturesStayWithinTheGamesSizes)
 {
     // The most compressible picture allowed must pass the check against
-    // streams too short to fill their picture.
-    const QByteArray flat(4096 * 4096 * 2, '\0');
+    // streams too short to fill their picture; one pixel more is refused,
+    // however small its stream.
+    const QByteArray flat(CrestMaxSide * CrestMaxSide * 2, '\0');
     GfpHeader h;
     QByteArray px;
-    ASSERT_TRUE(readgfp(gfpBytes(4096, 4096, flat, true), QStringLiteral("t"), h, px).ok);
+    ASSERT_TRUE(readgfp(gfpBytes(CrestMaxSide, CrestMaxSide, flat, true), QStringLiteral("t"), h, px).ok);
     EXPECT_EQ(px.size(), flat.size());
+    for (const auto &[w, ht] : {std::pair{CrestMaxSide + 1, 1}, std::pair{1, CrestMaxSide + 1}, std::pair{4096, 4096}}) {
+        const Result r = readgfp(gfpBytes(w, ht, QByteArray(qsizetype(w) * ht * 2, '\0'), true), QStringLiteral("t"), h, px);
+        EXPECT_FALSE(r.ok) << w << "x" << ht;
+        EXPECT_TRUE(r.message.contains(QStringLiteral("Bildgröße"))) << r.message.toStdString();
+        TgaImage image;
+        EXPECT_FALSE(readtga(tga24(w, ht, QByteArray(qsizetype(w) * ht * 3, '\0')), QStringLiteral("t"), image).ok);
+    }
+}
+
+TEST(CrestGfp, ThirtyTwoBitPicturesTakeTheLastTwoBytesOfEachPixel)
+{
+    // Four bytes a pixel, (32 + 1) div 8; the two last ones hold the colour
+    // as in a 16-bit picture.
+    const QByteArray p16 = pattern16(3, 2);
+    QByteArray p32;
+    for (qsizetype i = 0; i < p16.size(); i += 2)
+        p32 += QByteArray("\x5A\xA5", 2) + p16.mid(i, 2);
+    for (const bool compress : {true, false}) {
+        GfpHeader h;
+        QByteArray px;
+        const Result r = readgfp(gfpBytes(3, 2, p32, compress, 32), QStringLiteral("t"), h, px);
+        ASSERT_TRUE(r.ok) << r.message.toStdString();
+        EXPECT_EQ(h.bytesPerPixel(), 4);
+        EXPECT_EQ(writetga(3, 2, px, h.bytesPerPixel()), writetga(3, 2, p16, 2));
+    }
 }
 
 TEST(CrestTga, ReadsTheCommonVariants)
