@@ -1,6 +1,7 @@
 #include "exchange/cfgfile.h"
 
 #include "platform/codepage.h"
+#include "platform/fileerror.h"
 
 #include <QDir>
 #include <QFile>
@@ -30,11 +31,11 @@ Result CfgFile::load(const QString &path, qint64 maxBytes)
                                    .arg(maxBytes));
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
-        return Result::failure(QStringLiteral("Die Datei %1 lässt sich nicht lesen: %2").arg(shownPath, file.errorString()));
+        return Result::failure(QStringLiteral("Die Datei %1 lässt sich nicht lesen: %2").arg(shownPath, fileerrortext(file)));
     // Never more than the size seen above, even if the file grows meanwhile.
     m_bytes = file.read(info.size());
     if (file.error() != QFileDevice::NoError)
-        return Result::failure(QStringLiteral("Die Datei %1 lässt sich nicht lesen: %2").arg(shownPath, file.errorString()));
+        return Result::failure(QStringLiteral("Die Datei %1 lässt sich nicht lesen: %2").arg(shownPath, fileerrortext(file)));
 
     const char *data = m_bytes.constData();
     const qsizetype n = m_bytes.size();

@@ -3,6 +3,7 @@
 #include "exchange/cfgfile.h"
 #include "generated/version.h"
 #include "platform/codepage.h"
+#include "platform/fileerror.h"
 #include "platform/numbers.h"
 
 #include <QDir>
@@ -71,9 +72,9 @@ Result CfgWriter::save()
     QSaveFile file(m_path);
     const QString shownPath = QDir::toNativeSeparators(m_path);
     if (!file.open(QIODevice::WriteOnly))
-        return Result::failure(QStringLiteral("Die Datei %1 lässt sich nicht schreiben: %2").arg(shownPath, file.errorString()));
+        return Result::failure(QStringLiteral("Die Datei %1 lässt sich nicht schreiben: %2").arg(shownPath, fileerrortext(file)));
     if (file.write(m_bytes) != m_bytes.size() || !file.commit())
-        return Result::failure(QStringLiteral("Die Datei %1 lässt sich nicht schreiben: %2").arg(shownPath, file.errorString()));
+        return Result::failure(QStringLiteral("Die Datei %1 lässt sich nicht schreiben: %2").arg(shownPath, fileerrortext(file)));
     return Result::success();
 }
 
