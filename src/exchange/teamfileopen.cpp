@@ -121,7 +121,7 @@ QString assignments(const QList<ColumnInfo> &columns)
 ExchangeResult openteamnew(Database &db, const QString &path, const QString &country, const Progress &progress)
 {
     return guarded(db, path, [&](TeamFileValues &file) {
-        if (db.scalar(QStringLiteral("SELECT NUMMER FROM vereine_national WHERE NAME = ?1"), country).isNull())
+        if (db.scalar(QStringLiteral("SELECT NUMMER FROM vereine_national WHERE samename(NAME, ?1)"), country).isNull())
             return ExchangeResult::failure(QStringLiteral("Das Land »%1« gibt es nicht.").arg(country));
         ExchangeResult result;
         result.team = newteamnumber(db);

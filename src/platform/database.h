@@ -79,6 +79,7 @@ struct ColumnInfo {
 class Database {
 public:
     // Opens (or creates) the file. Throws DbError when it cannot be opened.
+    // Every connection knows the SQL function samename() of platform/names.h.
     explicit Database(const QString &path);
     ~Database();
     Database(const Database &) = delete;
