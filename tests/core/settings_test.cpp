@@ -75,6 +75,30 @@ TEST(Settings, GameFolderFromRegistryUserWinsAndZeroCharactersGo)
     EXPECT_TRUE(m.folder(ZorboresFolder).endsWith("/Spiele/Machine/resfile/")) << m.folder(ZorboresFolder).toStdString();
 }
 
+TEST(Settings, LineBreaksNeverReachTheFile)
+{
+    TempFolder dir;
+    // A registry value that would add a section and a key of its own.
+    QString message;
+    const Settings s = loadsettings(dir.path(), &message,
+                                    fakeRegistry({}, "C:\\Spiele\r\n[ordner]\r\nwappen=/anderswo\r\nx=C:\\Spiele"));
+    const QByteArray ini = zorbo::test::readBytes(s.file());
+    EXPECT_EQ(ini.count("\n"), 13) << ini.toStdString();
+    EXPECT_EQ(ini.count("\r\n"), 13);
+    EXPECT_EQ(readinisections(s.file()), QStringList({"ordner", "trikot"}));
+    EXPECT_EQ(s.folder(WappenFolder), dir.path() + "/wappen/");
+    EXPECT_EQ(s.folder(ZorboconfigFolder), dir.path() + "/") << "such a value names no folder";
+
+    // A program folder whose name holds a line break cannot go into the file.
+    TempFolder parent;
+    const QString odd = parent.path() + "/zwei\nzeilen";
+    ASSERT_TRUE(QDir().mkpath(odd));
+    const Settings o = loadsettings(odd, &message, fakeRegistry({}, {}));
+    EXPECT_FALSE(QFile::exists(o.file()));
+    EXPECT_TRUE(message.contains("zorboeditor.ini"));
+    EXPECT_EQ(o.folder(WappenFolder), odd + "/wappen/");
+}
+
 TEST(Settings, ExistingFileIsReadAsItStands)
 {
     TempFolder dir;
