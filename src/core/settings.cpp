@@ -39,9 +39,11 @@ Settings readSettings(const QString &programFolder)
     s.programFolder = programFolder;
     const QString file = s.file();
     for (int i = 0; i < 10; ++i) {
-        const QString value = readinistring(ordner, QLatin1String(folderKeys[i].key), file,
-                                            defaultFolder(programFolder, i));
-        s.verzeichnisse[size_t(i)] = folderpath(value);
+        const QString fallback = defaultFolder(programFolder, i);
+        const QString value = readinistring(ordner, QLatin1String(folderKeys[i].key), file, fallback);
+        // An empty value means the default; an empty folder would put files
+        // into whatever folder the program happened to be started from.
+        s.verzeichnisse[size_t(i)] = folderbelow(value.isEmpty() ? fallback : value, programFolder);
     }
     const long long kitSet = roundHalfEven(valtext(readinistring(trikot, satz, file, QStringLiteral("0"))));
     s.trikotsatz = kitSet == 1 ? 1 : 0;

@@ -104,6 +104,7 @@ TEST(Settings, ExistingFileIsReadAsItStands)
     TempFolder dir;
     const QString file = dir.file("zorboeditor.ini");
     zorbo::test::writeBytes(file, "[ORDNER]\r\nwappen=\r\nGesicht = C:\\Bilder\\Gesichter\r\nattribute=/x/att\r\n"
+                                  "trikot1=eigene\\trikots\r\na4daten=../anstoss\r\nzorbores=.\r\n"
                                   "[trikot]\r\nsatz=1\r\n");
     bool asked = false;
     const Settings s = loadsettings(dir.path(), nullptr, [&](RegRoot, const QString &, const QString &, QString &) {
@@ -111,12 +112,17 @@ TEST(Settings, ExistingFileIsReadAsItStands)
         return 2;
     });
     EXPECT_FALSE(asked) << "an existing file never asks the registry";
-    EXPECT_EQ(s.folder(WappenFolder), QString()) << "a present empty key is empty, not the default";
+    EXPECT_EQ(s.folder(WappenFolder), dir.path() + "/wappen/") << "an empty key means the default";
     EXPECT_EQ(s.folder(GesichtFolder), "C:/Bilder/Gesichter/");
     EXPECT_EQ(s.folder(AttributeFolder), "/x/att/");
+    // Relative folders lie below the program folder, never the working folder.
+    EXPECT_EQ(s.folder(Trikot1Folder), dir.path() + "/eigene/trikots/");
+    EXPECT_EQ(s.folder(A4datenFolder), QDir::cleanPath(dir.path() + "/..") + "/anstoss/");
+    EXPECT_EQ(s.folder(ZorboresFolder), dir.path() + "/");
     EXPECT_EQ(s.folder(Trikot0Folder), dir.path() + "/trikot/original/") << "missing key gives the default";
     EXPECT_EQ(s.trikotsatz, 1);
     EXPECT_EQ(s.kitFolder(), s.folder(Trikot1Folder));
+    EXPECT_EQ(zorbo::test::readBytes(file).count("\n"), 9) << "reading writes nothing";
 }
 
 TEST(Settings, MissingKitSectionReadsZeroWithoutWriting)
