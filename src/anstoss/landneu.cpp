@@ -15,7 +15,7 @@ QString landneu(Database &db, const QString &land, bool *created)
         return found.toString();
 
     const QVariant continent =
-        db.scalar(QStringLiteral("SELECT kontinent FROM e_landkontinent WHERE land = ?1 COLLATE NOCASE ORDER BY id"), land);
+        db.scalar(QStringLiteral("SELECT kontinent FROM e_landkontinent WHERE samename(land, ?1) ORDER BY id"), land);
     Statement st = db.prepare(QStringLiteral(
         "INSERT INTO vereine_national (NUMMER, NAME, KURZNAME, GRAFIK_NR, STAERKE, STARTPLATZ, SPIELER, STADION_NAME, STADT, "
         "KLIMA, NATION, KONTINENT, STADION_SITZPL, STADION_STEHPL, TRIKOT_ART, TW_TRIKOT_ART, AUSWEICH_TRIKOT_ART, "

@@ -1,5 +1,6 @@
 #include "cli/command.h"
 #include "core/programfolder.h"
+#include "platform/dberror.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -123,7 +124,18 @@ int main(int argc, char **argv)
             return 1;
         }
         Context ctx(dir, args, out, err, bool(isatty(fileno(stderr))));
-        const int rc = c.run(ctx);
+        int rc = 1;
+        // Whatever a command leaves uncaught ends it with German words, never
+        // with the engine's English text or an abort.
+        try {
+            rc = c.run(ctx);
+        } catch (const zorbo::DbError &e) {
+            out.flush();
+            rc = ctx.fail(QStringLiteral("%1 abgebrochen: %2").arg(name, e.text()));
+        } catch (const std::exception &) {
+            out.flush();
+            rc = ctx.fail(QStringLiteral("%1 abgebrochen: ein unerwarteter Fehler im Programm.").arg(name));
+        }
         out.flush();
         err.flush();
         return rc;

@@ -28,8 +28,13 @@ int info(Context &ctx)
     const OpenedDb opened = opendb(path);
     if (!opened.db)
         return ctx.fail(opened.message);
-    for (const auto &[table, count] : tablecounts(*opened.db))
-        ctx.out << table.leftJustified(24) << ' ' << count << '\n';
+    try {
+        for (const auto &[table, count] : tablecounts(*opened.db))
+            ctx.out << table.leftJustified(24) << ' ' << count << '\n';
+    } catch (const DbError &e) {
+        ctx.out.flush();
+        return ctx.fail(QStringLiteral("Die Datenbank %1 lässt sich nicht lesen: %2").arg(path, e.text()));
+    }
     return 0;
 }
 

@@ -71,7 +71,11 @@ int a4deleteid(Database &db)
 
 bool checka4(Database &db)
 {
-    return db.hasTable(QStringLiteral("a4spieler"));
+    try {
+        return db.hasTable(QStringLiteral("a4spieler"));
+    } catch (const DbError &) {
+        return false;
+    }
 }
 
 QList<QPair<QString, qint64>> tablecounts(Database &db)

@@ -7,6 +7,9 @@
 
 namespace zorbo {
 
+// All but checka4 throw DbError when the database fails; its text is German
+// and may be shown as it stands.
+
 // The highest team or player number the game's files hold.
 inline constexpr qint64 highestNumber = 2147483647;
 
@@ -26,7 +29,8 @@ qint64 newplayernumber(Database &db);
 // country, club, position and strength), keeping the oldest row.
 int a4deleteid(Database &db);
 
-// True when the database holds the free players' table.
+// True when the database holds the free players' table; false also when
+// the database can't be read, as the answer only enables a button.
 bool checka4(Database &db);
 
 // Number of rows of each table, in the database's order.

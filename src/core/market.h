@@ -11,7 +11,8 @@ inline constexpr const char *marketName = "TRANSFERMARKT";
 // Makes sure the transfer market row (team 0) exists. When it is missing it
 // is created with its 1700 placeholder players, in one transaction; returns
 // true then. The row holds Null in every column but NUMMER, NAME and
-// GRAFIK_NR, so it goes out to the game's file in the short form.
+// GRAFIK_NR, so it goes out to the game's file in the short form. Throws
+// DbError, leaving the database as it was.
 bool ensuretransfermarket(Database &db, const Progress &progress = {});
 
 } // namespace zorbo

@@ -1,5 +1,7 @@
 #include "core/schema.h"
 
+#include "platform/fileerror.h"
+
 #include <QFile>
 #include <QFileInfo>
 
@@ -86,12 +88,30 @@ UNION ALL SELECT max(NUMMER) FROM vereine_national;
 CREATE VIEW a4spielerzufall AS SELECT * FROM a4spieler ORDER BY random();
 )SQL";
 
-QString header(const QString &path)
+// The first 100 bytes of an SQLite file hold its header. Null when the file
+// can't be read, with *why telling the reason.
+QByteArray header(const QString &path, QString *why)
 {
     QFile f(path);
-    if (!f.open(QIODevice::ReadOnly))
+    if (!f.open(QIODevice::ReadOnly)) {
+        *why = fileerrortext(f);
         return {};
-    return QString::fromLatin1(f.read(16));
+    }
+    QByteArray head = f.read(100);
+    if (head.isNull())
+        head = QByteArray("");
+    return head;
+}
+
+// PRAGMA application_id as the header stores it, big-endian at byte 68.
+// Read from the bytes, so that deciding never lets the engine touch a file
+// that is not ours (it would roll back a journal lying beside it).
+qint32 applicationId(const QByteArray &head)
+{
+    if (head.size() < 72)
+        return 0;
+    const auto *b = reinterpret_cast<const unsigned char *>(head.constData() + 68);
+    return qint32(quint32(b[0]) << 24 | quint32(b[1]) << 16 | quint32(b[2]) << 8 | quint32(b[3]));
 }
 
 } // namespace
@@ -121,13 +141,32 @@ OpenedDb opendb(const QString &path)
 {
     OpenedDb result;
     const QFileInfo info(path);
+    // Only a missing or empty file becomes a new world. Any other file must
+    // carry our mark; a database of another program stays as it is, even one
+    // without a single table.
     const bool fresh = !info.exists() || info.size() == 0;
-    if (!fresh && header(path) != QLatin1String("SQLite format 3\0", 16)) {
-        result.state = DbOpenState::Foreign;
-        result.message = QStringLiteral("Die Datei %1 ist keine Datenbank des Zorbo Editors (vielleicht eine alte "
-                                        "Access-Datenbank). Sie bleibt unverändert; der Editor startet ohne Daten.")
-                             .arg(path);
-        return result;
+    if (!fresh) {
+        QString why;
+        const QByteArray head = header(path, &why);
+        if (head.isNull()) {
+            result.state = DbOpenState::Failed;
+            result.message = QStringLiteral("Die Datenbank %1 lässt sich nicht lesen: %2").arg(path, why);
+            return result;
+        }
+        if (!head.startsWith(QByteArray("SQLite format 3\0", 16))) {
+            result.state = DbOpenState::Foreign;
+            result.message = QStringLiteral("Die Datei %1 ist keine Datenbank des Zorbo Editors (vielleicht eine alte "
+                                            "Access-Datenbank). Sie bleibt unverändert; der Editor startet ohne Daten.")
+                                 .arg(path);
+            return result;
+        }
+        if (applicationId(head) != zorboApplicationId) {
+            result.state = DbOpenState::Foreign;
+            result.message = QStringLiteral("Die Datei %1 ist eine SQLite-Datenbank, aber keine des Zorbo Editors. "
+                                            "Sie bleibt unverändert; der Editor startet ohne Daten.")
+                                 .arg(path);
+            return result;
+        }
     }
     try {
         auto db = std::make_unique<Database>(path);
@@ -135,20 +174,7 @@ OpenedDb opendb(const QString &path)
             createschema(*db);
             result.state = DbOpenState::Created;
         } else {
-            const qint64 appId = db->scalar(QStringLiteral("PRAGMA application_id")).toLongLong();
-            const bool empty = db->tables().isEmpty();
-            if (appId == 0 && empty) {
-                createschema(*db);
-                result.state = DbOpenState::Created;
-            } else if (appId != zorboApplicationId) {
-                result.state = DbOpenState::Foreign;
-                result.message = QStringLiteral("Die Datei %1 ist eine SQLite-Datenbank, aber keine des Zorbo Editors. "
-                                                "Sie bleibt unverändert; der Editor startet ohne Daten.")
-                                     .arg(path);
-                return result;
-            } else {
-                result.state = DbOpenState::Opened;
-            }
+            result.state = DbOpenState::Opened;
         }
         db->exec(QStringLiteral("PRAGMA foreign_keys = OFF"));
         result.db = std::move(db);

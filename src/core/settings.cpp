@@ -5,6 +5,7 @@
 #include "platform/profile.h"
 
 #include <QFileInfo>
+#include <algorithm>
 
 namespace zorbo {
 
@@ -38,9 +39,11 @@ Settings readSettings(const QString &programFolder)
     s.programFolder = programFolder;
     const QString file = s.file();
     for (int i = 0; i < 10; ++i) {
-        const QString value = readinistring(ordner, QLatin1String(folderKeys[i].key), file,
-                                            defaultFolder(programFolder, i));
-        s.verzeichnisse[size_t(i)] = folderpath(value);
+        const QString fallback = defaultFolder(programFolder, i);
+        const QString value = readinistring(ordner, QLatin1String(folderKeys[i].key), file, fallback);
+        // An empty value means the default; an empty folder would put files
+        // into whatever folder the program happened to be started from.
+        s.verzeichnisse[size_t(i)] = folderbelow(value.isEmpty() ? fallback : value, programFolder);
     }
     const long long kitSet = roundHalfEven(valtext(readinistring(trikot, satz, file, QStringLiteral("0"))));
     s.trikotsatz = kitSet == 1 ? 1 : 0;
@@ -59,7 +62,10 @@ QString gameFolder(const RegistryReader &registry)
     registry(RegRoot::CurrentUser, key, name, value);
     value.remove(QChar(0));
     value = value.trimmed();
-    if (value.isEmpty())
+    // No Windows path holds a control character; such a value names no
+    // folder, and a line break in it would add lines to the settings file.
+    const bool control = std::any_of(value.cbegin(), value.cend(), [](QChar c) { return c.unicode() < 0x20; });
+    if (value.isEmpty() || control)
         return {};
 #ifdef Q_OS_WIN
     return folderpath(value).chopped(1);
@@ -73,13 +79,26 @@ bool createSettingsFile(const Settings &defaults, const RegistryReader &registry
     const QString file = defaults.file();
     const QString game = gameFolder(registry);
     const QString base = game.isEmpty() ? defaults.programFolder : game;
-    bool ok = true;
-    ok &= writeini(ordner, QStringLiteral("zorboconfig"), base + (game.isEmpty() ? "/" : "/config/"), file);
-    ok &= writeini(ordner, QStringLiteral("zorbores"), base + (game.isEmpty() ? "/" : "/resfile/"), file);
-    ok &= writeini(ordner, QStringLiteral("zorbospieler"), base + (game.isEmpty() ? "/" : "/spielerbilder/"), file);
+    struct Entry {
+        QString section, key, value;
+    };
+    QList<Entry> entries = {
+        {ordner, QStringLiteral("zorboconfig"), base + (game.isEmpty() ? "/" : "/config/")},
+        {ordner, QStringLiteral("zorbores"), base + (game.isEmpty() ? "/" : "/resfile/")},
+        {ordner, QStringLiteral("zorbospieler"), base + (game.isEmpty() ? "/" : "/spielerbilder/")},
+    };
     for (int i = 0; i < 7; ++i)
-        ok &= writeini(ordner, QLatin1String(folderKeys[i].key), defaultFolder(defaults.programFolder, i), file);
-    ok &= writeini(trikot, satz, QStringLiteral("0"), file);
+        entries.append({ordner, QLatin1String(folderKeys[i].key), defaultFolder(defaults.programFolder, i)});
+    entries.append({trikot, satz, QStringLiteral("0")});
+    // A value with a line break would add lines of its own: then no file at
+    // all rather than half a file.
+    for (const Entry &e : entries) {
+        if (haslinebreak(e.value))
+            return false;
+    }
+    bool ok = true;
+    for (const Entry &e : entries)
+        ok &= writeini(e.section, e.key, e.value, file);
     return ok;
 }
 

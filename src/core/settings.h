@@ -22,7 +22,9 @@ enum Folder {
     ZorbospielerFolder = 9,
 };
 
-// The settings file's ten folders (each ending in '/') and the kit set.
+// The settings file's ten folders and the kit set. Each folder ends in '/'
+// and is absolute: an empty value stands for its default, a relative one
+// lies below the program folder.
 struct Settings {
     QString programFolder; // without trailing separator
     std::array<QString, 10> verzeichnisse;

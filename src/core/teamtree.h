@@ -34,7 +34,8 @@ struct TeamTree {
 };
 
 // The data step of the tree's rebuild; with no database, the root and the
-// twelve continents. Creates the transfer market when it is missing.
+// twelve continents. Creates the transfer market when it is missing. Throws
+// DbError when the database can't be read (its text is German).
 TeamTree load_dbteam(Database *db);
 
 // Key of the root node.

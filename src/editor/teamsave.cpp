@@ -152,8 +152,8 @@ Result teamsave(Database &db, const TeamForm &form, bool isNew, const QString &o
         if (isNew && !national)
             spieler20new(db, form.nummer, form.land, 20);
         if (national && renamed) {
-            db.run(QStringLiteral("UPDATE spieler SET NATION = ?1 WHERE NATION = ?2"), form.name, oldName);
-            db.run(QStringLiteral("UPDATE vereine SET NATION = ?1 WHERE NATION = ?2"), form.name, oldName);
+            db.run(QStringLiteral("UPDATE spieler SET NATION = ?1 WHERE samename(NATION, ?2)"), form.name, oldName);
+            db.run(QStringLiteral("UPDATE vereine SET NATION = ?1 WHERE samename(NATION, ?2)"), form.name, oldName);
         }
         // A renamed national team's NATION follows its NAME; a second name of
         // the country is gone after that.

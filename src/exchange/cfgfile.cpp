@@ -1,6 +1,8 @@
 #include "exchange/cfgfile.h"
 
 #include "exchange/columnrules.h"
+#include "platform/codepage.h"
+#include "platform/fileerror.h"
 #include "platform/numbers.h"
 
 #include <QDir>
@@ -87,11 +89,11 @@ Result CfgFile::load(const QString &path, FileEncoding encoding, qint64 maxBytes
                                    .arg(maxBytes));
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
-        return Result::failure(QStringLiteral("Die Datei %1 lässt sich nicht lesen: %2").arg(shownPath, file.errorString()));
+        return Result::failure(QStringLiteral("Die Datei %1 lässt sich nicht lesen: %2").arg(shownPath, fileerrortext(file)));
     // Never more than the size seen above, even if the file grows meanwhile.
     m_bytes = file.read(info.size());
     if (file.error() != QFileDevice::NoError)
-        return Result::failure(QStringLiteral("Die Datei %1 lässt sich nicht lesen: %2").arg(shownPath, file.errorString()));
+        return Result::failure(QStringLiteral("Die Datei %1 lässt sich nicht lesen: %2").arg(shownPath, fileerrortext(file)));
 
     if (const void *zero = std::memchr(m_bytes.constData(), 0, size_t(m_bytes.size()))) {
         const qsizetype at = static_cast<const char *>(zero) - m_bytes.constData();

@@ -3,6 +3,7 @@
 #include "exchange/cfgfile.h"
 #include "generated/version.h"
 #include "platform/codepage.h"
+#include "platform/fileerror.h"
 #include "platform/numbers.h"
 #include "platform/safefile.h"
 

@@ -73,8 +73,11 @@ ExchangeResult templiga(Database &db, const QString &path, const Progress &progr
         std::array<QString, 5> lists;
         CfgWriter out(path);
         Statement walk = db.prepare(leagues);
-        Statement clubs = db.prepare(QStringLiteral("SELECT NUMMER FROM vereine WHERE NATION = ?1 ORDER BY NUMMER"));
-        Statement land = db.prepare(QStringLiteral("SELECT NUMMER FROM vereine_national WHERE NAME = ?1"));
+        Statement clubs = db.prepare(QStringLiteral("SELECT NUMMER FROM vereine WHERE samename(NATION, ?1) ORDER BY NUMMER"));
+        // Of several rows of one country the one spelt like the league's
+        // country comes first: that is the row landneu made for it.
+        Statement land = db.prepare(
+            QStringLiteral("SELECT NUMMER FROM vereine_national WHERE samename(NAME, ?1) ORDER BY NAME IS NOT ?1, NUMMER"));
         while (walk.step()) {
             const QString country = walk.text(0);
             const QString liga = walk.text(1);

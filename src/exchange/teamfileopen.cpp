@@ -184,7 +184,7 @@ ExchangeResult openteamnew(Database &db, const QString &path, const QString &cou
                            FileEncoding encoding)
 {
     return guarded(db, path, encoding, [&](TeamFileValues &file) {
-        if (db.scalar(QStringLiteral("SELECT NUMMER FROM vereine_national WHERE NAME = ?1"), country).isNull())
+        if (db.scalar(QStringLiteral("SELECT NUMMER FROM vereine_national WHERE samename(NAME, ?1)"), country).isNull())
             return ExchangeResult::failure(QStringLiteral("Das Land »%1« gibt es nicht.").arg(country));
         ExchangeResult result;
         result.team = newteamnumber(db);

@@ -1,26 +1,36 @@
 #include "platform/database.h"
 
+#include "platform/names.h"
+
 #include <sqlite3.h>
 
 namespace zorbo {
 
 namespace {
 
-[[noreturn]] void fail(sqlite3 *db, const QString &what)
+// The user reads the German words for the result code; the engine's own
+// text and the statement go into the detail for developers.
+[[noreturn]] void fail(sqlite3 *db, int rc, const QString &what)
 {
-    QString msg = what;
+    QString detail = what;
     if (db)
-        msg += QStringLiteral(": ") + QString::fromUtf8(sqlite3_errmsg(db));
-    throw DbError(msg.toStdString());
+        detail += QStringLiteral(": ") + QString::fromUtf8(sqlite3_errmsg(db));
+    throw DbError(rc, detail);
 }
 
 } // namespace
 
+void Statement::failBind(int rc, int index) const
+{
+    fail(m_db, rc, QStringLiteral("bind %1 in %2").arg(index).arg(QString::fromUtf8(sqlite3_sql(m_stmt)).left(200)));
+}
+
 Statement::Statement(sqlite3 *db, const QString &sql) : m_db(db)
 {
     const QByteArray utf8 = sql.toUtf8();
-    if (sqlite3_prepare_v2(db, utf8.constData(), int(utf8.size()), &m_stmt, nullptr) != SQLITE_OK)
-        fail(db, QStringLiteral("Ungültige Anweisung »%1«").arg(sql.left(200)));
+    const int rc = sqlite3_prepare_v2(db, utf8.constData(), int(utf8.size()), &m_stmt, nullptr);
+    if (rc != SQLITE_OK)
+        fail(db, rc, QStringLiteral("prepare %1").arg(sql.left(200)));
 }
 
 Statement::~Statement()
@@ -65,30 +75,30 @@ Statement &Statement::bind(int index, const QVariant &value)
 
 Statement &Statement::bind(int index, qint64 value)
 {
-    if (sqlite3_bind_int64(m_stmt, index, value) != SQLITE_OK)
-        fail(m_db, QStringLiteral("Wert %1 nicht gebunden").arg(index));
+    if (const int rc = sqlite3_bind_int64(m_stmt, index, value); rc != SQLITE_OK)
+        failBind(rc, index);
     return *this;
 }
 
 Statement &Statement::bind(int index, double value)
 {
-    if (sqlite3_bind_double(m_stmt, index, value) != SQLITE_OK)
-        fail(m_db, QStringLiteral("Wert %1 nicht gebunden").arg(index));
+    if (const int rc = sqlite3_bind_double(m_stmt, index, value); rc != SQLITE_OK)
+        failBind(rc, index);
     return *this;
 }
 
 Statement &Statement::bind(int index, const QString &value)
 {
     const QByteArray utf8 = value.toUtf8();
-    if (sqlite3_bind_text(m_stmt, index, utf8.constData(), int(utf8.size()), SQLITE_TRANSIENT) != SQLITE_OK)
-        fail(m_db, QStringLiteral("Wert %1 nicht gebunden").arg(index));
+    if (const int rc = sqlite3_bind_text(m_stmt, index, utf8.constData(), int(utf8.size()), SQLITE_TRANSIENT); rc != SQLITE_OK)
+        failBind(rc, index);
     return *this;
 }
 
 Statement &Statement::bindNull(int index)
 {
-    if (sqlite3_bind_null(m_stmt, index) != SQLITE_OK)
-        fail(m_db, QStringLiteral("Wert %1 nicht gebunden").arg(index));
+    if (const int rc = sqlite3_bind_null(m_stmt, index); rc != SQLITE_OK)
+        failBind(rc, index);
     return *this;
 }
 
@@ -100,8 +110,9 @@ bool Statement::step()
     if (rc == SQLITE_DONE)
         return false;
     const QString sql = QString::fromUtf8(sqlite3_sql(m_stmt)).left(200);
+    QString detail = QStringLiteral("step %1: ").arg(sql) + QString::fromUtf8(sqlite3_errmsg(m_db));
     sqlite3_reset(m_stmt);
-    fail(m_db, QStringLiteral("Anweisung »%1« gescheitert").arg(sql));
+    throw DbError(rc, detail);
 }
 
 void Statement::exec()
@@ -181,12 +192,14 @@ QString Statement::text(int column) const
 Database::Database(const QString &path) : m_path(path)
 {
     const QByteArray name = path.toUtf8();
-    if (sqlite3_open_v2(name.constData(), &m_db, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE, nullptr) != SQLITE_OK) {
-        const QString msg = QStringLiteral("Die Datenbank %1 lässt sich nicht öffnen: %2")
-                                .arg(path, QString::fromUtf8(sqlite3_errmsg(m_db)));
+    int rc = sqlite3_open_v2(name.constData(), &m_db, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE, nullptr);
+    if (rc == SQLITE_OK)
+        rc = registernamefunctions(m_db);
+    if (rc != SQLITE_OK) {
+        const QString detail = QStringLiteral("open %1: %2").arg(path, QString::fromUtf8(sqlite3_errmsg(m_db)));
         sqlite3_close(m_db);
         m_db = nullptr;
-        throw DbError(msg.toStdString());
+        throw DbError(rc, detail);
     }
     sqlite3_extended_result_codes(m_db, 1);
     sqlite3_busy_timeout(m_db, 2000);
@@ -205,10 +218,10 @@ Statement Database::prepare(const QString &sql)
 void Database::exec(const QString &sql)
 {
     char *err = nullptr;
-    if (sqlite3_exec(m_db, sql.toUtf8().constData(), nullptr, nullptr, &err) != SQLITE_OK) {
-        const QString msg = QString::fromUtf8(err ? err : "unbekannter Fehler");
+    if (const int rc = sqlite3_exec(m_db, sql.toUtf8().constData(), nullptr, nullptr, &err); rc != SQLITE_OK) {
+        const QString detail = QStringLiteral("exec %1: %2").arg(sql.left(200), QString::fromUtf8(err ? err : ""));
         sqlite3_free(err);
-        throw DbError(QStringLiteral("Anweisung gescheitert: %1").arg(msg).toStdString());
+        throw DbError(rc, detail);
     }
 }
 

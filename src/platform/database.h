@@ -1,22 +1,16 @@
 #pragma once
 
+#include "platform/dberror.h"
+
 #include <QList>
 #include <QString>
 #include <QStringList>
 #include <QVariant>
-#include <stdexcept>
 
 struct sqlite3;
 struct sqlite3_stmt;
 
 namespace zorbo {
-
-// An error of the database engine, with the engine's text.
-class DbError : public std::runtime_error {
-public:
-    using std::runtime_error::runtime_error;
-    QString text() const { return QString::fromUtf8(what()); }
-};
 
 // One prepared statement. Values are always bound, never joined into the text.
 class Statement {
@@ -68,6 +62,8 @@ public:
     sqlite3_stmt *handle() const { return m_stmt; }
 
 private:
+    [[noreturn]] void failBind(int rc, int index) const;
+
     sqlite3 *m_db = nullptr;
     sqlite3_stmt *m_stmt = nullptr;
 };
@@ -83,6 +79,7 @@ struct ColumnInfo {
 class Database {
 public:
     // Opens (or creates) the file. Throws DbError when it cannot be opened.
+    // Every connection knows the SQL function samename() of platform/names.h.
     explicit Database(const QString &path);
     ~Database();
     Database(const Database &) = delete;

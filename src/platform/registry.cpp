@@ -10,6 +10,11 @@
 
 namespace zorbo {
 
+bool haslinebreak(const QString &text)
+{
+    return text.contains(QLatin1Char('\n')) || text.contains(QLatin1Char('\r'));
+}
+
 #ifdef Q_OS_WIN
 
 int getregvalue(RegRoot root, const QString &keyPath, const QString &valueName, QString &value)
@@ -27,9 +32,16 @@ int getregvalue(RegRoot root, const QString &keyPath, const QString &valueName, 
         QByteArray data(qsizetype(size), '\0');
         rc = RegQueryValueExA(key, name.constData(), nullptr, &type,
                               reinterpret_cast<BYTE *>(data.data()), &size);
-        // A text keeps its stored length, terminating zero included.
-        if (rc == ERROR_SUCCESS && type == REG_SZ)
-            value = QString::fromLocal8Bit(data.left(qsizetype(size)));
+        // A text keeps its stored length, terminating zero included. One
+        // holding a line break names nothing we could use and would carry
+        // lines into the files it is written to.
+        if (rc == ERROR_SUCCESS && type == REG_SZ) {
+            const QString text = QString::fromLocal8Bit(data.left(qsizetype(size)));
+            if (haslinebreak(text))
+                rc = ERROR_INVALID_DATA;
+            else
+                value = text;
+        }
         else if (rc == ERROR_SUCCESS && type == REG_DWORD && size >= 4)
             value = QString::number(*reinterpret_cast<const qint32 *>(data.constData()));
     }
@@ -41,7 +53,8 @@ int getregvalue(RegRoot root, const QString &keyPath, const QString &valueName, 
 
 namespace {
 
-constexpr int errorNotFound = 2; // ERROR_FILE_NOT_FOUND, as Windows answers
+constexpr int errorNotFound = 2;     // ERROR_FILE_NOT_FOUND, as Windows answers
+constexpr int errorInvalidData = 13; // ERROR_INVALID_DATA
 
 int hexDigit(QChar c)
 {
@@ -195,6 +208,11 @@ int getregvalue(RegRoot root, const QString &keyPath, const QString &valueName, 
         case Lookup::NotFound:
             continue;
         case Lookup::Text:
+            // A line break would carry lines into the files the value goes to.
+            if (haslinebreak(text))
+                return errorInvalidData;
+            value = text;
+            return 0;
         case Lookup::Dword:
             value = text;
             return 0;

@@ -1,5 +1,7 @@
 #include "platform/safefile.h"
 
+#include "platform/fileerror.h"
+
 #include <QDir>
 #include <QFile>
 #include <QSaveFile>
@@ -20,10 +22,11 @@ std::filesystem::path nativepath(const QString &path)
     return std::filesystem::path(QFile::encodeName(path).toStdString());
 }
 
-Result unwritten(const QString &path)
+Result unwritten(const QString &path, const QFileDevice *file = nullptr)
 {
-    return Result::failure(QStringLiteral("Die Datei %1 lässt sich nicht schreiben; sie bleibt, wie sie war.")
-                               .arg(QDir::toNativeSeparators(path)));
+    const QString why = file ? QLatin1Char(' ') + fileerrortext(*file) : QString();
+    return Result::failure(QStringLiteral("Die Datei %1 lässt sich nicht schreiben; sie bleibt, wie sie war.%2")
+                               .arg(QDir::toNativeSeparators(path), why));
 }
 
 } // namespace
@@ -68,7 +71,7 @@ Result replacefile(const QString &path, QByteArrayView bytes, Flush flush)
     if (flush == Flush::Disk) {
         QSaveFile file(path);
         if (!file.open(QIODevice::WriteOnly) || file.write(bytes.data(), bytes.size()) != bytes.size() || !file.commit())
-            return unwritten(path);
+            return unwritten(path, &file);
         return Result::success();
     }
     // The same way round without waiting for the disk: for files that a
@@ -76,7 +79,7 @@ Result replacefile(const QString &path, QByteArrayView bytes, Flush flush)
     // than writing them.
     QTemporaryFile part(path + QStringLiteral(".XXXXXX"));
     if (!part.open() || part.write(bytes.data(), bytes.size()) != bytes.size() || !part.flush())
-        return unwritten(path);
+        return unwritten(path, &part);
     part.setPermissions(QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ReadUser |
                         QFileDevice::WriteUser | QFileDevice::ReadGroup | QFileDevice::ReadOther);
     part.close();

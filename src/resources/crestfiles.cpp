@@ -1,5 +1,6 @@
 #include "resources/crestfiles.h"
 
+#include "platform/fileerror.h"
 #include "platform/safefile.h"
 #include "resources/crestswitch.h"
 
@@ -53,11 +54,11 @@ Result copymares(const QString &kitFolder, const QString &zorboresFolder)
         return Result::failure(why);
     QFile in(source);
     if (!in.open(QIODevice::ReadOnly))
-        return Result::failure(QStringLiteral("Der Trikotsatz %1 lässt sich nicht lesen: %2").arg(source, in.errorString()));
+        return Result::failure(QStringLiteral("Der Trikotsatz %1 lässt sich nicht lesen: %2").arg(source, fileerrortext(in)));
     // Written aside and renamed, so that a failed copy leaves the game's archive whole.
     QSaveFile out(target);
     if (!out.open(QIODevice::WriteOnly))
-        return Result::failure(QStringLiteral("%1 lässt sich nicht schreiben: %2").arg(target, out.errorString()));
+        return Result::failure(QStringLiteral("%1 lässt sich nicht schreiben: %2").arg(target, fileerrortext(out)));
     const qint64 size = in.size();
     qint64 copied = 0;
     while (copied < size) {
@@ -69,7 +70,7 @@ Result copymares(const QString &kitFolder, const QString &zorboresFolder)
         copied += chunk.size();
     }
     if (!out.commit())
-        return Result::failure(QStringLiteral("%1 lässt sich nicht schreiben: %2").arg(target, out.errorString()));
+        return Result::failure(QStringLiteral("%1 lässt sich nicht schreiben: %2").arg(target, fileerrortext(out)));
     return Result::success();
 }
 

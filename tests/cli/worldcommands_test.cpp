@@ -1,6 +1,7 @@
 #include "support/cli.h"
 #include "support/testsupport.h"
 
+#include <QFile>
 #include <gtest/gtest.h>
 
 using namespace zorbo::test;
@@ -40,4 +41,24 @@ TEST(CliWorld, FailuresSayWhyInGermanAndExitOne)
     const CliRun help = runCli({"--help"});
     EXPECT_EQ(help.exitCode, 0);
     EXPECT_TRUE(help.out.contains("init"));
+}
+
+TEST(CliWorld, DamagedDatabaseGivesGermanAdviceInsteadOfACrash)
+{
+    TempFolder dir;
+    ASSERT_EQ(runCli({"--dir", dir.path(), "init"}).exitCode, 0);
+    QFile f(dir.file("zorbo.mdb"));
+    ASSERT_TRUE(f.open(QIODevice::ReadWrite));
+    const qint64 size = f.size();
+    ASSERT_GT(size, 40 * 4096);
+    // Pages in the middle: the players' table, past the schema on page 1.
+    ASSERT_TRUE(f.seek(size / 2));
+    f.write(QByteArray(16 * 4096, '\xA5'));
+    f.close();
+
+    const CliRun info = runCli({"--dir", dir.path(), "info"});
+    EXPECT_EQ(info.exitCode, 1) << info.err.toStdString();
+    EXPECT_TRUE(info.err.contains("beschädigt")) << info.err.toStdString();
+    EXPECT_TRUE(info.err.contains("»sicherungen«"));
+    EXPECT_FALSE(info.err.contains("malformed"));
 }

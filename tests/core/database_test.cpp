@@ -106,6 +106,33 @@ TEST(Schema, ForeignFilesAreNeverTouched)
     EXPECT_EQ(again.db->scalar("SELECT NAME FROM vereine WHERE NUMMER = 5").toString(), "Verein \"Blau-Weiß\"");
 }
 
+TEST(Schema, OnlyAMissingOrEmptyFileBecomesANewWorld)
+{
+    TempFolder dir;
+    // SQLite files of another program that hold no table of their own.
+    const QString viewOnly = dir.file("sicht.mdb");
+    const QString versionOnly = dir.file("version.mdb");
+    {
+        Database db(viewOnly);
+        db.exec("CREATE VIEW eins AS SELECT 1 AS x");
+        Database other(versionOnly);
+        other.exec("PRAGMA user_version = 3");
+    }
+    for (const QString &path : {viewOnly, versionOnly}) {
+        const QByteArray before = zorbo::test::readBytes(path);
+        ASSERT_FALSE(before.isEmpty());
+        const OpenedDb o = opendb(path);
+        EXPECT_EQ(o.state, DbOpenState::Foreign) << path.toStdString();
+        EXPECT_EQ(o.db, nullptr);
+        EXPECT_TRUE(o.message.contains(path));
+        EXPECT_EQ(zorbo::test::readBytes(path), before);
+    }
+
+    const QString empty = dir.file("leer.mdb");
+    zorbo::test::writeBytes(empty, {});
+    EXPECT_EQ(opendb(empty).state, DbOpenState::Created);
+}
+
 TEST(Schema, ValuesThatDoNotFitTheirColumnAreRefused)
 {
     NewWorld w;

@@ -75,11 +75,36 @@ TEST(Settings, GameFolderFromRegistryUserWinsAndZeroCharactersGo)
     EXPECT_TRUE(m.folder(ZorboresFolder).endsWith("/Spiele/Machine/resfile/")) << m.folder(ZorboresFolder).toStdString();
 }
 
+TEST(Settings, LineBreaksNeverReachTheFile)
+{
+    TempFolder dir;
+    // A registry value that would add a section and a key of its own.
+    QString message;
+    const Settings s = loadsettings(dir.path(), &message,
+                                    fakeRegistry({}, "C:\\Spiele\r\n[ordner]\r\nwappen=/anderswo\r\nx=C:\\Spiele"));
+    const QByteArray ini = zorbo::test::readBytes(s.file());
+    EXPECT_EQ(ini.count("\n"), 13) << ini.toStdString();
+    EXPECT_EQ(ini.count("\r\n"), 13);
+    EXPECT_EQ(readinisections(s.file()), QStringList({"ordner", "trikot"}));
+    EXPECT_EQ(s.folder(WappenFolder), dir.path() + "/wappen/");
+    EXPECT_EQ(s.folder(ZorboconfigFolder), dir.path() + "/") << "such a value names no folder";
+
+    // A program folder whose name holds a line break cannot go into the file.
+    TempFolder parent;
+    const QString odd = parent.path() + "/zwei\nzeilen";
+    ASSERT_TRUE(QDir().mkpath(odd));
+    const Settings o = loadsettings(odd, &message, fakeRegistry({}, {}));
+    EXPECT_FALSE(QFile::exists(o.file()));
+    EXPECT_TRUE(message.contains("zorboeditor.ini"));
+    EXPECT_EQ(o.folder(WappenFolder), odd + "/wappen/");
+}
+
 TEST(Settings, ExistingFileIsReadAsItStands)
 {
     TempFolder dir;
     const QString file = dir.file("zorboeditor.ini");
     zorbo::test::writeBytes(file, "[ORDNER]\r\nwappen=\r\nGesicht = C:\\Bilder\\Gesichter\r\nattribute=/x/att\r\n"
+                                  "trikot1=eigene\\trikots\r\na4daten=../anstoss\r\nzorbores=.\r\n"
                                   "[trikot]\r\nsatz=1\r\n");
     bool asked = false;
     const Settings s = loadsettings(dir.path(), nullptr, [&](RegRoot, const QString &, const QString &, QString &) {
@@ -87,12 +112,17 @@ TEST(Settings, ExistingFileIsReadAsItStands)
         return 2;
     });
     EXPECT_FALSE(asked) << "an existing file never asks the registry";
-    EXPECT_EQ(s.folder(WappenFolder), QString()) << "a present empty key is empty, not the default";
+    EXPECT_EQ(s.folder(WappenFolder), dir.path() + "/wappen/") << "an empty key means the default";
     EXPECT_EQ(s.folder(GesichtFolder), "C:/Bilder/Gesichter/");
     EXPECT_EQ(s.folder(AttributeFolder), "/x/att/");
+    // Relative folders lie below the program folder, never the working folder.
+    EXPECT_EQ(s.folder(Trikot1Folder), dir.path() + "/eigene/trikots/");
+    EXPECT_EQ(s.folder(A4datenFolder), QDir::cleanPath(dir.path() + "/..") + "/anstoss/");
+    EXPECT_EQ(s.folder(ZorboresFolder), dir.path() + "/");
     EXPECT_EQ(s.folder(Trikot0Folder), dir.path() + "/trikot/original/") << "missing key gives the default";
     EXPECT_EQ(s.trikotsatz, 1);
     EXPECT_EQ(s.kitFolder(), s.folder(Trikot1Folder));
+    EXPECT_EQ(zorbo::test::readBytes(file).count("\n"), 9) << "reading writes nothing";
 }
 
 TEST(Settings, MissingKitSectionReadsZeroWithoutWriting)

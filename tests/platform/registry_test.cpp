@@ -44,6 +44,7 @@ const char userReg[] =
     "\"Work_Dir\"=\"C:\\\\Benutzer\\\\Stra\\x00dfe\\\\\\\"q\\\"\"\r\n"
     "\"Greedy\"=\"\\x20ac5|\\x00e4de|\\xe4n\"\r\n"
     "\"Control\"=\"a\\tb\\0\"\r\n"
+    "\"Zeilen\"=\"C:\\\\Spiele\\n[ordner]\\r\\nwappen=C:\\\\\"\r\n"
     "\r\n"
     "[Software\\\\M\\xe4nner] 1700000000\r\n"
     "\"Wert\"=\"ja\"\r\n";
@@ -103,6 +104,14 @@ TEST_F(Registry, ValueKinds)
     EXPECT_EQ(get(RegRoot::CurrentUser, gameKey, "Greedy"), QStringLiteral(u"€5|äde|än"));
     EXPECT_EQ(get(RegRoot::CurrentUser, gameKey, "Control"), QStringLiteral(u"a\tb") + QChar(0));
     EXPECT_EQ(get(RegRoot::CurrentUser, "Software\\M\xc4NNER", "Wert"), QLatin1String("ja"));
+}
+
+TEST_F(Registry, TextWithLineBreaksIsRefused)
+{
+    // No value may carry a line into a file it is written to.
+    const QString got = get(RegRoot::CurrentUser, gameKey, "Zeilen");
+    EXPECT_TRUE(got.startsWith("error ")) << got.toStdString();
+    EXPECT_TRUE(got.endsWith(" untouched"));
 }
 
 TEST_F(Registry, MissingFileKeyOrValueGivesErrorAndKeepsValue)
