@@ -90,4 +90,18 @@ TEST(ExchangeMenus, CrestArchiveGoesOutAndBackIn)
     w.action("mnuimportitem(1)")->trigger();
     EXPECT_TRUE(dialogs.asked.last().contains("1000 Wappen aus")) << dialogs.asked.last().toStdString();
     EXPECT_TRUE(QFile::exists(w.settings().folder(WappenFolder) + "vereins_wappen_0.tga"));
+
+    // A crest of the archive that the user's list lacks: the list changes
+    // only when the user says so.
+    const QString list = w.settings().folder(WappenFolder) + "wa.lst";
+    QByteArray shorter = zorbo::test::readBytes(list);
+    shorter.truncate(shorter.indexOf("[vereins_wappen_999]"));
+    ASSERT_TRUE(zorbo::test::writeBytes(list, shorter.replace("anzahl=1000", "anzahl=999")));
+    dialogs.answer = false;
+    w.action("mnuimportitem(1)")->trigger();
+    EXPECT_TRUE(dialogs.asked.last().contains("1 Wappen des Archivs fehlen in wa.lst")) << dialogs.asked.last().toStdString();
+    EXPECT_EQ(zorbo::test::readBytes(list), shorter);
+    dialogs.answer = true;
+    w.action("mnuimportitem(1)")->trigger();
+    EXPECT_TRUE(zorbo::test::readBytes(list).contains("[vereins_wappen_999]"));
 }

@@ -1,4 +1,5 @@
 #include "core/ui/mainwindow.h"
+#include "platform/codepage.h"
 #include "exchange/configruns.h"
 #include "guisupport.h"
 #include "support/testsupport.h"
@@ -92,4 +93,24 @@ TEST_F(SampleWorld, OpeningOverAClubPreselectsItAndCancelChangesNothing)
     EXPECT_EQ(preselected, "Fortuna Großgmain (Österreich)");
     EXPECT_EQ(count("SELECT count(*) FROM spieler"), players);
     EXPECT_FALSE(window->findChild<QDialog *>("frmopen")->isVisible());
+}
+
+TEST_F(SampleWorld, ATeamFileInUtf8IsReadAsUtf8OnlyWhenTheUserSaysSo)
+{
+    dialogs.file = dir.file("utf8.tea");
+    ASSERT_TRUE(zorbo::test::writeBytes(
+        dialogs.file, fromCp1252(zorbo::test::readBytes(ZORBO_EXAMPLES "/beispielwelt/Fortuna Großgmain.tea")).toUtf8()));
+    const int clubs = count("SELECT count(*) FROM vereine");
+    for (const bool answer : {false, true}) {
+        dialogs.answer = answer;
+        whenOpen(*window, [](QDialog *d) {
+            d->findChild<QRadioButton *>("optnew(0)")->click();
+            d->findChild<QPushButton *>("btnok")->click();
+        });
+        window->action("mnudateiitem(1)")->trigger();
+        EXPECT_TRUE(dialogs.asked.last().contains("UTF-8")) << dialogs.asked.last().toStdString();
+        EXPECT_EQ(count("SELECT count(*) FROM vereine"), clubs + (answer ? 1 : 0));
+    }
+    EXPECT_EQ(count("SELECT count(*) FROM vereine WHERE NAME = 'Fortuna Großgmain'"), 2)
+        << "the name comes in with its umlaut, beside the club of the sample world";
 }

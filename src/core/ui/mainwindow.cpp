@@ -3,6 +3,7 @@
 #include "core/defaultfolders.h"
 #include "core/gamedb.h"
 #include "core/teamlists.h"
+#include "resources/crestswitch.h"
 #include "editor/facepictures.h"
 #include "editor/playergrid.h"
 #include "editor/ui/playertab.h"
@@ -205,6 +206,10 @@ void MainWindow::formload()
     // Missing pictures never stop the start; the status bar says what is missing.
     if (const QStringList missing = unpackdefaults(m_settings); !missing.isEmpty())
         m_status->setText(missing.first());
+    // A crest import cut off by a crash is finished or dropped, so the
+    // crests are all old or all new before any is shown.
+    if (const Result recovered = recovercrests(m_settings.folder(WappenFolder)); !recovered)
+        m_status->setText(recovered.message);
 
     const QString caption = QStringLiteral("%1 %2.%3.%4")
                                 .arg(QLatin1String(programName))
@@ -224,8 +229,13 @@ void MainWindow::formload()
 
     reloadtree();
     m_playertab->setGesichtFolder(m_settings.folder(GesichtFolder));
-    if (db())
-        m_playertab->load_attribute(*db(), m_settings.folder(AttributeFolder));
+    try {
+        if (db())
+            m_playertab->load_attribute(*db(), m_settings.folder(AttributeFolder));
+    } catch (const DbError &e) {
+        m_dialogs->warning(this, QStringLiteral("Datenbank"),
+                           QStringLiteral("Die Talente lassen sich nicht lesen: %1").arg(e.text()));
+    }
 
     action(QStringLiteral("impanstoss4"))->setEnabled(db() && checka4(*db()));
     mnuoptionenitem_Click(m_settings.trikotsatz == 0 ? 0 : 1);
@@ -236,9 +246,9 @@ void MainWindow::reloadtree()
 {
     {
         std::optional<Busy> busy;
-        if (db() && db()->scalar(QStringLiteral("SELECT NUMMER FROM vereine WHERE NUMMER = 0")).isNull())
-            busy.emplace(this, m_status, m_progress, QStringLiteral("Erstelle Transfermarkt..."));
         try {
+            if (db() && db()->scalar(QStringLiteral("SELECT NUMMER FROM vereine WHERE NUMMER = 0")).isNull())
+                busy.emplace(this, m_status, m_progress, QStringLiteral("Erstelle Transfermarkt..."));
             m_tree = load_dbteam(db());
         } catch (const DbError &e) {
             m_tree = load_dbteam(nullptr);

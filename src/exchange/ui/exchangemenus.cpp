@@ -7,6 +7,7 @@
 #include "exchange/teamfile.h"
 #include "exchange/teamfileopen.h"
 #include "exchange/ui/opendialog.h"
+#include "resources/crestlist.h"
 #include "resources/crestrun.h"
 
 #include <QAction>
@@ -99,6 +100,20 @@ void MainWindow::mnuimportitem_Click(int index)
         }
         tell(m_dialogs, this, QStringLiteral("Wappen"), run.result,
              QStringLiteral("%1 Wappen aus %2 übernommen.").arg(run.written).arg(file), run.problems);
+        // An export packs the crests of wa.lst only; the user's list is
+        // changed only when asked.
+        if (run.result.ok && !run.missingFromList.isEmpty()
+            && m_dialogs->question(this, QStringLiteral("Wappen"),
+                                   QStringLiteral("%1 Wappen des Archivs fehlen in wa.lst und blieben beim Export draußen. "
+                                                  "Sollen sie in wa.lst aufgenommen werden?")
+                                       .arg(run.missingFromList.size()))) {
+            int added = 0;
+            const Result listed = addtocrestlist(m_settings.folder(WappenFolder), run.missingFromList, &added);
+            if (listed)
+                m_status->setText(QStringLiteral("%1 Wappen in wa.lst aufgenommen.").arg(added));
+            else
+                m_dialogs->warning(this, QStringLiteral("Wappen"), listed.message);
+        }
     }
 }
 
@@ -174,12 +189,18 @@ void MainWindow::mnudateiitem_Click(int index)
         dialog->setfile(file);
         if (dialog->exec() != QDialog::Accepted)
             return;
-        ExchangeResult run;
-        {
+        const auto openRun = [&](FileEncoding encoding) {
             Busy busy(this, m_status, m_progress,
                       dialog->newclub() ? QStringLiteral("Erstelle Verein...") : QStringLiteral("Aktualisiere Verein..."));
-            run = dialog->newclub() ? openteamnew(*db(), file, dialog->country(), busy.progress())
-                                    : openteamreplace(*db(), file, dialog->club(), busy.progress());
+            return dialog->newclub() ? openteamnew(*db(), file, dialog->country(), busy.progress(), encoding)
+                                     : openteamreplace(*db(), file, dialog->club(), busy.progress(), encoding);
+        };
+        ExchangeResult run = openRun(FileEncoding::Detect);
+        if (!run.ok() && run.looksUtf8) {
+            if (!m_dialogs->question(this, QStringLiteral("Öffnen"),
+                                     run.result.message + QStringLiteral("\n\nSoll die Datei als UTF-8 gelesen werden?")))
+                return;
+            run = openRun(FileEncoding::Utf8);
         }
         if (!run.ok()) {
             m_dialogs->warning(this, QStringLiteral("Öffnen"), run.result.message);
