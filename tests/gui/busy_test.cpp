@@ -36,3 +36,20 @@ TEST(Busy, FailingRunsLeaveTheWindowUsableAndInnerRunsGiveBackTheOuterState)
     EXPECT_EQ(bar.value(), 100);
     EXPECT_EQ(QApplication::overrideCursor(), nullptr);
 }
+
+TEST(Busy, TheKeyboardStaysWhereItWas)
+{
+    QWidget window;
+    auto *field = new QLabel(&window);
+    field->setFocusPolicy(Qt::StrongFocus);
+    QLabel status;
+    QProgressBar bar;
+    window.show();
+    QApplication::setActiveWindow(&window);
+    field->setFocus();
+    ASSERT_TRUE(field->hasFocus());
+    {
+        Busy busy(&window, &status, &bar, QStringLiteral("Lade Spielerliste"));
+    }
+    EXPECT_TRUE(field->hasFocus());
+}

@@ -9,7 +9,7 @@ namespace zorbo {
 
 Busy::Busy(QWidget *window, QLabel *status, QProgressBar *bar, const QString &text)
     : m_window(window), m_status(status), m_bar(bar), m_nested(!window->isEnabled()),
-      m_outerText(status->text()), m_outerValue(bar->value())
+      m_outerText(status->text()), m_outerValue(bar->value()), m_focus(QApplication::focusWidget())
 {
     QApplication::setOverrideCursor(Qt::WaitCursor);
     m_window->setEnabled(false);
@@ -28,6 +28,10 @@ Busy::~Busy()
         m_status->clear();
         m_bar->setValue(100);
         m_window->setEnabled(true);
+        // The keyboard goes on where it was, so that an arrow key after a
+        // run still moves in the tree or the grid.
+        if (m_focus && m_window->isAncestorOf(m_focus))
+            m_focus->setFocus();
     }
     QApplication::restoreOverrideCursor();
 }

@@ -2,11 +2,12 @@
 
 #include "platform/result.h"
 
+#include <QPointer>
 #include <QString>
+#include <QWidget>
 
 class QLabel;
 class QProgressBar;
-class QWidget;
 
 namespace zorbo {
 
@@ -32,6 +33,7 @@ private:
     bool m_nested;
     QString m_outerText;
     int m_outerValue;
+    QPointer<QWidget> m_focus; // where the keyboard was; a disabled window loses it
 };
 
 } // namespace zorbo

@@ -37,6 +37,12 @@ private:
 
 } // namespace
 
+void showfromstart(QWidget *form)
+{
+    for (QLineEdit *edit : form->findChildren<QLineEdit *>())
+        edit->setCursorPosition(0);
+}
+
 void settypinglimit(QLineEdit *edit, int maxLength)
 {
     edit->setValidator(maxLength > 0 ? new TypingLimit(maxLength, edit) : nullptr);

@@ -13,6 +13,10 @@ namespace zorbo {
 // that didn't touch it.
 QLineEdit *formfield(QWidget *parent, const char *name, int maxLength, bool readOnly = false);
 
+// Shows every text field below the widget from the start of its text; a
+// field the program fills otherwise shows a long text's end.
+void showfromstart(QWidget *form);
+
 // Puts the typing limit on a field that was built elsewhere.
 void settypinglimit(QLineEdit *edit, int maxLength);
 

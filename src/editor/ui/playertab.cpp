@@ -64,7 +64,8 @@ PlayerTab::PlayerTab(QStringListModel *spielerlaender, QWidget *parent) : QWidge
     info->addRow(QStringLiteral("Position:"), m_pos);
 
     m_vorname = formfield(frame8, "txtspielervorname", 2);
-    m_vorname->setFixedWidth(40);
+    // Room for a stored first name longer than the two letters one can type.
+    m_vorname->setFixedWidth(m_vorname->fontMetrics().horizontalAdvance(QStringLiteral("Hans-Peter")) + 12);
     m_name = formfield(frame8, "txtspielername", 32);
     m_land = new QComboBox(frame8);
     m_land->setObjectName(QStringLiteral("cbospielerland"));
@@ -136,6 +137,7 @@ bool PlayerTab::setRow(const QStringList &row)
     if (numeric)
         m_gesicht->showgesicht(row[ColGesicht].toLongLong());
     m_attribute->showtalente(row[ColErlernt], row[ColGesperrt], m_pos->currentIndex());
+    showfromstart(this);
     return listed;
 }
 

@@ -183,6 +183,7 @@ bool TeamTab::setForm(const TeamForm &form, TeamMode mode)
     for (int slot = 0; slot < 3; ++slot)
         setArt(slot, form.arts[slot]);
     loadwappen(int(valtext(form.grafiknr)));
+    showfromstart(this);
     return mode == MarketMode || choosetext(m_land, form.land);
 }
 
