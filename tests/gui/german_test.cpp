@@ -1,5 +1,11 @@
-// Qt's own dialogs speak German, whatever the system's language.
+// Qt's own dialogs speak German, whatever the system's language, and the
+// title is the program's with nothing put behind it.
+#include "core/ui/mainwindow.h"
+#include "guisupport.h"
+#include "support/testsupport.h"
+
 #include <QFileDialog>
+#include <QGuiApplication>
 #include <QMessageBox>
 #include <QPushButton>
 #include <gtest/gtest.h>
@@ -15,4 +21,16 @@ TEST(German, MessageBoxButtonsAndTheFileDialogSpeakGerman)
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     EXPECT_EQ(dialog.labelText(QFileDialog::FileName).remove('&'), "Dateiname:");
     EXPECT_EQ(dialog.labelText(QFileDialog::Reject).remove('&'), "Abbrechen");
+}
+
+TEST(German, TheTitleIsTheProgramsWithNoSecondName)
+{
+    zorbo::test::TempFolder dir;
+    zorbo::test::ScriptedDialogs dialogs;
+    zorbo::MainWindow window(dir.path(), &dialogs);
+    window.formload();
+    EXPECT_EQ(window.windowTitle(), "Zorbo Editor 2.0.0");
+    // The window system puts a display name, when one is set, behind every
+    // title; without one the application name stands for it.
+    EXPECT_EQ(QGuiApplication::applicationDisplayName(), QGuiApplication::applicationName());
 }
