@@ -1,6 +1,6 @@
 #include "core/market.h"
 
-#include "editor/generator.h"
+#include "core/generator.h"
 
 namespace zorbo {
 

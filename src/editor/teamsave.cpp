@@ -1,7 +1,7 @@
 #include "editor/teamsave.h"
 
 #include "core/fieldcheck.h"
-#include "editor/generator.h"
+#include "core/generator.h"
 
 namespace zorbo {
 

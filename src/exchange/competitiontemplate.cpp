@@ -1,8 +1,8 @@
 #include "exchange/competitiontemplate.h"
 
-#include "anstoss/landneu.h"
+#include "core/landneu.h"
 #include "core/gamedb.h"
-#include "editor/generator.h"
+#include "core/generator.h"
 #include "exchange/cfgfile.h"
 #include "exchange/cfgwriter.h"
 #include "platform/numbers.h"

@@ -1,4 +1,4 @@
-#include "anstoss/landneu.h"
+#include "core/landneu.h"
 
 #include "core/gamedb.h"
 

@@ -1,4 +1,4 @@
-#include "editor/generator.h"
+#include "core/generator.h"
 
 #include "core/gamedb.h"
 
