@@ -4,6 +4,7 @@
 #include "exchange/cfgfile.h"
 #include "exchange/columnrules.h"
 #include "exchange/teamfile.h"
+#include "platform/numbers.h"
 #include "platform/profilefile.h"
 
 #include <QDir>
@@ -37,17 +38,6 @@ std::optional<qint64> leadingInteger(const QString &text)
         number = number * 10 + (text[i].unicode() - '0');
     }
     return negative ? -number : number;
-}
-
-QString trimSpaces(const QString &text)
-{
-    qsizetype begin = 0;
-    qsizetype end = text.size();
-    while (begin < end && text[begin] == QLatin1Char(' '))
-        ++begin;
-    while (end > begin && text[end - 1] == QLatin1Char(' '))
-        --end;
-    return text.mid(begin, end - begin);
 }
 
 // The values of one team file, turned into the types of the columns, with
@@ -90,7 +80,7 @@ private:
         if (key != column.name) { // the strengths: integers, anything behind the digits dropped
             const std::optional<qint64> n = raw ? leadingInteger(*raw) : std::optional<qint64>(0);
             if (const QString problem = rangeproblem(column.name, n ? double(*n) : HUGE_VAL); !problem.isEmpty())
-                fail(section, key, trimSpaces(*raw), problem);
+                fail(section, key, trimspaces(*raw), problem);
             return *n;
         }
         const QString upper = column.name.toUpper();
@@ -99,7 +89,7 @@ private:
             def = player && upper == QLatin1String("RUECKENNUMMER") ? QStringLiteral("1") : QStringLiteral("0");
         else if (upper.startsWith(QLatin1String("F_")))
             def = QStringLiteral("0,0,0");
-        const QString text = trimSpaces(raw ? *raw : def);
+        const QString text = trimspaces(raw ? *raw : def);
         if (column.isText()) {
             if (const QString problem = lengthproblem(column.name, text.size()); !problem.isEmpty())
                 throw ExchangeError(QStringLiteral("%1: [%2] %3: %4.").arg(where(section, key), section, key, problem));

@@ -167,4 +167,15 @@ QString formatMinDigits(long long value, int digits)
     return value < 0 ? QLatin1Char('-') + text : text;
 }
 
+QString trimspaces(const QString &text)
+{
+    qsizetype begin = 0;
+    qsizetype end = text.size();
+    while (begin < end && text[begin] == QLatin1Char(' '))
+        ++begin;
+    while (end > begin && text[end - 1] == QLatin1Char(' '))
+        --end;
+    return text.mid(begin, end - begin);
+}
+
 } // namespace zorbo

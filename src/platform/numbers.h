@@ -34,4 +34,8 @@ QString formatDecimal(double value, QChar decimalSign);
 // Display formats "##00" and "###000": at least 2 or 3 digits.
 QString formatMinDigits(long long value, int digits);
 
+// The text without the blanks (U+0020) around it; tabs and other white
+// space stay, as the readers of the game's files trim.
+QString trimspaces(const QString &text);
+
 } // namespace zorbo

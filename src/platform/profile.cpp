@@ -1,6 +1,7 @@
 #include "platform/profile.h"
 
 #include "platform/codepage.h"
+#include "platform/numbers.h"
 #include "platform/profilefile.h"
 
 #include <QFileInfo>
@@ -21,17 +22,6 @@ std::optional<QString> rawValue(const QString &section, const QString &key, cons
     return profile.value(section, key);
 }
 
-QString trimSpaces(const QString &text)
-{
-    qsizetype begin = 0;
-    qsizetype end = text.size();
-    while (begin < end && text[begin] == QLatin1Char(' '))
-        ++begin;
-    while (end > begin && text[end - 1] == QLatin1Char(' '))
-        --end;
-    return text.mid(begin, end - begin);
-}
-
 } // namespace
 
 QString readinistring(const QString &section, const QString &key, const QString &file,
@@ -40,7 +30,7 @@ QString readinistring(const QString &section, const QString &key, const QString 
     const std::optional<QString> value = rawValue(section, key, file);
     // The callers trim again, spaces only: that also strips the blanks that
     // a quoted value kept and those of the default.
-    return trimSpaces(value ? *value : def.left(32766));
+    return trimspaces(value ? *value : def.left(32766));
 }
 
 int readiniint(const QString &section, const QString &key, const QString &file)
