@@ -1,7 +1,7 @@
 #include "core/gamedb.h"
 #include "core/market.h"
 #include "core/schema.h"
-#include "editor/generator.h"
+#include "core/generator.h"
 #include "support/testsupport.h"
 
 #include <QFile>

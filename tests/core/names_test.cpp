@@ -1,6 +1,6 @@
 // Names of countries and clubs compare as the old engine compared them:
 // without regard to case, for every letter and not only A to Z.
-#include "anstoss/landneu.h"
+#include "core/landneu.h"
 #include "core/schema.h"
 #include "core/teamtree.h"
 #include "exchange/competitiontemplate.h"

@@ -1,4 +1,4 @@
-#include "anstoss/landneu.h"
+#include "core/landneu.h"
 #include "exchange/competitiontemplate.h"
 #include "exchange/configruns.h"
 #include "exchange/teamconfigwriter.h"

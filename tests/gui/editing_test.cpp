@@ -1,7 +1,7 @@
 #include "core/schema.h"
 #include "core/teamlists.h"
 #include "core/ui/mainwindow.h"
-#include "editor/generator.h"
+#include "core/generator.h"
 #include "editor/playergrid.h"
 #include "guisupport.h"
 #include "support/testsupport.h"
@@ -23,6 +23,7 @@ using namespace zorbo;
 using zorbo::test::ScriptedDialogs;
 using zorbo::test::node;
 using zorbo::test::child;
+using zorbo::test::clickNode;
 using zorbo::test::TempFolder;
 
 namespace {
@@ -51,17 +52,6 @@ void buildWorld(const QString &folder)
                    first + i, surnames[(i + team) % 20], QString(QChar('A' + i)) + ".", (i * 750) % 12000,
                    qMin(12000, (i * 750) % 12000 + 2000));
     }
-}
-
-// Clicks a node as the user would: its branch opened, then the mouse.
-void clickNode(QTreeWidget *tree, const QString &key)
-{
-    QTreeWidgetItem *item = node(tree, key);
-    ASSERT_NE(item, nullptr) << key.toStdString();
-    for (QTreeWidgetItem *p = item->parent(); p; p = p->parent())
-        p->setExpanded(true);
-    tree->scrollToItem(item);
-    QTest::mouseClick(tree->viewport(), Qt::LeftButton, {}, tree->visualItemRect(item).center());
 }
 
 class Editing : public ::testing::Test {

@@ -2,7 +2,7 @@
 #include "core/ui/mainwindow.h"
 #include "editor/facecode.h"
 #include "editor/facepictures.h"
-#include "editor/generator.h"
+#include "core/generator.h"
 #include "editor/playergrid.h"
 #include "editor/ui/facedialog.h"
 #include "editor/ui/faceview.h"

@@ -3,6 +3,7 @@
 #include "core/ui/dialogs.h"
 
 #include <QStringList>
+#include <QTest>
 #include <QTreeWidget>
 #include <QTreeWidgetItemIterator>
 #include <QWidget>
@@ -47,6 +48,17 @@ inline QTreeWidgetItem *node(QTreeWidget *tree, const QString &key)
             return *it;
     }
     return nullptr;
+}
+
+// Clicks a node as the user would: its branch opened, then the mouse.
+inline void clickNode(QTreeWidget *tree, const QString &key)
+{
+    QTreeWidgetItem *item = node(tree, key);
+    ASSERT_NE(item, nullptr) << key.toStdString();
+    for (QTreeWidgetItem *p = item->parent(); p; p = p->parent())
+        p->setExpanded(true);
+    tree->scrollToItem(item);
+    QTest::mouseClick(tree->viewport(), Qt::LeftButton, {}, tree->visualItemRect(item).center());
 }
 
 // A child widget by its name; a missing one fails the test, which ends

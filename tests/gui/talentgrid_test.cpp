@@ -1,6 +1,6 @@
 #include "core/schema.h"
 #include "core/ui/mainwindow.h"
-#include "editor/generator.h"
+#include "core/generator.h"
 #include "editor/playergrid.h"
 #include "editor/ui/talentgrid.h"
 #include "guisupport.h"

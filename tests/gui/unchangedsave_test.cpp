@@ -3,7 +3,7 @@
 // visit to the other tab.
 #include "core/schema.h"
 #include "core/ui/mainwindow.h"
-#include "editor/generator.h"
+#include "core/generator.h"
 #include "editor/kitcolours.h"
 #include "editor/playergrid.h"
 #include "exchange/configruns.h"
@@ -128,16 +128,6 @@ protected:
         grid = child<QTableView>(*window, "flxgrdspieler");
     }
 
-    void click(const QString &key)
-    {
-        QTreeWidgetItem *item = node(tree, key);
-        ASSERT_NE(item, nullptr) << key.toStdString();
-        for (QTreeWidgetItem *p = item->parent(); p; p = p->parent())
-            p->setExpanded(true);
-        tree->scrollToItem(item);
-        QTest::mouseClick(tree->viewport(), Qt::LeftButton, {}, tree->visualItemRect(item).center());
-    }
-
     // Saves twice, visits the other tab, comes back and saves again.
     void savethrice(const char *button, int tab)
     {
@@ -177,7 +167,7 @@ TEST_P(UnchangedSave, EveryTeamAndPlayerSavedAsShownLeavesEveryTableAsItWas)
     ASSERT_GT(keys.size(), 5);
     int players = 0;
     for (const QString &key : keys) {
-        click(key);
+        zorbo::test::clickNode(tree, key);
         if (key != "T0") {
             savethrice("btnteamsave", 0);
             ASSERT_TRUE(dialogs.asked.isEmpty()) << key.toStdString() << ": " << dialogs.asked.join('\n').toStdString();
