@@ -12,23 +12,6 @@ using zorbo::test::TempFolder;
 
 namespace {
 
-QStringList names(const QList<ColumnInfo> &cols)
-{
-    QStringList n;
-    for (const ColumnInfo &c : cols)
-        n << c.name;
-    return n;
-}
-
-QStringList queryColumns(Database &db, const QString &view)
-{
-    Statement st = db.prepare("SELECT * FROM " + view);
-    QStringList n;
-    for (int i = 0; i < st.columnCount(); ++i)
-        n << st.columnName(i);
-    return n;
-}
-
 struct NewWorld {
     TempFolder dir;
     OpenedDb opened = opendb(dir.file("zorbo.mdb"));
@@ -36,43 +19,6 @@ struct NewWorld {
 };
 
 } // namespace
-
-TEST(Schema, ColumnOrderAndTypesAreTheFileFormat)
-{
-    NewWorld w;
-    ASSERT_EQ(w.opened.state, DbOpenState::Created) << w.opened.message.toStdString();
-    const auto vereine = w.db().columns("vereine");
-    ASSERT_EQ(vereine.size(), 28);
-    EXPECT_EQ(names(vereine).mid(0, 12),
-              QStringList({"NUMMER", "NAME", "KURZNAME", "GRAFIK_NR", "STAERKE", "STARTPLATZ", "SPIELER", "STADION_NAME",
-                           "STADT", "NATION", "STADION_SITZPL", "STADION_STEHPL"}));
-    EXPECT_EQ(vereine[15].name, "AUSWEICH_TW_TRIKOT_ART");
-    EXPECT_EQ(vereine[16].name, "F_TRIKOT_SPIELER");
-    EXPECT_EQ(vereine[27].name, "F_HOSE_TRAINER");
-    EXPECT_TRUE(vereine[1].isText());
-    EXPECT_TRUE(vereine[3].isInteger());
-    EXPECT_EQ(vereine[4].type, "REAL");
-
-    const auto national = w.db().columns("vereine_national");
-    ASSERT_EQ(national.size(), 32);
-    EXPECT_EQ(names(national).mid(9, 5), QStringList({"KLIMA", "NATION", "KONTINENT", "STADION_SITZPL", "STADION_STEHPL"}));
-    EXPECT_EQ(names(national).mid(30), QStringList({"NATIONALTEAM", "LANDNAME"}));
-
-    const auto spieler = names(w.db().columns("spieler"));
-    EXPECT_EQ(spieler, QStringList({"NUMMER", "NAME", "VORNAME", "Stärke", "Max_Stärke", "NATION", "GROESSE", "ART",
-                                    "REST_EINSÄTZE", "LIEBLINGSPOS_X", "LIEBLINGSPOS_Y", "RUECKENNUMMER", "GESICHT",
-                                    "HAUTFARBE", "HAARFARBE", "ERLERNT", "GESPERRT"}));
-    EXPECT_EQ(names(w.db().columns("vereinspieler")), QStringList({"verein", "spieler"}));
-    EXPECT_EQ(w.db().columns("a4spieler").size(), 12);
-
-    // The player grid takes the query's columns by position.
-    const QStringList grid = queryColumns(w.db(), "spielerinvereine");
-    ASSERT_EQ(grid.size(), 18);
-    EXPECT_EQ(grid.mid(0, 10), QStringList({"nummer", "name", "vorname", "stärke", "MAX_STÄRKE", "NATION", "GROESSE",
-                                            "art", "rueckennummer", "REST_EINSÄTZE"}));
-    EXPECT_EQ(grid.mid(13), QStringList({"GESICHT", "HAUTFARBE", "HAARFARBE", "ERLERNT", "GESPERRT"}));
-    EXPECT_TRUE(grid.contains("verein"));
-}
 
 TEST(Schema, ForeignFilesAreNeverTouched)
 {
