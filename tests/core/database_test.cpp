@@ -8,17 +8,8 @@
 #include <gtest/gtest.h>
 
 using namespace zorbo;
+using zorbo::test::NewWorld;
 using zorbo::test::TempFolder;
-
-namespace {
-
-struct NewWorld {
-    TempFolder dir;
-    OpenedDb opened = opendb(dir.file("zorbo.mdb"));
-    Database &db() { return *opened.db; }
-};
-
-} // namespace
 
 TEST(Schema, ForeignFilesAreNeverTouched)
 {

@@ -10,15 +10,10 @@
 #include <sqlite3.h>
 
 using namespace zorbo;
+using zorbo::test::NewWorld;
 using zorbo::test::TempFolder;
 
 namespace {
-
-struct NewWorld {
-    TempFolder dir;
-    OpenedDb opened = opendb(dir.file("zorbo.mdb"));
-    Database &db() { return *opened.db; }
-};
 
 // Runs what and returns the message of the DbError it throws.
 template <typename F>

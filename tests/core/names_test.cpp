@@ -10,27 +10,9 @@
 #include <gtest/gtest.h>
 
 using namespace zorbo;
+using zorbo::test::keysUnder;
+using zorbo::test::NewWorld;
 using zorbo::test::TempFolder;
-
-namespace {
-
-struct NewWorld {
-    TempFolder dir;
-    OpenedDb opened = opendb(dir.file("zorbo.mdb"));
-    Database &db() { return *opened.db; }
-};
-
-QStringList keysUnder(const TeamTree &tree, const QString &parent)
-{
-    QStringList keys;
-    for (const TreeNode &n : tree.nodes) {
-        if (n.parent == parent)
-            keys << n.key;
-    }
-    return keys;
-}
-
-} // namespace
 
 TEST(NameComparison, OneRuleInCodeAndInStatements)
 {

@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 
 using namespace zorbo;
+using zorbo::test::keysUnder;
 using zorbo::test::TempFolder;
 
 namespace {
@@ -21,16 +22,6 @@ void addCountry(Database &db, int nr, const QString &name, const QString &nation
 void addClub(Database &db, int nr, const QString &name, const QString &nation)
 {
     db.run("INSERT INTO vereine (NUMMER, NAME, NATION) VALUES (?1, ?2, ?3)", nr, name, nation);
-}
-
-QStringList keysUnder(const TeamTree &tree, const QString &parent)
-{
-    QStringList keys;
-    for (const TreeNode &n : tree.nodes) {
-        if (n.parent == parent)
-            keys << n.key;
-    }
-    return keys;
 }
 
 } // namespace

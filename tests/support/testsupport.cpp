@@ -47,4 +47,14 @@ TempFolder::TempFolder()
     m_dir.setAutoRemove(true);
 }
 
+QStringList keysUnder(const TeamTree &tree, const QString &parent)
+{
+    QStringList keys;
+    for (const TreeNode &n : tree.nodes) {
+        if (n.parent == parent)
+            keys << n.key;
+    }
+    return keys;
+}
+
 } // namespace zorbo::test

@@ -1,7 +1,11 @@
 #pragma once
 
+#include "core/schema.h"
+#include "core/teamtree.h"
+
 #include <QByteArray>
 #include <QString>
+#include <QStringList>
 #include <QTemporaryDir>
 
 namespace zorbo::test {
@@ -27,5 +31,15 @@ public:
 private:
     QTemporaryDir m_dir;
 };
+
+// A fresh world in a temporary folder: schema and reference tables, no teams.
+struct NewWorld {
+    TempFolder dir;
+    OpenedDb opened = opendb(dir.file("zorbo.mdb"));
+    Database &db() { return *opened.db; }
+};
+
+// Keys of the tree's nodes directly under parent, in tree order.
+QStringList keysUnder(const TeamTree &tree, const QString &parent);
 
 } // namespace zorbo::test
