@@ -1,7 +1,7 @@
 #include "core/programfolder.h"
-#include "core/ui/application.h"
+#include "app/application.h"
 #include "core/ui/dialogs.h"
-#include "core/ui/mainwindow.h"
+#include "app/mainwindow.h"
 
 #include <QApplication>
 #include <QDir>

@@ -1,4 +1,4 @@
-#include "core/ui/busy.h"
+#include "app/busy.h"
 
 #include <QApplication>
 #include <QLabel>

@@ -1,6 +1,6 @@
 #include "core/schema.h"
 #include "core/teamlists.h"
-#include "core/ui/mainwindow.h"
+#include "app/mainwindow.h"
 #include "core/generator.h"
 #include "editor/playergrid.h"
 #include "guisupport.h"
@@ -96,8 +96,8 @@ TEST_F(Editing, ClubCountryMarketAndContinentOpenTheirParts)
     EXPECT_TRUE(enabled("cboland"));
     EXPECT_TRUE(window->action("mnudateiitem(2)")->property("Offen").toBool());
     EXPECT_EQ(child<QWidget>(*window, "pictrikot(0)")->property("Tag").toInt(), 4);
-    EXPECT_EQ(window->gridmodel()->rowCount(), 20);
-    EXPECT_EQ(window->gridmodel()->row(0)[ColPosition], "Tor");
+    EXPECT_EQ(window->editor()->gridmodel()->rowCount(), 20);
+    EXPECT_EQ(window->editor()->gridmodel()->row(0)[ColPosition], "Tor");
     EXPECT_EQ(tree->property("Tag").toString(), "T20");
 
     clickNode(tree, "L11");
@@ -109,8 +109,8 @@ TEST_F(Editing, ClubCountryMarketAndContinentOpenTheirParts)
     EXPECT_FALSE(window->action("mnudateiitem(2)")->isEnabled());
     EXPECT_FALSE(window->action("save")->isEnabled());
     EXPECT_FALSE(window->action("mnudateiitem(2)")->property("Offen").toBool());
-    EXPECT_TRUE(window->gridmodel()->isEmptySquad()) << "Österreich's national team has no players";
-    EXPECT_EQ(window->gridmodel()->rowCount(), 20);
+    EXPECT_TRUE(window->editor()->gridmodel()->isEmptySquad()) << "Österreich's national team has no players";
+    EXPECT_EQ(window->editor()->gridmodel()->rowCount(), 20);
     EXPECT_FALSE(enabled("flxgrdspieler")) << "empty rows take no click";
 
     clickNode(tree, "T0");
@@ -120,7 +120,7 @@ TEST_F(Editing, ClubCountryMarketAndContinentOpenTheirParts)
     EXPECT_FALSE(enabled("btnteamsave"));
     EXPECT_TRUE(enabled("Frame7"));
     EXPECT_FALSE(enabled("Frame6"));
-    EXPECT_EQ(window->gridmodel()->rowCount(), 1700);
+    EXPECT_EQ(window->editor()->gridmodel()->rowCount(), 1700);
 
     clickNode(tree, "Asien");
     EXPECT_FALSE(enabled("btnteamsave"));
@@ -181,11 +181,11 @@ TEST_F(Editing, PlayerRowOpensTheTabAndSaveUpdatesGridAndDatabase)
     clickNode(tree, "T22");
     auto *grid = child<QTableView>(*window, "flxgrdspieler");
     EXPECT_FALSE(enabled("btnspielerspeichern"));
-    const QModelIndex cell = window->gridmodel()->index(3, 1);
+    const QModelIndex cell = window->editor()->gridmodel()->index(3, 1);
     QTest::mouseClick(grid->viewport(), Qt::LeftButton, {}, grid->visualRect(cell).center());
     EXPECT_EQ(child<QTabWidget>(*window, "tabedit")->currentIndex(), 1);
     EXPECT_TRUE(enabled("btnspielerspeichern"));
-    const QStringList row = window->gridmodel()->row(3);
+    const QStringList row = window->editor()->gridmodel()->row(3);
     EXPECT_EQ(text("txtspielernr"), row[ColNummer]);
     EXPECT_EQ(child<QComboBox>(*window, "cbospielerland")->currentText(), "Österreich");
 
@@ -194,7 +194,7 @@ TEST_F(Editing, PlayerRowOpensTheTabAndSaveUpdatesGridAndDatabase)
     child<QComboBox>(*window, "cbospielermstärke")->setCurrentIndex(10);
     QTest::mouseClick(child<QPushButton>(*window, "btnspielerspeichern"), Qt::LeftButton);
     EXPECT_TRUE(dialogs.asked.isEmpty()) << dialogs.asked.join('\n').toStdString();
-    const QStringList after = window->gridmodel()->row(3);
+    const QStringList after = window->editor()->gridmodel()->row(3);
     EXPECT_EQ(after[ColName], "D'Alessandro \"Sandro\"");
     EXPECT_TRUE(after[ColStaerke].startsWith("3") && after[ColStaerke].endsWith("5 Sterne"));
     EXPECT_EQ(window->db()->scalar("SELECT \"Stärke\" FROM spieler WHERE NUMMER = ?1", row[0].toLongLong()).toInt(),
@@ -209,7 +209,7 @@ TEST_F(Editing, PlayerRowOpensTheTabAndSaveUpdatesGridAndDatabase)
     if (!shot.isEmpty()) {
         clickNode(tree, "T20");
         window->grab().save(shot + "/mainwindow-club.png");
-        QTest::mouseClick(grid->viewport(), Qt::LeftButton, {}, grid->visualRect(window->gridmodel()->index(4, 1)).center());
+        QTest::mouseClick(grid->viewport(), Qt::LeftButton, {}, grid->visualRect(window->editor()->gridmodel()->index(4, 1)).center());
         window->grab().save(shot + "/mainwindow-player.png");
     }
 }
@@ -233,7 +233,7 @@ TEST_F(Editing, RebuiltListsKeepTheCountriesOnShow)
     // A club of the second country of the list, and one of its players.
     clickNode(tree, "T22");
     auto *grid = child<QTableView>(*window, "flxgrdspieler");
-    QTest::mouseClick(grid->viewport(), Qt::LeftButton, {}, grid->visualRect(window->gridmodel()->index(2, 1)).center());
+    QTest::mouseClick(grid->viewport(), Qt::LeftButton, {}, grid->visualRect(window->editor()->gridmodel()->index(2, 1)).center());
     const qint64 player = text("txtspielernr").toLongLong();
     EXPECT_EQ(child<QComboBox>(*window, "cbospielerland")->currentText(), "Österreich");
 
@@ -255,9 +255,9 @@ TEST_F(Editing, TypingLimitsStopTypingButKeepLongerStoredText)
     clickNode(tree, "T20");
     auto *grid = child<QTableView>(*window, "flxgrdspieler");
     int row = 0;
-    while (window->gridmodel()->row(row)[ColVorname] != "Jürgen")
+    while (window->editor()->gridmodel()->row(row)[ColVorname] != "Jürgen")
         ++row;
-    QTest::mouseClick(grid->viewport(), Qt::LeftButton, {}, grid->visualRect(window->gridmodel()->index(row, 1)).center());
+    QTest::mouseClick(grid->viewport(), Qt::LeftButton, {}, grid->visualRect(window->editor()->gridmodel()->index(row, 1)).center());
     auto *vorname = child<QLineEdit>(*window, "txtspielervorname");
     EXPECT_EQ(vorname->text(), "Jürgen");
     vorname->setFocus();
@@ -304,12 +304,12 @@ TEST_F(Editing, ArrowKeysOpenWhatTheySelectAndTabLeavesTheTalentGrid)
     QTest::keyClick(tree, Qt::Key_Down);
     ASSERT_EQ(tree->currentItem(), node(tree, "T21"));
     EXPECT_EQ(text("txttnr"), "21");
-    EXPECT_EQ(window->gridmodel()->row(0)[ColLand], "Deutschland");
+    EXPECT_EQ(window->editor()->gridmodel()->row(0)[ColLand], "Deutschland");
 
     auto *grid = child<QTableView>(*window, "flxgrdspieler");
-    QTest::mouseClick(grid->viewport(), Qt::LeftButton, {}, grid->visualRect(window->gridmodel()->index(0, 1)).center());
+    QTest::mouseClick(grid->viewport(), Qt::LeftButton, {}, grid->visualRect(window->editor()->gridmodel()->index(0, 1)).center());
     QTest::keyClick(grid, Qt::Key_Down);
-    EXPECT_EQ(text("txtspielernr"), window->gridmodel()->row(1)[ColNummer]);
+    EXPECT_EQ(text("txtspielernr"), window->editor()->gridmodel()->row(1)[ColNummer]);
     EXPECT_EQ(child<QTabWidget>(*window, "tabedit")->currentIndex(), 1);
 
     auto *talents = child<QWidget>(*window, "flxgrdattribute");
@@ -323,10 +323,10 @@ TEST_F(Editing, ArrowKeysOpenWhatTheySelectAndTabLeavesTheTalentGrid)
 TEST_F(Editing, NewNodesWearThePicturesOfStoredOnes)
 {
     const auto picture = [](QTreeWidgetItem *item) { return item->icon(0).pixmap(16, 16).toImage(); };
-    QTreeWidgetItem *club = window->addprovisional(false, "Deutschland");
+    QTreeWidgetItem *club = window->editor()->addprovisional(false, "Deutschland");
     ASSERT_NE(club, nullptr);
     EXPECT_EQ(picture(club), picture(node(tree, "T20")));
-    QTreeWidgetItem *country = window->addprovisional(true, "Asien");
+    QTreeWidgetItem *country = window->editor()->addprovisional(true, "Asien");
     ASSERT_NE(country, nullptr);
     EXPECT_EQ(picture(country), picture(node(tree, "L10")));
     EXPECT_NE(picture(country), picture(club));

@@ -1,4 +1,4 @@
-#include "core/ui/mainwindow.h"
+#include "app/mainwindow.h"
 #include "guisupport.h"
 #include "support/testsupport.h"
 

@@ -1,5 +1,5 @@
 #include "core/schema.h"
-#include "core/ui/mainwindow.h"
+#include "app/mainwindow.h"
 #include "editor/facecode.h"
 #include "editor/facepictures.h"
 #include "core/generator.h"
@@ -66,10 +66,10 @@ protected:
                 QTest::mouseClick(tree->viewport(), Qt::LeftButton, {}, tree->visualItemRect(*it).center());
             }
         auto *grid = child<QTableView>(*window, "flxgrdspieler");
-        for (int r = 0; r < window->gridmodel()->rowCount(); ++r)
-            if (window->gridmodel()->row(r)[ColNummer].toLongLong() == first)
+        for (int r = 0; r < window->editor()->gridmodel()->rowCount(); ++r)
+            if (window->editor()->gridmodel()->row(r)[ColNummer].toLongLong() == first)
                 QTest::mouseClick(grid->viewport(), Qt::LeftButton, {},
-                                  grid->visualRect(window->gridmodel()->index(r, 1)).center());
+                                  grid->visualRect(window->editor()->gridmodel()->index(r, 1)).center());
         face = child<FaceView>(*window, "picgesicht");
     }
     // Answers the modal face dialog once it is open.

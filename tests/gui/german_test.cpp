@@ -1,6 +1,6 @@
 // Qt's own dialogs speak German, whatever the system's language, and the
 // title is the program's with nothing put behind it.
-#include "core/ui/mainwindow.h"
+#include "app/mainwindow.h"
 #include "guisupport.h"
 #include "support/testsupport.h"
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/ui/dialogs.h"
+#include "editor/ui/editorview.h"
 
 #include <QStringList>
 #include <QTest>

@@ -1,5 +1,5 @@
 #include "core/defaultfolders.h"
-#include "core/ui/mainwindow.h"
+#include "app/mainwindow.h"
 #include "editor/kitart.h"
 #include "editor/kitcolours.h"
 #include "editor/ui/kitgridmodel.h"
@@ -9,7 +9,7 @@
 #include "resources/tga.h"
 #include "resources/ui/crestgridmodel.h"
 #include "resources/ui/crestpicker.h"
-#include "resources/ui/crestview.h"
+#include "core/ui/crestview.h"
 #include "support/testsupport.h"
 
 #include <QAction>
@@ -124,7 +124,7 @@ protected:
         for (QTreeWidgetItemIterator it(tree); *it; ++it) {
             if ((*it)->data(0, Qt::UserRole).toString() == key) {
                 tree->setCurrentItem(*it);
-                window->tvdb_NodeClick(*it);
+                window->editor()->tvdb_NodeClick(*it);
                 return;
             }
         }
@@ -136,7 +136,7 @@ protected:
     void pickKit(int slot, int pick)
     {
         whenModal([this, pick] {
-            KitPicker *picker = window->kitpicker();
+            KitPicker *picker = window->editor()->kitpicker();
             ASSERT_NE(picker, nullptr);
             if (pick >= 0)
                 picker->flxgrdtrikot_Click(picker->model()->index(pick / 12, pick % 12));
@@ -194,13 +194,13 @@ TEST_F(Kits, ClubShowsItsKitsAndCrest)
     select("T20");
     window->findChild<QWidget *>("tabteam")->grab().save(shot + "/teamtab-kits.png");
     whenModal([this, shot] {
-        window->kitpicker()->flxgrdtrikot_Click(window->kitpicker()->model()->index(1, 2));
-        window->kitpicker()->grab().save(shot + "/kitpicker.png");
+        window->editor()->kitpicker()->flxgrdtrikot_Click(window->editor()->kitpicker()->model()->index(1, 2));
+        window->editor()->kitpicker()->grab().save(shot + "/kitpicker.png");
     });
     QTest::mouseDClick(preview(0)->picture(), Qt::LeftButton);
     whenModal([this, shot] {
-        window->crestpicker()->flxgrdwappen_Click(window->crestpicker()->model()->index(1, 6));
-        window->crestpicker()->grab().save(shot + "/crestpicker.png");
+        window->findChild<CrestPicker *>()->flxgrdwappen_Click(window->findChild<CrestPicker *>()->model()->index(1, 6));
+        window->findChild<CrestPicker *>()->grab().save(shot + "/crestpicker.png");
     });
     QTest::mouseClick(crest, Qt::LeftButton);
 }
@@ -220,7 +220,7 @@ TEST_F(Kits, PickedKitReachesTheDatabaseOnlyWithTheSave)
     EXPECT_EQ(value("SELECT F_TRIKOT_SPIELER FROM vereine WHERE NUMMER = 20").toString(), "\"200, 10, 10\"");
 
     pickKit(1, 9);
-    window->btnteamsave_Click();
+    window->editor()->btnteamsave_Click();
     EXPECT_EQ(value("SELECT AUSWEICH_TRIKOT_ART FROM vereine WHERE NUMMER = 20").toInt(), 9);
     EXPECT_EQ(value("SELECT F_AUSW_HOSE_SPIELER FROM vereine WHERE NUMMER = 20").toString(), "  0,128,  0");
     EXPECT_EQ(value("SELECT TRIKOT_ART FROM vereine WHERE NUMMER = 20").toInt(), 4);
@@ -229,7 +229,7 @@ TEST_F(Kits, PickedKitReachesTheDatabaseOnlyWithTheSave)
 TEST_F(Kits, KitSetSwitchMarksBothPlacesAndRenewsThePicker)
 {
     pickKit(0, -1);
-    QPointer<KitPicker> first = window->kitpicker();
+    QPointer<KitPicker> first = window->editor()->kitpicker();
     ASSERT_TRUE(first);
     window->action("trikotzorbode")->trigger();
     EXPECT_TRUE(window->action("mnuoptionenitem(1)")->isChecked());
@@ -243,7 +243,7 @@ TEST_F(Kits, KitSetSwitchMarksBothPlacesAndRenewsThePicker)
     pickKit(0, 9);
     EXPECT_EQ(preview(0)->colours()[0], (Rgb{0, 0, 128}));
     EXPECT_EQ(preview(0)->picture()->pixmap().toImage().pixelColor(30, 30), QColor(Qt::blue));
-    window->btnteamsave_Click();
+    window->editor()->btnteamsave_Click();
     EXPECT_EQ(value("SELECT F_TRIKOT_SPIELER FROM vereine WHERE NUMMER = 20").toString(), "  0,  0,128");
 }
 
@@ -263,7 +263,7 @@ TEST_F(Kits, CrestPickerLastCellDoesNothingAndCancelKeepsTheNumber)
 {
     auto *crest = window->findChild<CrestView *>("ImgXwappen");
     whenModal([this] {
-        CrestPicker *picker = window->crestpicker();
+        CrestPicker *picker = window->findChild<CrestPicker *>();
         ASSERT_NE(picker, nullptr);
         EXPECT_EQ(picker->wappennr(), "12");
         picker->flxgrdwappen_Click(picker->model()->index(90, 10));
@@ -280,14 +280,14 @@ TEST_F(Kits, CrestPickerLastCellDoesNothingAndCancelKeepsTheNumber)
     EXPECT_FALSE(QFileInfo::exists(dir.file("wappen/vereins_wappen_1000.tga")));
 
     whenModal([this] {
-        CrestPicker *picker = window->crestpicker();
+        CrestPicker *picker = window->findChild<CrestPicker *>();
         picker->flxgrdwappen_Click(picker->model()->index(0, 5));
         picker->findChild<QPushButton *>("btnok")->click();
     });
     QTest::mouseClick(crest, Qt::LeftButton);
     EXPECT_EQ(grafnr(), "5");
     EXPECT_EQ(crest->image().pixelColor(3, 3), QColor(0, 255, 0));
-    window->btnteamsave_Click();
+    window->editor()->btnteamsave_Click();
     EXPECT_EQ(value("SELECT GRAFIK_NR FROM vereine WHERE NUMMER = 20").toInt(), 5);
 }
 
@@ -326,7 +326,7 @@ TEST_F(Kits, NewCountryAndClubLiveAsProvisionalNodesUntilSaved)
     EXPECT_EQ(window->findChild<QComboBox *>("cboland")->currentText(), "Deutschland");
 
     window->findChild<QLineEdit *>("txtteamlang")->setText("SV Neustadt");
-    window->btnteamsave_Click();
+    window->editor()->btnteamsave_Click();
     EXPECT_EQ(value("SELECT NAME FROM vereine WHERE NUMMER = 22").toString(), "SV Neustadt");
     EXPECT_EQ(value("SELECT count(*) FROM vereinspieler WHERE verein = 22").toInt(), 20);
     EXPECT_EQ(tree->currentItem()->data(0, Qt::UserRole).toString(), "T22");

@@ -1,5 +1,5 @@
 #include "core/schema.h"
-#include "core/ui/mainwindow.h"
+#include "app/mainwindow.h"
 #include "core/generator.h"
 #include "editor/playergrid.h"
 #include "editor/ui/talentgrid.h"
@@ -66,10 +66,10 @@ protected:
     void showPlayer(qint64 nummer)
     {
         auto *grid = window->findChild<QTableView *>("flxgrdspieler");
-        for (int r = 0; r < window->gridmodel()->rowCount(); ++r)
-            if (window->gridmodel()->row(r)[ColNummer].toLongLong() == nummer) {
+        for (int r = 0; r < window->editor()->gridmodel()->rowCount(); ++r)
+            if (window->editor()->gridmodel()->row(r)[ColNummer].toLongLong() == nummer) {
                 QTest::mouseClick(grid->viewport(), Qt::LeftButton, {},
-                                  grid->visualRect(window->gridmodel()->index(r, 1)).center());
+                                  grid->visualRect(window->editor()->gridmodel()->index(r, 1)).center());
                 return;
             }
         FAIL() << "no row for " << nummer;

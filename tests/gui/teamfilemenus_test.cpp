@@ -1,4 +1,4 @@
-#include "core/ui/mainwindow.h"
+#include "app/mainwindow.h"
 #include "platform/codepage.h"
 #include "exchange/configruns.h"
 #include "guisupport.h"
@@ -38,7 +38,7 @@ struct SampleWorld : ::testing::Test {
         window->formload();
         ASSERT_TRUE(importconfig(*window->db(), ZORBO_EXAMPLES "/beispielwelt/1_tm.cfg", ConfigKind::Teams).ok());
         ASSERT_TRUE(importconfig(*window->db(), ZORBO_EXAMPLES "/beispielwelt/1_sp.cfg", ConfigKind::Players).ok());
-        window->reloadtree();
+        window->editor()->reloadtree();
         tree = window->findChild<QTreeWidget *>("tvdb");
     }
     int count(const char *sql) { return window->db()->scalar(QString::fromUtf8(sql)).toInt(); }
@@ -53,7 +53,7 @@ struct SampleWorld : ::testing::Test {
 
 TEST_F(SampleWorld, ClubSavedToAFileComesBackAsANewClub)
 {
-    window->tvdb_NodeClick(node(tree, "T12"));
+    window->editor()->tvdb_NodeClick(node(tree, "T12"));
     tree->setCurrentItem(node(tree, "T12"));
     ASSERT_TRUE(window->action("mnudateiitem(2)")->isEnabled());
     dialogs.file = dir.file("Fortuna.tea");

@@ -2,7 +2,7 @@
 // club, country and player of two worlds, saved twice and again after a
 // visit to the other tab.
 #include "core/schema.h"
-#include "core/ui/mainwindow.h"
+#include "app/mainwindow.h"
 #include "core/generator.h"
 #include "editor/kitcolours.h"
 #include "editor/playergrid.h"
@@ -141,8 +141,8 @@ protected:
 
     void clickrow(int row)
     {
-        grid->scrollTo(window->gridmodel()->index(row, 1));
-        QTest::mouseClick(grid->viewport(), Qt::LeftButton, {}, grid->visualRect(window->gridmodel()->index(row, 1)).center());
+        grid->scrollTo(window->editor()->gridmodel()->index(row, 1));
+        QTest::mouseClick(grid->viewport(), Qt::LeftButton, {}, grid->visualRect(window->editor()->gridmodel()->index(row, 1)).center());
     }
 
     TempFolder dir;
@@ -173,9 +173,9 @@ TEST_P(UnchangedSave, EveryTeamAndPlayerSavedAsShownLeavesEveryTableAsItWas)
             ASSERT_TRUE(dialogs.asked.isEmpty()) << key.toStdString() << ": " << dialogs.asked.join('\n').toStdString();
             ASSERT_EQ(firstdifference(before, dumpworld(*window->db())), "") << key.toStdString();
         }
-        if (window->gridmodel()->isEmptySquad())
+        if (window->editor()->gridmodel()->isEmptySquad())
             continue;
-        for (int row = 0; row < window->gridmodel()->rowCount(); ++row, ++players) {
+        for (int row = 0; row < window->editor()->gridmodel()->rowCount(); ++row, ++players) {
             clickrow(row);
             ASSERT_EQ(tabs->currentIndex(), 1);
             savethrice("btnspielerspeichern", 1);
@@ -209,7 +209,7 @@ TEST(UnchangedSaveAfterOpen, ATeamFileOpenedAsANewClubLeavesTheClubShownBeforeAs
     ASSERT_NE(shown, nullptr);
     const QString shownKey = shown->data(0, Qt::UserRole).toString();
     tree->setCurrentItem(shown);
-    window.tvdb_NodeClick(shown);
+    window.editor()->tvdb_NodeClick(shown);
     const QString shownName = child<QLineEdit>(window, "txtteamlang")->text();
     const QString country = child<QComboBox>(window, "cboland")->currentText();
 
@@ -225,7 +225,7 @@ TEST(UnchangedSaveAfterOpen, ATeamFileOpenedAsANewClubLeavesTheClubShownBeforeAs
         child<QComboBox>(*open, "cboland")->setCurrentText(country);
         child<QPushButton>(*open, "btnok")->click();
     });
-    window.mnudateiitem_Click(1);
+    window.action("mnudateiitem(1)")->trigger();
     const QString newKey = tree->currentItem()->data(0, Qt::UserRole).toString();
     ASSERT_NE(newKey, shownKey);
     EXPECT_EQ(child<QLineEdit>(window, "txttnr")->text(), newKey.mid(1));

@@ -4,8 +4,7 @@
 #include "core/ui/combochoice.h"
 #include "platform/numbers.h"
 #include "editor/ui/kitpreview.h"
-#include "resources/crestfiles.h"
-#include "resources/ui/crestview.h"
+#include "core/ui/crestview.h"
 #include "editor/ui/formfields.h"
 
 #include <QComboBox>
@@ -133,11 +132,7 @@ void TeamTab::showkit(int slot, int art, const std::optional<KitColours> &colour
 
 void TeamTab::loadwappen(int n)
 {
-    QString path;
-    if (m_wappenFolder.isEmpty() || !ensurecrest(m_wappenFolder, n, path))
-        m_wappen->setImage({});
-    else
-        m_wappen->loadfile(path);
+    m_wappen->setImage(m_crestsource ? m_crestsource(n) : QImage());
 }
 
 void TeamTab::setCrest(const QImage &image, const QString &grafnr)

@@ -3,6 +3,8 @@
 #include "editor/teamsave.h"
 #include "editor/ui/kittarget.h"
 
+#include <functional>
+
 #include <QWidget>
 #include <array>
 
@@ -38,7 +40,8 @@ public:
     void showkit(int slot, int art, const std::optional<KitColours> &colours) override;
 
     // The wappen folder, for the crests.
-    void setWappenFolder(const QString &folder) { m_wappenFolder = folder; }
+    // Where the crest on show comes from: the picture of crest n.
+    void setCrestSource(std::function<QImage(int)> source) { m_crestsource = std::move(source); }
     // Shows crest n; a crest without a file gets a copy of default.tga.
     void loadwappen(int n);
     // Takes a crest chosen in the picker, picture and number.
@@ -67,7 +70,7 @@ private:
     std::array<KitPreview *, 3> m_kit{};
     QPushButton *m_save;
     QString m_kitFolder;
-    QString m_wappenFolder;
+    std::function<QImage(int)> m_crestsource;
 };
 
 } // namespace zorbo

@@ -1,19 +1,14 @@
-// The file menu's import and export runs: the game's configuration files
-// and the crest archive.
-#include "core/ui/busy.h"
+#include "exchange/ui/exchangemenus.h"
+
+#include "core/settings.h"
 #include "core/ui/dialogs.h"
-#include "core/ui/mainwindow.h"
+#include "core/ui/shell.h"
 #include "exchange/configruns.h"
 #include "exchange/teamfile.h"
 #include "exchange/teamfileopen.h"
 #include "exchange/ui/opendialog.h"
-#include "resources/crestlist.h"
-#include "resources/crestrun.h"
 
-#include <QAction>
-#include <QGroupBox>
-#include <QLabel>
-#include <QTreeWidget>
+#include <QWidget>
 
 namespace zorbo {
 
@@ -22,7 +17,6 @@ namespace {
 // Which file is meant is decided by the filter entry, never by the name.
 const QStringList configFilters = {QStringLiteral("Zorbo Vereine (1_tm.cfg) (*.cfg)"),
                                    QStringLiteral("Zorbo Spieler (1_sp.cfg) (*.cfg)")};
-const QStringList crestFilters = {QStringLiteral("Zorbo Wappen (wa.res) (wa*.res)")};
 const QStringList teamFilters = {QStringLiteral("Zorbo Editor Team (*.tea)")};
 
 QString summary(const QString &message, const QStringList &notes)
@@ -37,179 +31,147 @@ QString summary(const QString &message, const QStringList &notes)
 }
 
 // The outcome of a run: what it did with its notes, or why it stopped.
-void tell(Dialogs *dialogs, QWidget *parent, const QString &title, const Result &result, const QString &done,
-          const QStringList &notes)
+void tell(Shell &shell, const QString &title, const ExchangeResult &run)
 {
-    if (result.ok)
-        dialogs->information(parent, title, summary(done, notes));
+    if (run.ok())
+        shell.dialogs().information(shell.window(), title, summary(run.result.message, run.notes));
     else
-        dialogs->warning(parent, title, summary(result.message, notes));
+        shell.dialogs().warning(shell.window(), title, summary(run.result.message, run.notes));
+}
+
+// Runs a reader once as the game's code page; a file that reads as UTF-8
+// is read again as UTF-8 when the user says so.
+template<class Run>
+ExchangeResult askencoding(Shell &shell, const QString &title, Run run)
+{
+    ExchangeResult result = run(FileEncoding::Detect);
+    // Read as the game's code page, a UTF-8 file would bring every umlaut
+    // in as two characters; the run stopped before touching the world.
+    if (!result.ok() && result.looksUtf8) {
+        if (!shell.dialogs().question(shell.window(), title,
+                                      result.result.message + QStringLiteral("\n\nSoll die Datei als UTF-8 gelesen werden?")))
+            return ExchangeResult::failure(QString());
+        result = run(FileEncoding::Utf8);
+    }
+    return result;
+}
+
+void importconfigfile(Shell &shell)
+{
+    Database *db = shell.db();
+    if (!db)
+        return;
+    int filter = 0;
+    const QString file = shell.dialogs().openfile(shell.window(), QStringLiteral("Öffnen ..."),
+                                                  shell.settings().folder(ZorboconfigFolder), configFilters, &filter);
+    if (file.isEmpty())
+        return;
+    const ConfigKind kind = filter == 1 ? ConfigKind::Players : ConfigKind::Teams;
+    const ExchangeResult run = askencoding(shell, QStringLiteral("Import"), [&](FileEncoding encoding) {
+        const auto busy = shell.busy(kind == ConfigKind::Teams ? QStringLiteral("Importiere Vereine...")
+                                                               : QStringLiteral("Importiere Spieler..."));
+        return importconfig(*db, file, kind, busy->progress(), encoding);
+    });
+    if (!run.ok() && run.result.message.isEmpty())
+        return; // the user did not want the file read as UTF-8
+    if (run.ok())
+        shell.worldchanged();
+    tell(shell, QStringLiteral("Import"), run);
+}
+
+void exportconfigfile(Shell &shell)
+{
+    Database *db = shell.db();
+    if (!db)
+        return;
+    int filter = 0;
+    const QString file = shell.dialogs().savefile(shell.window(), QStringLiteral("Zorbo Config exportieren"),
+                                                  shell.settings().folder(ZorboconfigFolder), configFilters, &filter);
+    if (file.isEmpty())
+        return;
+    const ConfigKind kind = filter == 1 ? ConfigKind::Players : ConfigKind::Teams;
+    ExchangeResult run;
+    {
+        const auto busy = shell.busy(kind == ConfigKind::Teams ? QStringLiteral("Exportiere Vereine...")
+                                                               : QStringLiteral("Exportiere Spieler..."));
+        run = exportconfig(*db, file, kind, busy->progress());
+    }
+    tell(shell, QStringLiteral("Export"), run);
+}
+
+// The club on show goes out as a team file.
+void saveteamfile(Shell &shell)
+{
+    Database *db = shell.db();
+    const QString key = shell.shownkey();
+    if (!db || !key.startsWith(QLatin1Char('T')) || key.endsWith(QLatin1Char('_')))
+        return;
+    int filter = 0;
+    const QString file = shell.dialogs().savefile(
+        shell.window(), QStringLiteral("Speichern..."),
+        shell.settings().folder(ZorbodatenFolder) + shell.showntext() + QStringLiteral(".tea"), teamFilters, &filter);
+    if (file.isEmpty())
+        return;
+    ExchangeResult run;
+    {
+        const auto busy = shell.busy(QStringLiteral("Speichere Verein..."));
+        run = exportverein(*db, file, key.mid(1).toLongLong(), busy->progress());
+    }
+    if (!run.ok())
+        shell.dialogs().warning(shell.window(), QStringLiteral("Speichern"), run.result.message);
+    else
+        shell.status(run.result.message);
+}
+
+// A team file comes in as a new club or over a club; the club is shown afterwards.
+void openteamfile(Shell &shell)
+{
+    Database *db = shell.db();
+    if (!db)
+        return;
+    int filter = 0;
+    const QString file = shell.dialogs().openfile(shell.window(), QStringLiteral("Öffnen..."),
+                                                  shell.settings().folder(ZorbodatenFolder), teamFilters, &filter);
+    if (file.isEmpty())
+        return;
+    // Kept hidden between uses, so its lists follow every rebuild.
+    auto *dialog = shell.window()->findChild<OpenDialog *>(QStringLiteral("frmopen"));
+    if (!dialog)
+        dialog = new OpenDialog(shell.lists(), shell.window());
+    dialog->setfile(file);
+    if (dialog->exec() != QDialog::Accepted)
+        return;
+    const ExchangeResult run = askencoding(shell, QStringLiteral("Öffnen"), [&](FileEncoding encoding) {
+        const auto busy = shell.busy(dialog->newclub() ? QStringLiteral("Erstelle Verein...")
+                                                       : QStringLiteral("Aktualisiere Verein..."));
+        return dialog->newclub() ? openteamnew(*db, file, dialog->country(), busy->progress(), encoding)
+                                 : openteamreplace(*db, file, dialog->club(), busy->progress(), encoding);
+    });
+    if (!run.ok()) {
+        if (!run.result.message.isEmpty())
+            shell.dialogs().warning(shell.window(), QStringLiteral("Öffnen"), run.result.message);
+        return;
+    }
+    shell.worldchanged(QStringLiteral("T%1").arg(run.team));
+    shell.status(run.result.message);
 }
 
 } // namespace
 
-void MainWindow::connectexchange()
+void installexchange(Shell &shell)
 {
-    connect(action(QStringLiteral("mnudateiitem(1)")), &QAction::triggered, this, [this] { mnudateiitem_Click(1); });
-    connect(action(QStringLiteral("mnudateiitem(2)")), &QAction::triggered, this, [this] { mnudateiitem_Click(2); });
-    connect(action(QStringLiteral("mnuimportitem(0)")), &QAction::triggered, this, [this] { mnuimportitem_Click(0); });
-    connect(action(QStringLiteral("mnuimportitem(1)")), &QAction::triggered, this, [this] { mnuimportitem_Click(1); });
-    connect(action(QStringLiteral("mnuexportitem(0)")), &QAction::triggered, this, [this] { mnuexportitem_Click(0); });
-    connect(action(QStringLiteral("mnuexportitem(1)")), &QAction::triggered, this, [this] { mnuexportitem_Click(1); });
-    action(QStringLiteral("impconfig"))->setEnabled(true);
-    action(QStringLiteral("expconfig"))->setEnabled(true);
-}
-
-void MainWindow::mnuimportitem_Click(int index)
-{
-    if (index == 0 && db()) {
-        int filter = 0;
-        const QString file = m_dialogs->openfile(this, QStringLiteral("Öffnen ..."), m_settings.folder(ZorboconfigFolder),
-                                                 configFilters, &filter);
-        if (file.isEmpty())
-            return;
-        const ConfigKind kind = filter == 1 ? ConfigKind::Players : ConfigKind::Teams;
-        const auto importRun = [&](FileEncoding encoding) {
-            Busy busy(this, m_status, m_progress,
-                      kind == ConfigKind::Teams ? QStringLiteral("Importiere Vereine...") : QStringLiteral("Importiere Spieler..."));
-            return importconfig(*db(), file, kind, busy.progress(), encoding);
-        };
-        ExchangeResult run = importRun(FileEncoding::Detect);
-        // Read as the game's code page, a UTF-8 file would bring every umlaut
-        // in as two characters; the run stopped before touching the world.
-        if (!run.ok() && run.looksUtf8) {
-            if (!m_dialogs->question(this, QStringLiteral("Import"),
-                                     run.result.message + QStringLiteral("\n\nSoll die Datei als UTF-8 gelesen werden?")))
-                return;
-            run = importRun(FileEncoding::Utf8);
-        }
-        if (run.ok())
-            reloadandshow();
-        tell(m_dialogs, this, QStringLiteral("Import"), run.result, run.result.message, run.notes);
-    } else if (index == 1) {
-        int filter = 0;
-        const QString file = m_dialogs->openfile(this, QStringLiteral("Importieren Wappen..."),
-                                                 m_settings.folder(ZorboresFolder) + QStringLiteral("wa.res"), crestFilters,
-                                                 &filter);
-        if (file.isEmpty())
-            return;
-        CrestRunReport run;
-        {
-            Busy busy(this, m_status, m_progress, QStringLiteral("Importiere Wappen..."));
-            run = importwappen(file, m_settings.folder(WappenFolder), busy.progress());
-        }
-        tell(m_dialogs, this, QStringLiteral("Wappen"), run.result,
-             QStringLiteral("%1 Wappen aus %2 übernommen.").arg(run.written).arg(file), run.problems);
-        // An export packs the crests of wa.lst only; the user's list is
-        // changed only when asked.
-        if (run.result.ok && !run.missingFromList.isEmpty()
-            && m_dialogs->question(this, QStringLiteral("Wappen"),
-                                   QStringLiteral("%1 Wappen des Archivs fehlen in wa.lst und blieben beim Export draußen. "
-                                                  "Sollen sie in wa.lst aufgenommen werden?")
-                                       .arg(run.missingFromList.size()))) {
-            int added = 0;
-            const Result listed = addtocrestlist(m_settings.folder(WappenFolder), run.missingFromList, &added);
-            if (listed)
-                m_status->setText(QStringLiteral("%1 Wappen in wa.lst aufgenommen.").arg(added));
-            else
-                m_dialogs->warning(this, QStringLiteral("Wappen"), listed.message);
-        }
-    }
-}
-
-void MainWindow::mnuexportitem_Click(int index)
-{
-    if (index == 0 && db()) {
-        int filter = 0;
-        const QString file = m_dialogs->savefile(this, QStringLiteral("Zorbo Config exportieren"),
-                                                 m_settings.folder(ZorboconfigFolder), configFilters, &filter);
-        if (file.isEmpty())
-            return;
-        const ConfigKind kind = filter == 1 ? ConfigKind::Players : ConfigKind::Teams;
-        ExchangeResult run;
-        {
-            Busy busy(this, m_status, m_progress,
-                      kind == ConfigKind::Teams ? QStringLiteral("Exportiere Vereine...") : QStringLiteral("Exportiere Spieler..."));
-            run = exportconfig(*db(), file, kind, busy.progress());
-        }
-        tell(m_dialogs, this, QStringLiteral("Export"), run.result, run.result.message, run.notes);
-    } else if (index == 1) {
-        int filter = 0;
-        const QString file = m_dialogs->savefile(this, QStringLiteral("Exportiere Wappen..."),
-                                                 m_settings.folder(ZorboresFolder) + QStringLiteral("wa.res"), crestFilters,
-                                                 &filter);
-        if (file.isEmpty())
-            return;
-        CrestRunReport run;
-        {
-            Busy busy(this, m_status, m_progress, QStringLiteral("Exportiere Wappen..."));
-            run = exportwappen(file, m_settings.folder(WappenFolder), busy.progress());
-        }
-        tell(m_dialogs, this, QStringLiteral("Wappen"), run.result,
-             QStringLiteral("%1 Wappen nach %2 gepackt.").arg(run.written).arg(file), run.problems);
-    }
-}
-
-void MainWindow::mnudateiitem_Click(int index)
-{
-    if (index == 0)
-        shownew();
-    if (!db() || index == 0)
-        return;
-    QTreeWidgetItem *node = m_tvdb->currentItem();
-    const QString key = node ? node->data(0, Qt::UserRole).toString() : QString();
-    if (index == 2) {
-        if (!key.startsWith(QLatin1Char('T')) || key.endsWith(QLatin1Char('_')))
-            return;
-        int filter = 0;
-        const QString file = m_dialogs->savefile(this, QStringLiteral("Speichern..."),
-                                                 m_settings.folder(ZorbodatenFolder) + node->text(0) + QStringLiteral(".tea"),
-                                                 teamFilters, &filter);
-        if (file.isEmpty())
-            return;
-        ExchangeResult run;
-        {
-            Busy busy(this, m_status, m_progress, QStringLiteral("Speichere Verein..."));
-            run = exportverein(*db(), file, key.mid(1).toLongLong(), busy.progress());
-        }
-        if (!run.ok())
-            m_dialogs->warning(this, QStringLiteral("Speichern"), run.result.message);
-        else
-            m_status->setText(run.result.message);
-    } else if (index == 1) {
-        int filter = 0;
-        const QString file = m_dialogs->openfile(this, QStringLiteral("Öffnen..."), m_settings.folder(ZorbodatenFolder),
-                                                 teamFilters, &filter);
-        if (file.isEmpty())
-            return;
-        // Kept hidden between uses, so its lists follow every rebuild.
-        auto *dialog = findChild<OpenDialog *>(QStringLiteral("frmopen"));
-        if (!dialog)
-            dialog = new OpenDialog(lists(), this);
-        dialog->setfile(file);
-        if (dialog->exec() != QDialog::Accepted)
-            return;
-        const auto openRun = [&](FileEncoding encoding) {
-            Busy busy(this, m_status, m_progress,
-                      dialog->newclub() ? QStringLiteral("Erstelle Verein...") : QStringLiteral("Aktualisiere Verein..."));
-            return dialog->newclub() ? openteamnew(*db(), file, dialog->country(), busy.progress(), encoding)
-                                     : openteamreplace(*db(), file, dialog->club(), busy.progress(), encoding);
-        };
-        ExchangeResult run = openRun(FileEncoding::Detect);
-        if (!run.ok() && run.looksUtf8) {
-            if (!m_dialogs->question(this, QStringLiteral("Öffnen"),
-                                     run.result.message + QStringLiteral("\n\nSoll die Datei als UTF-8 gelesen werden?")))
-                return;
-            run = openRun(FileEncoding::Utf8);
-        }
-        if (!run.ok()) {
-            m_dialogs->warning(this, QStringLiteral("Öffnen"), run.result.message);
-            return;
-        }
-        m_tvdb->setProperty("Tag", QStringLiteral("T%1").arg(run.team));
-        reloadandshow();
-        m_status->setText(run.result.message);
-    }
+    shell.handle(QStringLiteral("mnudateiitem(1)"), [&shell] { openteamfile(shell); });
+    shell.handle(QStringLiteral("mnudateiitem(2)"), [&shell] { saveteamfile(shell); });
+    shell.handle(QStringLiteral("mnuimportitem(0)"), [&shell] { importconfigfile(shell); });
+    shell.handle(QStringLiteral("mnuexportitem(0)"), [&shell] { exportconfigfile(shell); });
+    // A team file is saved from a stored club on show.
+    const auto followshown = [&shell](const QString &key) {
+        const bool club = key.size() > 1 && key.front() == QLatin1Char('T') && !key.endsWith(QLatin1Char('_'))
+                          && key != QLatin1String("T0");
+        shell.setopen(QStringLiteral("mnudateiitem(2)"), club);
+    };
+    QObject::connect(&shell, &Shell::shown, &shell, followshown);
+    followshown(QString());
 }
 
 } // namespace zorbo

@@ -1,7 +1,7 @@
 #include "resources/ui/crestgridmodel.h"
 
 #include "resources/crestfiles.h"
-#include "resources/ui/crestview.h"
+#include "resources/ui/crestimage.h"
 
 namespace zorbo {
 

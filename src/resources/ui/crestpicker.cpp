@@ -2,7 +2,8 @@
 
 #include "resources/crestfiles.h"
 #include "resources/ui/crestgridmodel.h"
-#include "resources/ui/crestview.h"
+#include "core/ui/crestview.h"
+#include "resources/ui/crestimage.h"
 
 #include <QGroupBox>
 #include <QHBoxLayout>
@@ -113,7 +114,7 @@ void CrestPicker::flxgrdwappen_Click(const QModelIndex &index)
         return;
     QString path;
     ensurecrest(m_folder, n, path);
-    m_chosen->loadfile(path);
+    m_chosen->setImage(crestimage(path));
     m_wappennr = QString::number(n);
 }
 

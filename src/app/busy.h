@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/result.h"
+#include "core/ui/shell.h"
 
 #include <QPointer>
 #include <QString>
@@ -14,15 +14,15 @@ namespace zorbo {
 // The one way a long run shows that the program is busy: window disabled,
 // wait cursor, status text ending in "...", progress from 0 to 100. All of
 // it is undone when the object goes, also when the run fails.
-class Busy {
+class Busy : public BusyScope {
 public:
     Busy(QWidget *window, QLabel *status, QProgressBar *bar, const QString &text);
-    ~Busy();
+    ~Busy() override;
     Busy(const Busy &) = delete;
     Busy &operator=(const Busy &) = delete;
 
     // Progress callback for library operations; lets pending events run.
-    Progress progress();
+    Progress progress() override;
     void setText(const QString &text);
 
 private:

@@ -1,7 +1,8 @@
 // The two saves of the editor tabs.
-#include "core/ui/mainwindow.h"
+#include "editor/ui/editorview.h"
 
-#include "core/ui/busy.h"
+#include "core/settings.h"
+#include "core/ui/shell.h"
 #include "core/ui/dialogs.h"
 #include "editor/playergrid.h"
 #include "editor/playersave.h"
@@ -13,7 +14,7 @@
 
 namespace zorbo {
 
-void MainWindow::btnteamsave_Click()
+void EditorView::btnteamsave_Click()
 {
     QTreeWidgetItem *node = m_tvdb->currentItem();
     if (!db() || !node)
@@ -23,27 +24,26 @@ void MainWindow::btnteamsave_Click()
     const TeamForm form = m_teamtab->form();
     Result saved;
     {
-        Busy busy(this, m_status, m_progress, QStringLiteral("Speichere Land/Verein..."));
-        saved = teamsave(*db(), form, isNew, node->text(0), m_settings.trikotsatz);
+        const auto busy = m_shell.busy(QStringLiteral("Speichere Land/Verein..."));
+        saved = teamsave(*db(), form, isNew, node->text(0), settings().trikotsatz);
     }
     if (!saved) {
-        m_dialogs->warning(this, QStringLiteral("Land/Verein speichern"), saved.message);
+        m_shell.dialogs().warning(m_shell.window(), QStringLiteral("Land/Verein speichern"), saved.message);
         return;
     }
     if (isNew)
         key.chop(1);
-    m_tvdb->setProperty("Tag", key);
-    reloadandshow();
+    m_shell.worldchanged(key);
 }
 
-void MainWindow::btnspielerspeichern_Click()
+void EditorView::btnspielerspeichern_Click()
 {
     if (!db() || m_gridrow < 0)
         return;
     PlayerForm form = m_playertab->form();
     const Result saved = spielersave(*db(), form);
     if (!saved) {
-        m_dialogs->warning(this, QStringLiteral("Spieler speichern"), saved.message);
+        m_shell.dialogs().warning(m_shell.window(), QStringLiteral("Spieler speichern"), saved.message);
         return;
     }
     const QStringList row = updatedgridrow(m_gridmodel->row(m_gridrow), form, systemDecimalSign());

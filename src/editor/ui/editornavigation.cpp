@@ -1,8 +1,9 @@
 // The tree's click dispatch and what it opens: the team tab, the grid and
 // the player tab.
-#include "core/ui/mainwindow.h"
+#include "editor/ui/editorview.h"
 
-#include "core/ui/busy.h"
+#include "core/settings.h"
+#include "core/ui/shell.h"
 #include "core/ui/dialogs.h"
 #include "editor/playergrid.h"
 #include "editor/ui/playertab.h"
@@ -20,14 +21,14 @@
 
 namespace zorbo {
 
-void MainWindow::tvdb_NodeClick(QTreeWidgetItem *item)
+void EditorView::tvdb_NodeClick(QTreeWidgetItem *item)
 {
     if (!item)
         return;
     const QString key = item->data(0, Qt::UserRole).toString();
     const QChar kind = key.isEmpty() ? QChar() : key.front();
     m_note.clear();
-    m_status->clear();
+    m_shell.status(QString());
     anaus(NationalMode, false);
 
     // A team that exists only in the tree so far; the selection memory
@@ -44,6 +45,7 @@ void MainWindow::tvdb_NodeClick(QTreeWidgetItem *item)
             showtrikot2(0, slot);
         m_gridmodel->clear();
         m_tabedit->setCurrentIndex(0);
+        m_shell.setshown(key, item->text(0));
         return;
     }
 
@@ -70,17 +72,10 @@ void MainWindow::tvdb_NodeClick(QTreeWidgetItem *item)
         m_tabedit->setCurrentIndex(0);
     }
     m_tvdb->setProperty("Tag", key);
+    m_shell.setshown(key, item->text(0));
 }
 
-void MainWindow::setActionOpen(const QString &name, bool open)
-{
-    // An entry whose work has not come yet stays disabled whatever the mode.
-    QAction *act = action(name);
-    act->setProperty("Offen", open);
-    act->setEnabled(open && !act->property("pending").toBool());
-}
-
-void MainWindow::anaus(TeamMode mode, bool state)
+void EditorView::anaus(TeamMode mode, bool state)
 {
     m_playertab->setOpen(false);
     const auto setFrames = [&](std::initializer_list<const char *> names) {
@@ -98,24 +93,20 @@ void MainWindow::anaus(TeamMode mode, bool state)
     if (mode == NationalMode) {
         m_teamtab->setNational(state);
         m_teamtab->cboland()->setEnabled(false);
-        setActionOpen(QStringLiteral("mnudateiitem(2)"), false);
-        setActionOpen(QStringLiteral("save"), false);
     } else {
         m_teamtab->setNational(false);
         m_teamtab->cboland()->setEnabled(state);
-        for (const char *name : {"mnudateiitem(1)", "mnudateiitem(2)", "open", "save"})
-            setActionOpen(QLatin1String(name), state);
     }
 }
 
-void MainWindow::reportunlisted(const QString &land)
+void EditorView::reportunlisted(const QString &land)
 {
     m_note = QStringLiteral("Das Land »%1« steht in keiner Liste; es bleibt gespeichert, bis ein anderes gewählt wird.")
                  .arg(land);
-    m_status->setText(m_note);
+    m_shell.status(m_note);
 }
 
-void MainWindow::showteam(qint64 nummer, TeamMode mode)
+void EditorView::showteam(qint64 nummer, TeamMode mode)
 {
     if (!db())
         return;
@@ -123,38 +114,38 @@ void MainWindow::showteam(qint64 nummer, TeamMode mode)
     try {
         form = readteam(*db(), nummer, mode);
     } catch (const DbError &e) {
-        m_status->setText(e.text());
+        m_shell.status(e.text());
         return;
     }
     if (form && !m_teamtab->setForm(*form, mode))
         reportunlisted(form->land);
 }
 
-void MainWindow::showlandnew(qint64 nummer, const QString &kontinent)
+void EditorView::showlandnew(qint64 nummer, const QString &kontinent)
 {
     m_teamtab->setForm(newcountryform(nummer, kontinent), NationalMode);
     m_teamtab->cboland()->setEnabled(false);
 }
 
-void MainWindow::showteamnew(qint64 nummer, const QString &land)
+void EditorView::showteamnew(qint64 nummer, const QString &land)
 {
     m_teamtab->setForm(newclubform(nummer, land), ClubMode);
     m_teamtab->cboland()->setEnabled(true);
 }
 
-void MainWindow::showspielerliste(qint64 team)
+void EditorView::showspielerliste(qint64 team)
 {
     m_gridrow = -1;
     if (!db())
         return;
     QList<QStringList> rows;
     {
-        Busy busy(this, m_status, m_progress, QStringLiteral("Lade Spielerliste..."));
+        const auto busy = m_shell.busy(QStringLiteral("Lade Spielerliste..."));
         m_grid->setEnabled(false);
         try {
             rows = loadspielerliste(*db(), team, systemDecimalSign());
         } catch (const DbError &e) {
-            m_dialogs->warning(this, QStringLiteral("Spielerliste"), e.text());
+            m_shell.dialogs().warning(m_shell.window(), QStringLiteral("Spielerliste"), e.text());
         }
         m_gridmodel->setRows(std::move(rows));
         // An empty squad's rows can't be chosen.
@@ -162,10 +153,10 @@ void MainWindow::showspielerliste(qint64 team)
     }
     // The busy state has cleared the status bar; a note of this click stays.
     if (!m_note.isEmpty())
-        m_status->setText(m_note);
+        m_shell.status(m_note);
 }
 
-void MainWindow::flxgrdspieler_Click(const QModelIndex &index)
+void EditorView::flxgrdspieler_Click(const QModelIndex &index)
 {
     if (!index.isValid() || m_gridmodel->isEmptySquad())
         return;
@@ -178,7 +169,7 @@ void MainWindow::flxgrdspieler_Click(const QModelIndex &index)
         QStringList numbers;
         for (qint64 n : unknown)
             numbers << QString::number(n);
-        m_status->setText(QStringLiteral("Der Spieler hat Talente, die der Editor nicht kennt: %1. Sie bleiben gespeichert.")
+        m_shell.status(QStringLiteral("Der Spieler hat Talente, die der Editor nicht kennt: %1. Sie bleiben gespeichert.")
                               .arg(numbers.join(QStringLiteral(", "))));
     }
     m_tabedit->setCurrentIndex(1);

@@ -1,4 +1,4 @@
-#include "core/ui/application.h"
+#include "app/application.h"
 
 #include <QApplication>
 #include <QLibraryInfo>

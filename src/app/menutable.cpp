@@ -1,11 +1,11 @@
 // Menu and toolbar of the main window.
-#include "core/ui/mainwindow.h"
+#include "app/mainwindow.h"
 
 #include <QAction>
 #include <QMenu>
 #include <QMenuBar>
+#include <QStyle>
 #include <QToolBar>
-#include <QTreeWidget>
 
 namespace zorbo {
 
@@ -92,15 +92,6 @@ const Button buttons[] = {
     {"trikotzorbode", "Trikotsatz (Zorbode)", "mnuoptionenitem(1)", QStyle::SP_DialogNoButton},
 };
 
-// Entries whose work is in place; the others wait, disabled, for theirs.
-const QStringList working = {
-    QStringLiteral("mnudateiitem(0)"), QStringLiteral("mnudateiitem(1)"), QStringLiteral("mnudateiitem(2)"),
-    QStringLiteral("mnudateiitem(4)"), QStringLiteral("mnudateiitem(5)"), QStringLiteral("mnudateiitem(7)"),
-    QStringLiteral("mnuimportitem(0)"), QStringLiteral("mnuimportitem(1)"), QStringLiteral("mnuexportitem(0)"),
-    QStringLiteral("mnuexportitem(1)"), QStringLiteral("mnupopupitem(0)"), QStringLiteral("mnuoptionenitem(0)"),
-    QStringLiteral("mnuoptionenitem(1)"), QStringLiteral("mnuoptionenitem(2)"), QStringLiteral("mnuinfoitem(0)"),
-};
-
 } // namespace
 
 void MainWindow::buildmenus()
@@ -128,8 +119,9 @@ void MainWindow::buildmenus()
                 act = target->addAction(QString::fromUtf8(e.caption));
                 if (e.shortcut)
                     act->setShortcut(QKeySequence(QLatin1String(e.shortcut)));
-                act->setEnabled(working.contains(name));
-                act->setProperty("pending", !working.contains(name));
+                // Disabled until a subsystem takes the entry's work.
+                act->setEnabled(false);
+                act->setProperty("pending", true);
             }
             act->setObjectName(name);
             act->setVisible(!e.hidden);
@@ -141,19 +133,6 @@ void MainWindow::buildmenus()
     action(QStringLiteral("mnuoptionenitem(0)"))->setCheckable(true);
     action(QStringLiteral("mnuoptionenitem(1)"))->setCheckable(true);
     action(QStringLiteral("mnuoptionenitem(1)"))->setChecked(true);
-
-    connect(action(QStringLiteral("mnudateiitem(0)")), &QAction::triggered, this, [this] { mnudateiitem_Click(0); });
-    connect(action(QStringLiteral("mnudateiitem(7)")), &QAction::triggered, this, &QWidget::close);
-    connect(action(QStringLiteral("mnupopupitem(0)")), &QAction::triggered, this, &MainWindow::reloadtree);
-    connect(action(QStringLiteral("mnuoptionenitem(0)")), &QAction::triggered, this, [this] { mnuoptionenitem_Click(0); });
-    connect(action(QStringLiteral("mnuoptionenitem(1)")), &QAction::triggered, this, [this] { mnuoptionenitem_Click(1); });
-    connect(action(QStringLiteral("mnuoptionenitem(2)")), &QAction::triggered, this, [this] { mnuoptionenitem_Click(2); });
-    connect(action(QStringLiteral("mnuinfoitem(0)")), &QAction::triggered, this, &MainWindow::showabout);
-
-    auto *popup = findChild<QMenu *>(QStringLiteral("mnupopup"));
-    m_tvdb->setContextMenuPolicy(Qt::CustomContextMenu);
-    connect(m_tvdb, &QWidget::customContextMenuRequested, this,
-            [this, popup](const QPoint &pos) { popup->exec(m_tvdb->viewport()->mapToGlobal(pos)); });
 }
 
 void MainWindow::buildtoolbar()
@@ -174,12 +153,40 @@ void MainWindow::buildtoolbar()
         act->setEnabled(menuEntry->isEnabled());
         act->setProperty("pending", menuEntry->property("pending"));
         connect(act, &QAction::triggered, menuEntry, &QAction::trigger);
+        // The button is open whenever its entry is.
+        connect(menuEntry, &QAction::changed, act, [act, menuEntry] {
+            act->setEnabled(menuEntry->isEnabled());
+            act->setProperty("pending", menuEntry->property("pending"));
+            act->setProperty("Offen", menuEntry->property("Offen"));
+        });
         m_actions.insert(key, act);
     }
     for (const char *key : {"trikotoriginal", "trikotzorbode"})
         action(QLatin1String(key))->setCheckable(true);
     action(QStringLiteral("trikotoriginal"))->setChecked(true);
-    action(QStringLiteral("impanstoss4"))->setEnabled(false);
+    // The drawn pictures of ilsttoolbar replace the style's stand-ins.
+    const std::pair<const char *, const char *> toolbarIcons[] = {
+        {"new", "neu"},
+        {"open", "oeffnen"},
+        {"save", "speichern"},
+        {"impconfig", "importconfig"},
+        {"expconfig", "exportconfig"},
+        {"impanstoss4", "importanstoss"},
+        {"trikotoriginal", "trikotoriginal"},
+        {"trikotzorbode", "trikotzorbode"},
+    };
+    for (const auto &[key, file] : toolbarIcons)
+        action(QLatin1String(key))->setIcon(QIcon(QStringLiteral(":/icons/%1.png").arg(QLatin1String(file))));
+}
+
+void MainWindow::handle(const QString &name, std::function<void()> work)
+{
+    QAction *act = action(name);
+    if (!act)
+        return;
+    connect(act, &QAction::triggered, this, [work = std::move(work)] { work(); });
+    act->setProperty("pending", false);
+    act->setEnabled(act->property("Offen").isValid() ? act->property("Offen").toBool() : true);
 }
 
 } // namespace zorbo

@@ -1,4 +1,4 @@
-#include "core/ui/aboutdialog.h"
+#include "app/aboutdialog.h"
 
 #include "core/ui/dialogs.h"
 #include "generated/version.h"

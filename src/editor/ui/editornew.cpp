@@ -1,7 +1,8 @@
 // New countries and clubs: the dialog and the provisional tree node.
-#include "core/ui/mainwindow.h"
+#include "editor/ui/editorview.h"
 
 #include "core/teamlists.h"
+#include "core/ui/shell.h"
 #include "editor/provisional.h"
 #include "editor/ui/newentrydialog.h"
 
@@ -9,17 +10,17 @@
 
 namespace zorbo {
 
-void MainWindow::shownew()
+void EditorView::shownew()
 {
     if (!db())
         return;
-    NewEntryDialog dialog(m_lists->laender(), this);
+    NewEntryDialog dialog(m_shell.lists()->laender(), this);
     if (dialog.exec() != QDialog::Accepted)
         return;
     addprovisional(dialog.kind() == NewEntryDialog::Land, dialog.choice());
 }
 
-QTreeWidgetItem *MainWindow::addprovisional(bool land, const QString &choice)
+QTreeWidgetItem *EditorView::addprovisional(bool land, const QString &choice)
 {
     QStringList keys;
     for (QTreeWidgetItemIterator it(m_tvdb); *it; ++it)

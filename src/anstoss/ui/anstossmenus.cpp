@@ -1,0 +1,18 @@
+#include "anstoss/ui/anstossmenus.h"
+
+#include "core/gamedb.h"
+#include "core/ui/shell.h"
+
+#include <QAction>
+
+namespace zorbo {
+
+void installanstoss(Shell &shell)
+{
+    QObject::connect(&shell, &Shell::changed, &shell, [&shell] {
+        if (QAction *button = shell.entry(QStringLiteral("impanstoss4")))
+            button->setEnabled(shell.db() && checka4(*shell.db()));
+    });
+}
+
+} // namespace zorbo

@@ -1,0 +1,113 @@
+#pragma once
+
+#include "platform/result.h"
+
+#include <QImage>
+#include <QObject>
+#include <QString>
+#include <functional>
+#include <memory>
+#include <optional>
+
+class QAction;
+class QWidget;
+
+namespace zorbo {
+
+class Database;
+class Dialogs;
+struct Settings;
+class TeamLists;
+
+// A run in progress: the window is disabled and the status bar shows the
+// text and the progress until the object goes.
+class BusyScope {
+public:
+    virtual ~BusyScope() = default;
+    virtual Progress progress() = 0;
+};
+
+// A crest chosen in the crest picker.
+struct ChosenCrest {
+    QString wappennr;
+    QImage image;
+};
+
+// What the crests' subsystem lends the other windows.
+struct CrestService {
+    // The picture of crest n; a null image when it has none.
+    std::function<QImage(int n)> image;
+    // The crest picker, opened on the crest on show; nothing when cancelled.
+    std::function<std::optional<ChosenCrest>(const QImage &current, const QString &wappennr)> choose;
+};
+
+// What the main window offers the windows of the subsystems: the open world,
+// the dialogs, runs with progress, the status bar, the menu entries and the
+// services one subsystem lends another. Each subsystem's install function
+// takes a Shell and hangs its work on the entries named in the shell's menu
+// table; an entry nobody takes stays disabled.
+class Shell : public QObject {
+    Q_OBJECT
+public:
+    using QObject::QObject;
+
+    virtual Database *db() const = 0;
+    virtual Settings &settings() = 0;
+    virtual Dialogs &dialogs() const = 0;
+    virtual QWidget *window() = 0;
+    // The country and club lists that every combo box shows.
+    virtual TeamLists *lists() const = 0;
+    // The widget that fills the window below the toolbar.
+    virtual void setcentral(QWidget *widget) = 0;
+
+    // A menu entry or toolbar button by its objectName, as "mnuimportitem(0)";
+    // null when the table has no such entry.
+    virtual QAction *entry(const QString &name) const = 0;
+    // Runs work on the entry (and on the toolbar button that stands for it)
+    // and enables both.
+    virtual void handle(const QString &name, std::function<void()> work) = 0;
+    // Disables (or enables again) an entry that has work, with its button;
+    // "Offen" tells whether the entry fits what is on show.
+    void setopen(const QString &name, bool open);
+
+    virtual std::unique_ptr<BusyScope> busy(const QString &text) = 0;
+    virtual void status(const QString &text) = 0;
+
+    // The node on show in the tree, as "T12" for a club, and its text; the
+    // window that shows the tree tells it.
+    QString shownkey() const { return m_shownkey; }
+    QString showntext() const { return m_showntext; }
+    void setshown(const QString &key, const QString &text)
+    {
+        m_shownkey = key;
+        m_showntext = text;
+        emit shown(key);
+    }
+
+    // Crest pictures and the crest picker, once the crests' subsystem has
+    // lent them; a null image and no choice before.
+    void setcrests(CrestService service) { m_crests = std::move(service); }
+    QImage crestimage(int n) const { return m_crests.image ? m_crests.image(n) : QImage(); }
+    std::optional<ChosenCrest> choosecrest(const QImage &current, const QString &wappennr) const
+    {
+        return m_crests.choose ? m_crests.choose(current, wappennr) : std::nullopt;
+    }
+
+    // After a run that changed the world: everything on show is read again;
+    // select, when given, is the tree key to show afterwards.
+    void worldchanged(const QString &select = {}) { emit changed(select); }
+
+signals:
+    // The world was opened: settings read, database open or missing.
+    void opened();
+    void changed(const QString &select);
+    // The tree's node on show changed.
+    void shown(const QString &key);
+
+private:
+    CrestService m_crests;
+    QString m_shownkey;
+    QString m_showntext;
+};
+
+} // namespace zorbo
