@@ -146,11 +146,6 @@ QString TeamTab::grafnr() const
     return m_grafnr->text();
 }
 
-bool TeamTab::national() const
-{
-    return !m_kontinent->isHidden();
-}
-
 void TeamTab::setNational(bool national)
 {
     m_kontinent->setVisible(national);
@@ -165,6 +160,8 @@ QGroupBox *TeamTab::frame(const QString &name) const
 bool TeamTab::setForm(const TeamForm &form, TeamMode mode)
 {
     setNational(mode == NationalMode);
+    // The save goes to the table the form was read from.
+    m_table = mode == NationalMode ? TeamTable::VereineNational : TeamTable::Vereine;
     m_nummer->setText(QString::number(form.nummer));
     m_lang->setText(form.name);
     m_kurz->setText(form.kurzname);
@@ -186,7 +183,7 @@ TeamForm TeamTab::form() const
 {
     TeamForm f;
     f.nummer = m_nummer->text().toLongLong();
-    f.table = national() ? TeamTable::VereineNational : TeamTable::Vereine;
+    f.table = m_table;
     f.name = m_lang->text();
     f.kurzname = m_kurz->text();
     f.grafiknr = m_grafnr->text();

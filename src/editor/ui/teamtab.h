@@ -49,8 +49,7 @@ public:
     CrestView *imgxwappen() const { return m_wappen; }
     QString grafnr() const;
 
-    // True exactly when a national team is on show; the save takes its table by it.
-    bool national() const;
+    // Shows or hides the continent, which only a national team has.
     void setNational(bool national);
 
     QGroupBox *frame(const QString &name) const;
@@ -66,6 +65,7 @@ private:
     QLineEdit *m_nummer, *m_grafnr, *m_lang, *m_kurz, *m_stadt, *m_stadion, *m_sitz, *m_steh;
     QComboBox *m_land, *m_kontinent;
     QLabel *m_kontinentLabel;
+    TeamTable m_table = TeamTable::Vereine;
     CrestView *m_wappen;
     std::array<KitPreview *, 3> m_kit{};
     QPushButton *m_save;
