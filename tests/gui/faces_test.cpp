@@ -67,7 +67,7 @@ protected:
             }
         auto *grid = child<QTableView>(*window, "flxgrdspieler");
         for (int r = 0; r < window->gridmodel()->rowCount(); ++r)
-            if (window->gridmodel()->row(r)[ColNummer].toLongLong() == first)
+            if (window->gridmodel()->player(r).nummer == first)
                 QTest::mouseClick(grid->viewport(), Qt::LeftButton, {},
                                   grid->visualRect(window->gridmodel()->index(r, 1)).center());
         face = child<FaceView>(*window, "picgesicht");

@@ -67,7 +67,7 @@ protected:
     {
         auto *grid = window->findChild<QTableView *>("flxgrdspieler");
         for (int r = 0; r < window->gridmodel()->rowCount(); ++r)
-            if (window->gridmodel()->row(r)[ColNummer].toLongLong() == nummer) {
+            if (window->gridmodel()->player(r).nummer == nummer) {
                 QTest::mouseClick(grid->viewport(), Qt::LeftButton, {},
                                   grid->visualRect(window->gridmodel()->index(r, 1)).center());
                 return;
