@@ -67,7 +67,7 @@ int main(int argc, char **argv)
     std::size_t nodes = 0;
     const double tree = zorbo::bench::medianms(runs, [&] { nodes = load_dbteam(o.db.get()).nodes.size(); });
     PlayerGridModel model;
-    const double grid = zorbo::bench::medianms(runs, [&] { model.setRows(loadspielerliste(*o.db, 0, QLatin1Char(','))); });
+    const double grid = zorbo::bench::medianms(runs, [&] { model.setRows(loadspielerliste(*o.db, 0)); });
     std::printf("load_dbteam data step (%zu nodes): median %.1f ms over %d runs (target < 100 ms)\n", nodes, tree,
                 runs);
     std::printf("grid with the transfer market (%d rows): median %.1f ms over %d runs (target < 50 ms)\n",

@@ -1,7 +1,5 @@
 #include "editor/playergrid.h"
 
-#include "platform/numbers.h"
-
 namespace zorbo {
 
 namespace {
@@ -18,71 +16,131 @@ const QStringList &positionsnamen()
     return names;
 }
 
-QList<QStringList> loadspielerliste(Database &db, qint64 team, QChar decimalSign)
+QList<GridPlayer> loadspielerliste(Database &db, qint64 team)
 {
-    QList<QStringList> rows;
+    QList<GridPlayer> players;
     Statement st = db.prepare(QStringLiteral(
         "SELECT nummer, name, vorname, \"stärke\", \"MAX_STÄRKE\", NATION, GROESSE, art, rueckennummer, "
         "\"REST_EINSÄTZE\", LIEBLINGSPOS_X, LIEBLINGSPOS_Y, verein, GESICHT, HAUTFARBE, HAARFARBE, ERLERNT, GESPERRT "
         "FROM spielerinvereine WHERE verein = ?1 ORDER BY art, name, vorname"));
     st.bind(1, team);
-    const QStringList &positions = positionsnamen();
+    const auto integer = [&](int c) { return st.isNull(c) ? std::optional<qint64>() : st.integer(c); };
+    const auto real = [&](int c) { return st.isNull(c) ? std::optional<double>() : st.real(c); };
+    const auto text = [&](int c) { return st.isNull(c) ? std::optional<QString>() : st.text(c); };
     while (st.step()) {
-        QStringList texts;
-        texts.reserve(PlayerColumnCount);
-        for (int c = 0; c < PlayerColumnCount; ++c) {
-            if (c == ColStaerke || c == ColMaxStaerke) {
-                texts << sternetext(st.isNull(c) ? 0 : st.integer(c), decimalSign);
-            } else if (c == ColPosition) {
-                const qint64 art = st.isNull(c) ? -1 : st.integer(c);
-                texts << (art >= 0 && art < positions.size() ? positions[art] : QString());
-            } else {
-                texts << (st.isNull(c) ? QString() : st.text(c));
-            }
-        }
-        rows << texts;
+        GridPlayer p;
+        p.nummer = st.integer(ColNummer);
+        p.name = text(ColName);
+        p.vorname = text(ColVorname);
+        p.staerke = integer(ColStaerke);
+        p.maxstaerke = integer(ColMaxStaerke);
+        p.nation = text(ColLand);
+        p.groesse = integer(ColGroesse);
+        p.art = integer(ColPosition);
+        p.rueckennummer = integer(ColRueckennummer);
+        p.restspiele = integer(ColRestspiele);
+        p.lieblingsposX = real(ColLieblingsposX);
+        p.lieblingsposY = real(ColLieblingsposY);
+        p.verein = st.integer(ColVerein);
+        p.gesicht = integer(ColGesicht);
+        p.hautfarbe = integer(ColHautfarbe);
+        p.haarfarbe = integer(ColHaarfarbe);
+        p.erlernt = text(ColErlernt);
+        p.gesperrt = text(ColGesperrt);
+        players << p;
     }
-    return rows;
+    return players;
 }
 
-PlayerGridModel::PlayerGridModel(QObject *parent) : QAbstractTableModel(parent) {}
+PlayerGridModel::PlayerGridModel(QObject *parent, QChar decimalSign)
+    : QAbstractTableModel(parent), m_decimalSign(decimalSign)
+{
+}
 
-void PlayerGridModel::setRows(QList<QStringList> rows)
+void PlayerGridModel::setRows(QList<GridPlayer> players)
 {
     beginResetModel();
-    m_empty = rows.isEmpty();
-    if (m_empty) {
-        for (int i = 0; i < emptyRows; ++i)
-            rows << QStringList(PlayerColumnCount, QString());
-    }
-    m_rows = std::move(rows);
+    m_empty = players.isEmpty();
+    m_players = std::move(players);
     endResetModel();
 }
 
 void PlayerGridModel::clear()
 {
     beginResetModel();
-    m_rows.clear();
+    m_players.clear();
     m_empty = false;
     endResetModel();
 }
 
-QStringList PlayerGridModel::row(int r) const
+GridPlayer PlayerGridModel::player(int row) const
 {
-    return r >= 0 && r < m_rows.size() ? m_rows[r] : QStringList();
+    return row >= 0 && row < m_players.size() ? m_players[row] : GridPlayer();
 }
 
-void PlayerGridModel::setRow(int r, const QStringList &texts)
+void PlayerGridModel::setPlayer(int row, const GridPlayer &player)
 {
-    if (r < 0 || r >= m_rows.size() || texts.size() != PlayerColumnCount)
+    if (row < 0 || row >= m_players.size())
         return;
-    m_rows[r] = texts;
-    emit dataChanged(index(r, 0), index(r, PlayerColumnCount - 1));
+    m_players[row] = player;
+    emit dataChanged(index(row, 0), index(row, PlayerColumnCount - 1));
+}
+
+QString PlayerGridModel::celltext(const GridPlayer &p, int column) const
+{
+    const auto number = [](const std::optional<qint64> &value) {
+        return value ? QString::number(*value) : QString();
+    };
+    const auto real = [](const std::optional<double> &value) {
+        return value ? QString::number(*value, 'g', 15) : QString();
+    };
+    switch (column) {
+    case ColNummer:
+        return QString::number(p.nummer);
+    case ColName:
+        return p.name.value_or(QString());
+    case ColVorname:
+        return p.vorname.value_or(QString());
+    case ColStaerke:
+        return sternetext(p.staerke.value_or(0), m_decimalSign);
+    case ColMaxStaerke:
+        return sternetext(p.maxstaerke.value_or(0), m_decimalSign);
+    case ColLand:
+        return p.nation.value_or(QString());
+    case ColGroesse:
+        return number(p.groesse);
+    case ColPosition:
+        return p.art && *p.art >= 0 && *p.art < positionsnamen().size() ? positionsnamen()[*p.art] : QString();
+    case ColRueckennummer:
+        return number(p.rueckennummer);
+    case ColRestspiele:
+        return number(p.restspiele);
+    case ColLieblingsposX:
+        return real(p.lieblingsposX);
+    case ColLieblingsposY:
+        return real(p.lieblingsposY);
+    case ColVerein:
+        return QString::number(p.verein);
+    case ColGesicht:
+        return number(p.gesicht);
+    case ColHautfarbe:
+        return number(p.hautfarbe);
+    case ColHaarfarbe:
+        return number(p.haarfarbe);
+    case ColErlernt:
+        return p.erlernt.value_or(QString());
+    case ColGesperrt:
+        return p.gesperrt.value_or(QString());
+    default:
+        return {};
+    }
 }
 
 int PlayerGridModel::rowCount(const QModelIndex &parent) const
 {
-    return parent.isValid() ? 0 : int(m_rows.size());
+    if (parent.isValid())
+        return 0;
+    return m_empty ? emptyRows : int(m_players.size());
 }
 
 int PlayerGridModel::columnCount(const QModelIndex &parent) const
@@ -96,7 +154,7 @@ QVariant PlayerGridModel::data(const QModelIndex &index, int role) const
         return {};
     switch (role) {
     case Qt::DisplayRole:
-        return m_rows[index.row()][index.column()];
+        return m_empty ? QString() : celltext(m_players[index.row()], index.column());
     case Qt::TextAlignmentRole:
         if (index.column() < VisiblePlayerColumns)
             return QVariant::fromValue(Qt::Alignment(Qt::AlignCenter));

@@ -7,6 +7,8 @@
 #include <QStringList>
 #include <QVariant>
 
+#include <optional>
+
 struct sqlite3;
 struct sqlite3_stmt;
 
@@ -30,6 +32,12 @@ public:
     Statement &bind(int index, const QString &value);
     Statement &bind(int index, const char *value) { return bind(index, QString::fromUtf8(value)); }
     Statement &bindNull(int index);
+    // An empty optional binds SQL NULL.
+    template <typename T>
+    Statement &bind(int index, const std::optional<T> &value)
+    {
+        return value ? bind(index, *value) : bindNull(index);
+    }
 
     template <typename... Args>
     Statement &bindAll(const Args &...args)

@@ -1,6 +1,7 @@
 #include "core/schema.h"
 #include "editor/playergrid.h"
 #include "editor/playersave.h"
+#include "support/qstringprint.h"
 #include "support/testsupport.h"
 
 #include <QAbstractItemModelTester>
@@ -34,26 +35,6 @@ protected:
         db().run("INSERT INTO vereinspieler VALUES (5, ?1)", nr);
     }
     Database &db() { return *opened.db; }
-    PlayerForm formOf(const QStringList &row)
-    {
-        PlayerForm f;
-        f.nummer = row[ColNummer].toLongLong();
-        f.name = row[ColName];
-        f.vorname = row[ColVorname];
-        f.staerkeIndex = sterneindex(row[ColStaerke]);
-        f.maxIndex = sterneindex(row[ColMaxStaerke]);
-        f.land = row[ColLand];
-        f.groesse = row[ColGroesse];
-        f.art = int(positionsnamen().indexOf(row[ColPosition]));
-        f.einsatz = row[ColRestspiele];
-        f.rnr = row[ColRueckennummer];
-        f.gesicht = row[ColGesicht].toLongLong();
-        f.hautfarbe = row[ColHautfarbe].toLongLong();
-        f.haarfarbe = row[ColHaarfarbe].toLongLong();
-        f.erlernt = row[ColErlernt];
-        f.gesperrt = row[ColGesperrt];
-        return f;
-    }
 
     TempFolder dir;
     OpenedDb opened;
@@ -61,39 +42,43 @@ protected:
 
 } // namespace
 
-TEST_F(Players, SquadInTheQuerysOrderWithStarsAndPositions)
+TEST_F(Players, SquadInTheQuerysOrderWithItsStoredValues)
 {
-    const QList<QStringList> rows = loadspielerliste(db(), 5, QLatin1Char(','));
+    const QList<GridPlayer> rows = loadspielerliste(db(), 5);
     ASSERT_EQ(rows.size(), 5);
     QStringList order;
-    for (const QStringList &r : rows) {
-        ASSERT_EQ(r.size(), PlayerColumnCount);
-        order << r[ColName] + " " + r[ColVorname];
-    }
+    for (const GridPlayer &p : rows)
+        order << *p.name + " " + *p.vorname;
     EXPECT_EQ(order, QStringList({"Baum T.", "Meier K.", "Abel A.", "Zöller A.", "Abel B."}));
-    EXPECT_EQ(rows[0][ColPosition], "Tor");
-    EXPECT_EQ(rows[2][ColPosition], "Mittelfeld");
-    EXPECT_EQ(rows[4][ColPosition], "Sturm");
-    EXPECT_EQ(rows[3][ColStaerke], "2,4 Sterne") << "4750 is shown rounded to one decimal";
-    EXPECT_EQ(rows[4][ColStaerke], "4,5 Sterne");
-    EXPECT_EQ(rows[2][ColMaxStaerke], "6,0 Sterne");
-    EXPECT_EQ(rows[0][ColRueckennummer], "7");
-    EXPECT_EQ(rows[0][ColRestspiele], "100");
-    EXPECT_EQ(rows[0][ColErlernt], "1,5");
-    EXPECT_EQ(sterneindex(rows[3][ColStaerke]), 5);
-    EXPECT_EQ(sterneindex("4.5 Sterne"), 9);
-    EXPECT_EQ(sterneindex("1,25 Sterne"), 2) << "2.5 half stars round to even";
+    const GridPlayer &z = rows[3];
+    EXPECT_EQ(z.nummer, 1);
+    EXPECT_EQ(z.staerke, 4750);
+    EXPECT_EQ(z.art, 2);
+    EXPECT_EQ(z.rueckennummer, 7);
+    EXPECT_EQ(z.restspiele, 100);
+    EXPECT_EQ(z.lieblingsposY, 1.5);
+    EXPECT_EQ(z.verein, 5);
+    EXPECT_EQ(z.haarfarbe, 4);
+    EXPECT_EQ(z.erlernt, QString("1,5"));
+    EXPECT_EQ(z.gesperrt, QString(""));
+
+    // The star entry is the half star nearest to the grid's text, "2,3 Sterne"
+    // for 4500 and "2,4 Sterne" for 4750 both showing as 2.5 stars.
+    for (auto [staerke, index] : std::initializer_list<std::pair<int, int>>{
+             {0, 0}, {-500, 0}, {2300, 2}, {4500, 5}, {4750, 5}, {7000, 7}, {11999, 12}, {13000, 12}})
+        EXPECT_EQ(sterneindexof(staerke), index) << staerke;
 }
 
 TEST_F(Players, SaveConvertsStrengthsAndKeepsTheRest)
 {
-    QList<QStringList> rows = loadspielerliste(db(), 5, QLatin1Char(','));
+    const GridPlayer zoeller = loadspielerliste(db(), 5)[3];
     // Zöller, 4750, shows as 2.5 stars: saved unchanged he keeps 4750, saved
     // with another entry he has 1000 units a half star.
-    PlayerForm f = formOf(rows[3]);
-    ASSERT_TRUE(spielersave(db(), f));
+    PlayerForm f = playerform(zoeller);
+    GridPlayer saved;
+    ASSERT_TRUE(spielersave(db(), f, &saved));
     EXPECT_EQ(db().scalar("SELECT \"Stärke\" FROM spieler WHERE NUMMER = 1").toInt(), 4750);
-    EXPECT_EQ(updatedgridrow(rows[3], f, QLatin1Char(','))[ColStaerke], rows[3][ColStaerke]);
+    EXPECT_EQ(saved, zoeller);
 
     f.staerkeIndex = 7;
     f.maxIndex = 10;
@@ -101,7 +86,7 @@ TEST_F(Players, SaveConvertsStrengthsAndKeepsTheRest)
     f.vorname = "'J";
     f.art = 3;
     f.gesicht = 6 * 8192 + 1; // hair digit 6, dark skin: the table knows it
-    ASSERT_TRUE(spielersave(db(), f));
+    ASSERT_TRUE(spielersave(db(), f, &saved));
     Statement st = db().prepare("SELECT NAME, VORNAME, \"Stärke\", \"Max_Stärke\", ART, HAUTFARBE, HAARFARBE, "
                                 "LIEBLINGSPOS_X, LIEBLINGSPOS_Y, ERLERNT, GESPERRT FROM spieler WHERE NUMMER = 1");
     ASSERT_TRUE(st.step());
@@ -117,24 +102,56 @@ TEST_F(Players, SaveConvertsStrengthsAndKeepsTheRest)
     EXPECT_EQ(st.text(9), "1,5");
     EXPECT_FALSE(st.isNull(10)) << "no talents is empty text, not Null";
     EXPECT_EQ(db().scalar("SELECT count(*) FROM vereinspieler WHERE spieler = 1 AND verein = 5").toInt(), 1);
+    GridPlayer expected = zoeller;
+    expected.name = "O\"Neill";
+    expected.vorname = "'J";
+    expected.staerke = 7000;
+    expected.maxstaerke = 10000;
+    expected.art = 3;
+    expected.gesicht = 6 * 8192 + 1;
+    expected.hautfarbe = 11;
+    expected.haarfarbe = 66;
+    EXPECT_EQ(saved, expected) << "the written player, unused columns along";
 
-    const QStringList row = updatedgridrow(rows[3], f, QLatin1Char(','));
-    EXPECT_EQ(row[ColStaerke], "3,5 Sterne");
-    EXPECT_EQ(row[ColMaxStaerke], "5,0 Sterne");
-    EXPECT_EQ(row[ColPosition], "Sturm");
-    EXPECT_EQ(row[ColHautfarbe], "11");
-    EXPECT_EQ(row[10], rows[3][10]) << "the unused columns travel along";
-
-    // A face the table doesn't know keeps the colours the row had.
+    // A face the table doesn't know keeps the colours the player had.
+    f = playerform(saved);
     f.gesicht = 9 * 8192;
-    ASSERT_TRUE(spielersave(db(), f));
-    EXPECT_EQ(f.hautfarbe, 11);
+    ASSERT_TRUE(spielersave(db(), f, &saved));
+    EXPECT_EQ(saved.hautfarbe, 11);
     EXPECT_EQ(db().scalar("SELECT HAARFARBE FROM spieler WHERE NUMMER = 1").toInt(), 66);
+}
+
+TEST_F(Players, NullsAndAPositionOutsideTheListSurviveAnUnchangedSave)
+{
+    db().run("INSERT INTO spieler (NUMMER, ART) VALUES (6, 7)");
+    db().run("INSERT INTO vereinspieler VALUES (6, 6)");
+    const QString nulls = "SELECT quote(NAME) || quote(VORNAME) || quote(\"Stärke\") || quote(\"Max_Stärke\") || "
+                          "quote(NATION) || quote(GROESSE) || quote(ART) || quote(\"REST_EINSÄTZE\") || "
+                          "quote(RUECKENNUMMER) || quote(GESICHT) || quote(HAUTFARBE) || quote(HAARFARBE) || "
+                          "quote(ERLERNT) || quote(GESPERRT) FROM spieler WHERE NUMMER = 6";
+    const QString before = db().scalar(nulls).toString();
+    const GridPlayer player = loadspielerliste(db(), 6).value(0);
+    EXPECT_FALSE(player.name || player.staerke || player.gesicht || player.erlernt);
+
+    PlayerForm f = playerform(player);
+    EXPECT_EQ(f.art, 0);
+    EXPECT_EQ(f.groesse, "");
+    GridPlayer saved;
+    ASSERT_TRUE(spielersave(db(), f, &saved));
+    EXPECT_EQ(db().scalar(nulls).toString(), before);
+    EXPECT_EQ(saved, player);
+
+    f.name = "Neu";
+    f.groesse = "x";
+    EXPECT_FALSE(spielersave(db(), f)) << "typed over a Null, a number field is checked";
+    f.groesse = "";
+    ASSERT_TRUE(spielersave(db(), f));
+    EXPECT_EQ(db().scalar(nulls).toString(), "'Neu'" + before.mid(4));
 }
 
 TEST_F(Players, NumberFieldsAreCheckedBeforeAnythingIsWritten)
 {
-    PlayerForm f = formOf(loadspielerliste(db(), 5, QLatin1Char(','))[0]);
+    PlayerForm f = playerform(loadspielerliste(db(), 5)[0]);
     f.name = "Geändert";
     for (auto [field, caption] : {std::pair{&PlayerForm::groesse, "Größe"}, std::pair{&PlayerForm::einsatz, "Resteinsätze"},
                                   std::pair{&PlayerForm::rnr, "Rückennummer"}}) {
@@ -146,32 +163,52 @@ TEST_F(Players, NumberFieldsAreCheckedBeforeAnythingIsWritten)
         bad.*field = "1x";
         EXPECT_FALSE(spielersave(db(), bad)) << caption;
     }
-    EXPECT_EQ(db().scalar("SELECT NAME FROM spieler WHERE NUMMER = ?1", f.nummer).toString(), "Baum");
+    EXPECT_EQ(db().scalar("SELECT NAME FROM spieler WHERE NUMMER = ?1", f.shown.nummer).toString(), "Baum");
 }
 
-TEST_F(Players, GridModelHoldsAllColumnsAndEmptySquadTakesNoClick)
+TEST_F(Players, GridModelShowsTheStoredValuesAndEmptySquadTakesNoClick)
 {
-    PlayerGridModel model;
+    PlayerGridModel model(nullptr, QLatin1Char(','));
     QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::Warning);
-    model.setRows(loadspielerliste(db(), 5, QLatin1Char(',')));
+    model.setRows(loadspielerliste(db(), 5));
+    const auto text = [&](int row, int column) { return model.data(model.index(row, column), Qt::DisplayRole).toString(); };
     EXPECT_EQ(model.rowCount(), 5);
     EXPECT_EQ(model.columnCount(), 18);
     EXPECT_EQ(model.headerData(3, Qt::Horizontal, Qt::DisplayRole).toString(), "Stärke");
     EXPECT_EQ(model.headerData(8, Qt::Horizontal, Qt::DisplayRole).toString(), "Rückenummer");
-    EXPECT_EQ(model.data(model.index(0, ColHaarfarbe), Qt::DisplayRole).toString(), "4");
+    EXPECT_EQ(text(0, ColPosition), "Tor");
+    EXPECT_EQ(text(2, ColPosition), "Mittelfeld");
+    EXPECT_EQ(text(4, ColPosition), "Sturm");
+    EXPECT_EQ(text(3, ColStaerke), "2,4 Sterne") << "4750 is shown rounded to one decimal";
+    EXPECT_EQ(text(2, ColMaxStaerke), "6,0 Sterne");
+    EXPECT_EQ(text(0, ColLand), "Österreich");
+    EXPECT_EQ(text(0, ColRueckennummer), "7");
+    EXPECT_EQ(text(0, ColLieblingsposX), "0.5");
+    EXPECT_EQ(text(0, ColHaarfarbe), "4");
+    EXPECT_EQ(text(0, ColErlernt), "1,5");
     EXPECT_FALSE(model.data(model.index(0, 1), PlayerGridModel::PaleRowRole).toBool());
     EXPECT_TRUE(model.data(model.index(1, 1), PlayerGridModel::PaleRowRole).toBool());
     EXPECT_FALSE(model.data(model.index(1, 0), PlayerGridModel::PaleRowRole).toBool()) << "the first column stays";
     EXPECT_TRUE(model.flags(model.index(0, 0)) & Qt::ItemIsSelectable);
 
-    QStringList changed = model.row(2);
-    changed[ColName] = "Neu";
-    model.setRow(2, changed);
-    EXPECT_EQ(model.data(model.index(2, ColName), Qt::DisplayRole).toString(), "Neu");
+    // A Null shows as nothing, a strength as no stars, an ART outside the list
+    // as no position.
+    GridPlayer changed = model.player(2);
+    changed.name = "Neu";
+    changed.staerke.reset();
+    changed.groesse.reset();
+    changed.art = 7;
+    model.setPlayer(2, changed);
+    EXPECT_EQ(model.player(2), changed);
+    EXPECT_EQ(text(2, ColName), "Neu");
+    EXPECT_EQ(text(2, ColStaerke), "0,0 Sterne");
+    EXPECT_EQ(text(2, ColGroesse), "");
+    EXPECT_EQ(text(2, ColPosition), "");
 
-    model.setRows(loadspielerliste(db(), 99, QLatin1Char(',')));
+    model.setRows(loadspielerliste(db(), 99));
     EXPECT_TRUE(model.isEmptySquad());
     EXPECT_EQ(model.rowCount(), 20);
+    EXPECT_EQ(text(0, ColStaerke), "");
     EXPECT_EQ(model.flags(model.index(0, 0)), Qt::NoItemFlags);
     EXPECT_FALSE(model.data(model.index(1, 1), PlayerGridModel::PaleRowRole).toBool());
 }

@@ -97,7 +97,7 @@ TEST_F(Editing, ClubCountryMarketAndContinentOpenTheirParts)
     EXPECT_TRUE(window->action("mnudateiitem(2)")->property("Offen").toBool());
     EXPECT_EQ(child<QWidget>(*window, "pictrikot(0)")->property("Tag").toInt(), 4);
     EXPECT_EQ(window->editor()->gridmodel()->rowCount(), 20);
-    EXPECT_EQ(window->editor()->gridmodel()->row(0)[ColPosition], "Tor");
+    EXPECT_EQ(window->editor()->gridmodel()->index(0, ColPosition).data().toString(), "Tor");
     EXPECT_EQ(tree->property("Tag").toString(), "T20");
 
     clickNode(tree, "L11");
@@ -185,8 +185,8 @@ TEST_F(Editing, PlayerRowOpensTheTabAndSaveUpdatesGridAndDatabase)
     QTest::mouseClick(grid->viewport(), Qt::LeftButton, {}, grid->visualRect(cell).center());
     EXPECT_EQ(child<QTabWidget>(*window, "tabedit")->currentIndex(), 1);
     EXPECT_TRUE(enabled("btnspielerspeichern"));
-    const QStringList row = window->editor()->gridmodel()->row(3);
-    EXPECT_EQ(text("txtspielernr"), row[ColNummer]);
+    const GridPlayer player = window->editor()->gridmodel()->player(3);
+    EXPECT_EQ(text("txtspielernr"), QString::number(player.nummer));
     EXPECT_EQ(child<QComboBox>(*window, "cbospielerland")->currentText(), "Österreich");
 
     setText("txtspielername", "D'Alessandro \"Sandro\"");
@@ -194,11 +194,10 @@ TEST_F(Editing, PlayerRowOpensTheTabAndSaveUpdatesGridAndDatabase)
     child<QComboBox>(*window, "cbospielermstärke")->setCurrentIndex(10);
     QTest::mouseClick(child<QPushButton>(*window, "btnspielerspeichern"), Qt::LeftButton);
     EXPECT_TRUE(dialogs.asked.isEmpty()) << dialogs.asked.join('\n').toStdString();
-    const QStringList after = window->editor()->gridmodel()->row(3);
-    EXPECT_EQ(after[ColName], "D'Alessandro \"Sandro\"");
-    EXPECT_TRUE(after[ColStaerke].startsWith("3") && after[ColStaerke].endsWith("5 Sterne"));
-    EXPECT_EQ(window->db()->scalar("SELECT \"Stärke\" FROM spieler WHERE NUMMER = ?1", row[0].toLongLong()).toInt(),
-              7000);
+    EXPECT_EQ(window->editor()->gridmodel()->player(3).name, QString("D'Alessandro \"Sandro\""));
+    const QString stars = window->editor()->gridmodel()->index(3, ColStaerke).data().toString();
+    EXPECT_TRUE(stars.startsWith("3") && stars.endsWith("5 Sterne")) << stars.toStdString();
+    EXPECT_EQ(window->db()->scalar("SELECT \"Stärke\" FROM spieler WHERE NUMMER = ?1", player.nummer).toInt(), 7000);
 
     setText("txtspielergroesse", "");
     QTest::mouseClick(child<QPushButton>(*window, "btnspielerspeichern"), Qt::LeftButton);
@@ -255,7 +254,7 @@ TEST_F(Editing, TypingLimitsStopTypingButKeepLongerStoredText)
     clickNode(tree, "T20");
     auto *grid = child<QTableView>(*window, "flxgrdspieler");
     int row = 0;
-    while (window->editor()->gridmodel()->row(row)[ColVorname] != "Jürgen")
+    while (window->editor()->gridmodel()->player(row).vorname != QString("Jürgen"))
         ++row;
     QTest::mouseClick(grid->viewport(), Qt::LeftButton, {}, grid->visualRect(window->editor()->gridmodel()->index(row, 1)).center());
     auto *vorname = child<QLineEdit>(*window, "txtspielervorname");
@@ -304,12 +303,12 @@ TEST_F(Editing, ArrowKeysOpenWhatTheySelectAndTabLeavesTheTalentGrid)
     QTest::keyClick(tree, Qt::Key_Down);
     ASSERT_EQ(tree->currentItem(), node(tree, "T21"));
     EXPECT_EQ(text("txttnr"), "21");
-    EXPECT_EQ(window->editor()->gridmodel()->row(0)[ColLand], "Deutschland");
+    EXPECT_EQ(window->editor()->gridmodel()->player(0).nation, QString("Deutschland"));
 
     auto *grid = child<QTableView>(*window, "flxgrdspieler");
     QTest::mouseClick(grid->viewport(), Qt::LeftButton, {}, grid->visualRect(window->editor()->gridmodel()->index(0, 1)).center());
     QTest::keyClick(grid, Qt::Key_Down);
-    EXPECT_EQ(text("txtspielernr"), window->editor()->gridmodel()->row(1)[ColNummer]);
+    EXPECT_EQ(text("txtspielernr"), QString::number(window->editor()->gridmodel()->player(1).nummer));
     EXPECT_EQ(child<QTabWidget>(*window, "tabedit")->currentIndex(), 1);
 
     auto *talents = child<QWidget>(*window, "flxgrdattribute");

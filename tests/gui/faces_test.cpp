@@ -67,7 +67,7 @@ protected:
             }
         auto *grid = child<QTableView>(*window, "flxgrdspieler");
         for (int r = 0; r < window->editor()->gridmodel()->rowCount(); ++r)
-            if (window->editor()->gridmodel()->row(r)[ColNummer].toLongLong() == first)
+            if (window->editor()->gridmodel()->player(r).nummer == first)
                 QTest::mouseClick(grid->viewport(), Qt::LeftButton, {},
                                   grid->visualRect(window->editor()->gridmodel()->index(r, 1)).center());
         face = child<FaceView>(*window, "picgesicht");

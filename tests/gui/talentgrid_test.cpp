@@ -67,7 +67,7 @@ protected:
     {
         auto *grid = window->findChild<QTableView *>("flxgrdspieler");
         for (int r = 0; r < window->editor()->gridmodel()->rowCount(); ++r)
-            if (window->editor()->gridmodel()->row(r)[ColNummer].toLongLong() == nummer) {
+            if (window->editor()->gridmodel()->player(r).nummer == nummer) {
                 QTest::mouseClick(grid->viewport(), Qt::LeftButton, {},
                                   grid->visualRect(window->editor()->gridmodel()->index(r, 1)).center());
                 return;

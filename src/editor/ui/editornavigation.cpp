@@ -138,12 +138,12 @@ void EditorView::showspielerliste(qint64 team)
     m_gridrow = -1;
     if (!db())
         return;
-    QList<QStringList> rows;
+    QList<GridPlayer> rows;
     {
         const auto busy = m_shell.busy(QStringLiteral("Lade Spielerliste..."));
         m_grid->setEnabled(false);
         try {
-            rows = loadspielerliste(*db(), team, systemDecimalSign());
+            rows = loadspielerliste(*db(), team);
         } catch (const DbError &e) {
             m_shell.dialogs().warning(m_shell.window(), QStringLiteral("Spielerliste"), e.text());
         }
@@ -162,9 +162,9 @@ void EditorView::flxgrdspieler_Click(const QModelIndex &index)
         return;
     m_gridrow = index.row();
     m_playertab->setOpen(true);
-    const QStringList row = m_gridmodel->row(m_gridrow);
-    if (!m_playertab->setRow(row))
-        reportunlisted(row[ColLand]);
+    const GridPlayer player = m_gridmodel->player(m_gridrow);
+    if (!m_playertab->setPlayer(player))
+        reportunlisted(player.nation.value_or(QString()));
     if (const QList<qint64> unknown = m_playertab->unknowntalents(); !unknown.isEmpty()) {
         QStringList numbers;
         for (qint64 n : unknown)

@@ -8,7 +8,6 @@
 #include "editor/playersave.h"
 #include "editor/ui/playertab.h"
 #include "editor/ui/teamtab.h"
-#include "platform/numbers.h"
 
 #include <QTreeWidget>
 
@@ -40,15 +39,14 @@ void EditorView::btnspielerspeichern_Click()
 {
     if (!db() || m_gridrow < 0)
         return;
-    PlayerForm form = m_playertab->form();
-    const Result saved = spielersave(*db(), form);
+    GridPlayer player;
+    const Result saved = spielersave(*db(), m_playertab->form(), &player);
     if (!saved) {
         m_shell.dialogs().warning(m_shell.window(), QStringLiteral("Spieler speichern"), saved.message);
         return;
     }
-    const QStringList row = updatedgridrow(m_gridmodel->row(m_gridrow), form, systemDecimalSign());
-    m_gridmodel->setRow(m_gridrow, row);
-    m_playertab->setRow(row);
+    m_gridmodel->setPlayer(m_gridrow, player);
+    m_playertab->setPlayer(player);
 }
 
 } // namespace zorbo

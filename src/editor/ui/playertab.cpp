@@ -117,26 +117,22 @@ void PlayerTab::setOpen(bool open)
     m_save->setEnabled(open);
 }
 
-bool PlayerTab::setRow(const QStringList &row)
+bool PlayerTab::setPlayer(const GridPlayer &player)
 {
-    if (row.size() != PlayerColumnCount)
-        return true;
-    m_row = row;
-    m_nummer->setText(row[ColNummer]);
-    m_name->setText(row[ColName]);
-    m_vorname->setText(row[ColVorname]);
-    m_staerke->setCurrentIndex(qBound(0, sterneindex(row[ColStaerke]), 12));
-    m_maxstaerke->setCurrentIndex(qBound(0, sterneindex(row[ColMaxStaerke]), 12));
-    const bool listed = choosetext(m_land, row[ColLand]);
-    m_groesse->setText(row[ColGroesse]);
-    m_einsatz->setText(row[ColRestspiele]);
-    m_rnr->setText(row[ColRueckennummer]);
-    m_pos->setCurrentIndex(qMax(0, int(positionsnamen().indexOf(row[ColPosition]))));
-    bool numeric = false;
-    row[ColNummer].toLongLong(&numeric);
-    if (numeric)
-        m_gesicht->showgesicht(row[ColGesicht].toLongLong());
-    m_attribute->showtalente(row[ColErlernt], row[ColGesperrt], m_pos->currentIndex());
+    m_player = player;
+    const PlayerForm f = playerform(player);
+    m_nummer->setText(QString::number(player.nummer));
+    m_name->setText(f.name);
+    m_vorname->setText(f.vorname);
+    m_staerke->setCurrentIndex(f.staerkeIndex);
+    m_maxstaerke->setCurrentIndex(f.maxIndex);
+    const bool listed = choosetext(m_land, f.land);
+    m_groesse->setText(f.groesse);
+    m_einsatz->setText(f.einsatz);
+    m_rnr->setText(f.rnr);
+    m_pos->setCurrentIndex(f.art);
+    m_gesicht->showgesicht(f.gesicht);
+    m_attribute->showtalente(f.erlernt, f.gesperrt, f.art);
     showfromstart(this);
     return listed;
 }
@@ -144,7 +140,7 @@ bool PlayerTab::setRow(const QStringList &row)
 PlayerForm PlayerTab::form() const
 {
     PlayerForm f;
-    f.nummer = m_nummer->text().toLongLong();
+    f.shown = m_player;
     f.name = m_name->text();
     f.vorname = m_vorname->text();
     f.staerkeIndex = m_staerke->currentIndex();
@@ -155,11 +151,7 @@ PlayerForm PlayerTab::form() const
     f.einsatz = m_einsatz->text();
     f.rnr = m_rnr->text();
     f.gesicht = m_gesicht->code();
-    if (m_row.size() == PlayerColumnCount) {
-        f.hautfarbe = m_row[ColHautfarbe].toLongLong();
-        f.haarfarbe = m_row[ColHaarfarbe].toLongLong();
-        m_attribute->talentsum(f.erlernt, f.gesperrt);
-    }
+    m_attribute->talentsum(f.erlernt, f.gesperrt);
     return f;
 }
 

@@ -17,8 +17,8 @@ class Database;
 class FaceView;
 class TalentGrid;
 
-// The tab "Spieler": filled from a row of the player grid, not from the
-// database, so the grid's hidden columns travel through it.
+// The tab "Spieler": filled from a player of the grid, not from the
+// database; the save gets the form over that player.
 class PlayerTab : public QWidget {
     Q_OBJECT
 public:
@@ -26,8 +26,8 @@ public:
 
     // showspieler. A country that is in no list stays on show greyed and is
     // saved as it is unless the user picks another; returns false then.
-    bool setRow(const QStringList &row);
-    // The form over the row it was filled from: the face on show and the
+    bool setPlayer(const GridPlayer &player);
+    // The form over the player it was filled from: the face on show and the
     // talents of the talent grid.
     PlayerForm form() const;
     // Once at start-up: the talent list and its pictures.
@@ -53,7 +53,7 @@ private:
     FacePictures m_faces;
     TalentGrid *m_attribute;
     QPushButton *m_save;
-    QStringList m_row;
+    GridPlayer m_player;
 };
 
 } // namespace zorbo
