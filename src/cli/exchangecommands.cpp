@@ -15,7 +15,7 @@ namespace zorbo::cli {
 namespace {
 
 // Opens the program folder's world and runs one operation on it; prints the
-// counts and notes, or the message on failure.
+// findings, one a line, and the counts, or the message on failure.
 template <typename Operation>
 int withWorld(Context &ctx, int fileArguments, const Operation &operation)
 {
@@ -27,8 +27,8 @@ int withWorld(Context &ctx, int fileArguments, const Operation &operation)
     if (!world.db())
         return ctx.fail(QStringLiteral("Die Welt in %1 ist nicht bereit.").arg(QDir::toNativeSeparators(ctx.dir)));
     const ExchangeResult r = operation(*world.db());
-    for (const QString &note : r.notes)
-        ctx.out << "Hinweis: " << note << '\n';
+    for (const QString &line : findinglines(r.findings))
+        ctx.out << "Hinweis: " << line << '\n';
     if (!r.ok() && r.looksUtf8)
         return ctx.fail(r.result.message + QStringLiteral(" Mit der Angabe --utf8 wird sie als UTF-8 gelesen."));
     if (!r.ok())

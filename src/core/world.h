@@ -2,7 +2,7 @@
 
 #include "core/schema.h"
 #include "core/settings.h"
-#include "platform/result.h"
+#include "platform/operation.h"
 
 #include <QStringList>
 

@@ -3,6 +3,7 @@
 #include "core/fieldcheck.h"
 #include "editor/playergrid.h"
 #include "platform/numbers.h"
+#include "platform/runner.h"
 
 namespace zorbo {
 
@@ -53,7 +54,7 @@ Result spielersave(Database &db, PlayerForm &form)
         if (!check)
             return check;
     }
-    try {
+    return runtransaction(db, QStringLiteral("Spieler %1 lässt sich nicht speichern").arg(form.nummer), [&] {
         // A star entry shows a strength rounded to half stars, and the face
         // decides the colours; what the user left as it was keeps its stored
         // value, so that a save changes only what was changed.
@@ -87,11 +88,8 @@ Result spielersave(Database &db, PlayerForm &form)
         form.maxstaerke = maxstaerke;
         form.hautfarbe = haut;
         form.haarfarbe = haar;
-    } catch (const DbError &e) {
-        return Result::failure(
-            QStringLiteral("Spieler %1 lässt sich nicht speichern: %2").arg(form.nummer).arg(e.text()));
-    }
-    return Result::success();
+        return Result::success();
+    });
 }
 
 } // namespace zorbo

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/database.h"
-#include "platform/result.h"
+#include "platform/operation.h"
 
 #include <QString>
 #include <QStringList>

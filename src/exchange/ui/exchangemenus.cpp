@@ -36,10 +36,11 @@ QString summary(const QString &message, const QStringList &notes)
     return text;
 }
 
-// The outcome of a run: what it did with its notes, or why it stopped.
+// The outcome of a run: what it did with its findings, one a line, or why it stopped.
 void tell(Dialogs *dialogs, QWidget *parent, const QString &title, const Result &result, const QString &done,
-          const QStringList &notes)
+          const QList<Finding> &findings)
 {
+    const QStringList notes = findinglines(findings);
     if (result.ok)
         dialogs->information(parent, title, summary(done, notes));
     else
@@ -85,7 +86,7 @@ void MainWindow::mnuimportitem_Click(int index)
         }
         if (run.ok())
             reloadandshow();
-        tell(m_dialogs, this, QStringLiteral("Import"), run.result, run.result.message, run.notes);
+        tell(m_dialogs, this, QStringLiteral("Import"), run.result, run.result.message, run.findings);
     } else if (index == 1) {
         int filter = 0;
         const QString file = m_dialogs->openfile(this, QStringLiteral("Importieren Wappen..."),
@@ -99,7 +100,7 @@ void MainWindow::mnuimportitem_Click(int index)
             run = importwappen(file, m_settings.folder(WappenFolder), busy.progress());
         }
         tell(m_dialogs, this, QStringLiteral("Wappen"), run.result,
-             QStringLiteral("%1 Wappen aus %2 übernommen.").arg(run.written).arg(file), run.problems);
+             QStringLiteral("%1 Wappen aus %2 übernommen.").arg(run.written).arg(file), run.findings);
         // An export packs the crests of wa.lst only; the user's list is
         // changed only when asked.
         if (run.result.ok && !run.missingFromList.isEmpty()
@@ -132,7 +133,7 @@ void MainWindow::mnuexportitem_Click(int index)
                       kind == ConfigKind::Teams ? QStringLiteral("Exportiere Vereine...") : QStringLiteral("Exportiere Spieler..."));
             run = exportconfig(*db(), file, kind, busy.progress());
         }
-        tell(m_dialogs, this, QStringLiteral("Export"), run.result, run.result.message, run.notes);
+        tell(m_dialogs, this, QStringLiteral("Export"), run.result, run.result.message, run.findings);
     } else if (index == 1) {
         int filter = 0;
         const QString file = m_dialogs->savefile(this, QStringLiteral("Exportiere Wappen..."),
@@ -146,7 +147,7 @@ void MainWindow::mnuexportitem_Click(int index)
             run = exportwappen(file, m_settings.folder(WappenFolder), busy.progress());
         }
         tell(m_dialogs, this, QStringLiteral("Wappen"), run.result,
-             QStringLiteral("%1 Wappen nach %2 gepackt.").arg(run.written).arg(file), run.problems);
+             QStringLiteral("%1 Wappen nach %2 gepackt.").arg(run.written).arg(file), run.findings);
     }
 }
 
