@@ -21,12 +21,12 @@ int withWorld(Context &ctx, int fileArguments, const Operation &operation)
 {
     if (ctx.args.size() != fileArguments)
         return ctx.fail(QStringLiteral("Falsche Zahl von Argumenten; »zorbo-cli --help« zeigt den Aufruf."));
-    World world = openworld(ctx.dir, ctx.progress(QStringLiteral("Erstelle Transfermarkt")));
-    for (const QString &m : world.messages)
+    const std::unique_ptr<World> world = openworld(ctx.dir, ctx.progress(QStringLiteral("Erstelle Transfermarkt")));
+    for (const QString &m : world->messages())
         ctx.err << m << '\n';
-    if (!world.db())
+    if (!world->db())
         return ctx.fail(QStringLiteral("Die Welt in %1 ist nicht bereit.").arg(QDir::toNativeSeparators(ctx.dir)));
-    const ExchangeResult r = operation(*world.db());
+    const ExchangeResult r = world->run(operation);
     for (const QString &line : findinglines(r.findings))
         ctx.out << "Hinweis: " << line << '\n';
     if (!r.ok() && r.looksUtf8)
