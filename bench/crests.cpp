@@ -89,7 +89,7 @@ int main(int argc, char **argv)
     const QString archive = root + QStringLiteral("/wa.res");
     CrestRunReport last;
     const double exportMs = zorbo::bench::medianms(5, [&] { last = exportwappen(archive, wappen); });
-    if (!last.result || last.written != Crests || !last.problems.isEmpty()) {
+    if (!last.result || last.written != Crests || !last.findings.isEmpty()) {
         std::fprintf(stderr, "export failed: %s\n", qPrintable(last.result.message));
         return 1;
     }

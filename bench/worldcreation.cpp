@@ -19,10 +19,10 @@ int main(int argc, char **argv)
         QTemporaryDir dir;
         QElapsedTimer timer;
         timer.start();
-        zorbo::World world = zorbo::openworld(dir.path());
+        const std::unique_ptr<zorbo::World> world = zorbo::openworld(dir.path());
         ms.push_back(timer.nsecsElapsed() / 1e6);
-        if (!world.db()) {
-            std::fprintf(stderr, "%s\n", qPrintable(world.messages.join('\n')));
+        if (!world->db()) {
+            std::fprintf(stderr, "%s\n", qPrintable(world->messages().join('\n')));
             return 1;
         }
     }

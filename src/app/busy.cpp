@@ -4,6 +4,7 @@
 #include <QLabel>
 #include <QProgressBar>
 #include <QWidget>
+#include <algorithm>
 
 namespace zorbo {
 
@@ -38,11 +39,13 @@ Busy::~Busy()
 
 Progress Busy::progress()
 {
-    return [this](int percent) {
+    return [this](qint64 done, qint64 total) {
+        const int percent = total > 0 ? int(std::clamp<qint64>(done * 100 / total, 0, 100)) : 0;
         if (percent == m_bar->value())
-            return;
+            return true;
         m_bar->setValue(percent);
         QApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+        return true;
     };
 }
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "core/settings.h"
-#include "platform/result.h"
+#include "platform/operation.h"
 
 #include <QString>
 #include <QStringList>
@@ -24,7 +24,8 @@ struct Context {
 
     // Settings of the program folder, read (or created) on first use.
     const Settings &settings();
-    // A progress callback that draws a bar on a terminal, or nothing.
+    // A progress callback that draws a bar (done of total) on a terminal, or
+    // nothing; it never asks to stop.
     Progress progress(const QString &label);
     // Prints a German failure message to standard error; returns 1.
     int fail(const QString &message);

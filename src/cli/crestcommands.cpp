@@ -19,7 +19,7 @@ QString wappenfolder(Context &ctx)
 // done has %1 for the number of crests and %2 for where they went.
 int finish(Context &ctx, const CrestRunReport &run, const QString &done, const QString &where)
 {
-    for (const QString &line : run.problems)
+    for (const QString &line : findinglines(run.findings))
         ctx.err << line << '\n';
     if (!run.result)
         return ctx.fail(run.result.message);
@@ -37,8 +37,8 @@ int importCrests(Context &ctx)
     CrestRunReport run =
         importwappen(ctx.args.first(), wappen, ctx.progress(QStringLiteral("Importiere Wappen...")), options);
     if (run.result && !run.missingFromList.isEmpty() && run.addedToList == 0)
-        run.problems << QStringLiteral("Mit --add-to-list werden diese %1 Wappen in wa.lst angefügt.")
-                            .arg(run.missingFromList.size());
+        run.findings << Finding{.text = QStringLiteral("Mit --add-to-list werden diese %1 Wappen in wa.lst angefügt.")
+                                            .arg(run.missingFromList.size())};
     return finish(ctx, run, QStringLiteral("%1 Wappen nach %2 geschrieben."), wappen);
 }
 

@@ -15,20 +15,20 @@ namespace zorbo::cli {
 namespace {
 
 // Opens the program folder's world and runs one operation on it; prints the
-// counts and notes, or the message on failure.
+// findings, one a line, and the counts, or the message on failure.
 template <typename Operation>
 int withWorld(Context &ctx, int fileArguments, const Operation &operation)
 {
     if (ctx.args.size() != fileArguments)
         return ctx.fail(QStringLiteral("Falsche Zahl von Argumenten; »zorbo-cli --help« zeigt den Aufruf."));
-    World world = openworld(ctx.dir, ctx.progress(QStringLiteral("Erstelle Transfermarkt")));
-    for (const QString &m : world.messages)
+    const std::unique_ptr<World> world = openworld(ctx.dir, ctx.progress(QStringLiteral("Erstelle Transfermarkt")));
+    for (const QString &m : world->messages())
         ctx.err << m << '\n';
-    if (!world.db())
+    if (!world->db())
         return ctx.fail(QStringLiteral("Die Welt in %1 ist nicht bereit.").arg(QDir::toNativeSeparators(ctx.dir)));
-    const ExchangeResult r = operation(*world.db());
-    for (const QString &note : r.notes)
-        ctx.out << "Hinweis: " << note << '\n';
+    const ExchangeResult r = world->run(operation);
+    for (const QString &line : findinglines(r.findings))
+        ctx.out << "Hinweis: " << line << '\n';
     if (!r.ok() && r.looksUtf8)
         return ctx.fail(r.result.message + QStringLiteral(" Mit der Angabe --utf8 wird sie als UTF-8 gelesen."));
     if (!r.ok())

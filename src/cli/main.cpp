@@ -59,16 +59,18 @@ Progress Context::progress(const QString &label)
 {
     if (!terminal)
         return {};
-    return [this, label, last = -1](int percent) mutable {
+    return [this, label, last = -1](qint64 done, qint64 total) mutable {
+        const int percent = total > 0 ? int(std::clamp<qint64>(done * 100 / total, 0, 100)) : 0;
         if (percent == last)
-            return;
+            return true;
         last = percent;
-        const int filled = std::clamp(percent, 0, 100) / 5;
+        const int filled = percent / 5;
         err << '\r' << label << " [" << QString(filled, QLatin1Char('#')) << QString(20 - filled, QLatin1Char(' '))
             << "] " << percent << '%';
         if (percent >= 100)
             err << '\n';
         err.flush();
+        return true;
     };
 }
 

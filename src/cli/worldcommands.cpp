@@ -11,12 +11,12 @@ namespace {
 
 int init(Context &ctx)
 {
-    World world = openworld(ctx.dir, ctx.progress(QStringLiteral("Erstelle Transfermarkt")));
-    for (const QString &m : world.messages)
+    const std::unique_ptr<World> world = openworld(ctx.dir, ctx.progress(QStringLiteral("Erstelle Transfermarkt")));
+    for (const QString &m : world->messages())
         ctx.err << m << '\n';
-    if (!world.db())
+    if (!world->db())
         return ctx.fail(QStringLiteral("Die Welt in %1 ist nicht bereit.").arg(ctx.dir));
-    ctx.out << "Welt bereit: " << world.settings.dbpfad() << '\n';
+    ctx.out << "Welt bereit: " << world->settings().dbpfad() << '\n';
     return 0;
 }
 

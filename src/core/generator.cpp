@@ -24,10 +24,9 @@ qint64 spieler20new(Database &db, qint64 team, const QString &country, int count
         player.exec();
         member.bindAll(team, number);
         member.exec();
-        report(progress, int(qint64(i) * 100 / count));
+        report(progress, i + 1, count);
     }
     tx.commit();
-    report(progress, 100);
     return numbers.isEmpty() ? -1 : numbers.first();
 }
 

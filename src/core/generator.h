@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/database.h"
-#include "platform/result.h"
+#include "platform/operation.h"
 
 #include <QString>
 
@@ -12,7 +12,8 @@ int generatedposition(int i);
 
 // Creates count placeholder players for a team, numbered by newplayernumbers
 // (on from the highest), with their squad rows; all or nothing. Returns the
-// first new player number.
+// first new player number. Reports one step per player; throws DbError, or
+// Cancelled when progress asks to stop.
 qint64 spieler20new(Database &db, qint64 team, const QString &country, int count, const Progress &progress = {});
 
 } // namespace zorbo

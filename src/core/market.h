@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/database.h"
-#include "platform/result.h"
+#include "platform/operation.h"
 
 namespace zorbo {
 
@@ -12,7 +12,8 @@ inline constexpr const char *marketName = "TRANSFERMARKT";
 // is created with its 1700 placeholder players, in one transaction; returns
 // true then. The row holds Null in every column but NUMMER, NAME and
 // GRAFIK_NR, so it goes out to the game's file in the short form. Throws
-// DbError, leaving the database as it was.
+// DbError, or Cancelled when progress asks to stop, leaving the database as
+// it was.
 bool ensuretransfermarket(Database &db, const Progress &progress = {});
 
 } // namespace zorbo

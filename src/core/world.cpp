@@ -5,22 +5,92 @@
 
 namespace zorbo {
 
-World openworld(const QString &programFolder, const Progress &progress)
+World::~World() = default;
+
+World::Watch::Watch(World &world) : m_world(world)
 {
-    World world;
+    m_world.m_pending = {};
+    m_world.m_told = 0;
+    m_world.m_squadRows.clear();
+    m_world.m_lastTable.clear();
+    m_world.m_changesBefore = m_world.m_db->totalChanges();
+    m_world.m_watching = true;
+    m_world.m_db->setUpdateHook(
+        [w = &m_world](RowChange change, const char *table, qint64 rowid) { w->noted(change, table, rowid); });
+}
+
+World::Watch::~Watch()
+{
+    m_world.m_db->setUpdateHook({});
+    m_world.m_watching = false;
+}
+
+void World::noted(RowChange change, const char *table, qint64 rowid)
+{
+    ++m_told;
+    if (m_lastTable != table) {
+        m_lastTable = table;
+        m_pending.tables.insert(QString::fromUtf8(table));
+    }
+    // vereine, vereine_national and spieler have NUMMER as their INTEGER
+    // PRIMARY KEY, so the rowid is the number.
+    if (qstricmp(table, "spieler") == 0)
+        m_pending.players.insert(rowid);
+    else if (qstricmp(table, "vereine") == 0 || qstricmp(table, "vereine_national") == 0)
+        m_pending.teams.insert(rowid);
+    else if (qstricmp(table, "vereinspieler") == 0 && change != RowChange::Delete)
+        m_squadRows.append(rowid); // the club is looked up before the commit
+}
+
+void World::settle()
+{
+    // The engine counts the rows a DELETE without WHERE clears, the hook
+    // does not see them.
+    if (m_db->totalChanges() - m_changesBefore > m_told)
+        m_pending.everything = true;
+    if (m_squadRows.isEmpty())
+        return;
+    Statement club = m_db->prepare(QStringLiteral("SELECT verein FROM vereinspieler WHERE rowid = ?1"));
+    for (qint64 row : std::as_const(m_squadRows)) {
+        club.bind(1, row);
+        if (club.step() && !club.isNull(0))
+            m_pending.teams.insert(club.integer(0));
+        club.reset();
+    }
+}
+
+void World::publish(bool committed)
+{
+    const Change change = std::exchange(m_pending, Change());
+    m_squadRows.clear();
+    if (committed && !change.isEmpty())
+        emit changed(change);
+}
+
+std::unique_ptr<World> openworld(const QString &programFolder, const Progress &progress)
+{
+    std::unique_ptr<World> world(new World);
     QString message;
-    world.settings = loadsettings(programFolder, &message);
+    world->m_settings = loadsettings(programFolder, &message);
     if (!message.isEmpty())
-        world.messages << message;
-    world.messages << unpackdefaults(world.settings);
-    world.opened = opendb(world.settings.dbpfad());
-    if (!world.opened.message.isEmpty())
-        world.messages << world.opened.message;
-    if (world.db()) {
-        try {
-            world.marketCreated = ensuretransfermarket(*world.db(), progress);
-        } catch (const DbError &e) {
-            world.messages << QStringLiteral("Der Transfermarkt lässt sich nicht anlegen: %1").arg(e.text());
+        world->m_messages << message;
+    world->m_messages << unpackdefaults(world->m_settings);
+    OpenedDb opened = opendb(world->m_settings.dbpfad());
+    world->m_dbState = opened.state;
+    world->m_db = std::move(opened.db);
+    if (!opened.message.isEmpty())
+        world->m_messages << opened.message;
+    if (world->m_db) {
+        const Result market = world->run(
+            [&](Database &db) {
+                world->m_marketCreated = ensuretransfermarket(db, progress);
+                return Result::success();
+            },
+            QStringLiteral("Der Transfermarkt lässt sich nicht anlegen"));
+        if (!market) {
+            world->m_marketCreated = false;
+            world->m_messages << (market.cancelled ? QStringLiteral("Der Transfermarkt wurde nicht angelegt. ") + market.message
+                                                   : market.message);
         }
     }
     return world;

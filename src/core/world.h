@@ -2,24 +2,125 @@
 
 #include "core/schema.h"
 #include "core/settings.h"
-#include "platform/result.h"
+#include "platform/runner.h"
 
+#include <QByteArray>
+#include <QObject>
+#include <QSet>
 #include <QStringList>
+#include <memory>
 
 namespace zorbo {
 
-// A program folder brought up as the editor's start-up does it: settings
-// read or created, delivered folders unpacked, database opened or created,
-// transfer market present.
-struct World {
-    Settings settings;
-    OpenedDb opened;
-    QStringList messages; // German notes for the user (settings, folders, database)
-    bool marketCreated = false;
+// What a committed run changed in the database, as the engine's update hook
+// told it row by row.
+struct Change {
+    QSet<QString> tables;    // tables with rows inserted, changed or deleted
+    QSet<qint64> teams;      // NUMMER of rows of vereine and vereine_national, and the
+                             // club of squad rows inserted or changed
+    QSet<qint64> players;    // NUMMER of rows of spieler
+    // Rows changed that the hook did not tell of, as a DELETE without WHERE
+    // clears a table at once: whatever is shown may be out of date.
+    bool everything = false;
 
-    Database *db() const { return opened.db.get(); }
+    bool isEmpty() const { return tables.isEmpty() && !everything; }
 };
 
-World openworld(const QString &programFolder, const Progress &progress = {});
+// A program folder brought up as the editor's start-up does it (see
+// openworld), with the settings, the open database and the start-up
+// messages. Operations on the database run through run(), which tells the
+// listeners of changed() what a committed run changed.
+class World : public QObject {
+    Q_OBJECT
+
+public:
+    ~World() override;
+
+    const Settings &settings() const { return m_settings; }
+    Settings &settings() { return m_settings; }
+    // Null when the database could not be opened or is not one of ours.
+    Database *db() const { return m_db.get(); }
+    DbOpenState dbState() const { return m_dbState; }
+    // German, one each, in the order of the start-up: settings, folders, database.
+    const QStringList &messages() const { return m_messages; }
+    bool marketCreated() const { return m_marketCreated; }
+
+    // Runs op(db) as runtransaction does (lead goes before a database error's
+    // text) and, when it committed, emits changed() with what it changed. A
+    // run that fails or is cancelled rolls back and tells nothing. A run
+    // inside a run belongs to the outer one. Op returns Result or an outcome
+    // with a member `result`.
+    template <typename Op>
+    std::invoke_result_t<Op &, Database &> run(Op &&op, const QString &lead = {});
+
+signals:
+    void changed(const zorbo::Change &change);
+
+private:
+    friend std::unique_ptr<World> openworld(const QString &programFolder, const Progress &progress);
+    World() = default;
+
+    // The update hook, on while a run goes.
+    class Watch {
+    public:
+        explicit Watch(World &world);
+        ~Watch();
+        Watch(const Watch &) = delete;
+        Watch &operator=(const Watch &) = delete;
+
+    private:
+        World &m_world;
+    };
+    void noted(RowChange change, const char *table, qint64 rowid);
+    // Inside the run's transaction, before it commits: rows the hook missed,
+    // clubs of the squad rows.
+    void settle();
+    void publish(bool committed);
+
+    Settings m_settings;
+    std::unique_ptr<Database> m_db;
+    DbOpenState m_dbState = DbOpenState::Failed;
+    QStringList m_messages;
+    bool m_marketCreated = false;
+
+    bool m_watching = false;
+    Change m_pending;
+    qint64 m_told = 0;         // rows the hook told of during the run
+    qint64 m_changesBefore = 0; // the engine's count of changed rows when the run began
+    QList<qint64> m_squadRows;  // rowids of squad rows inserted or changed
+    QByteArray m_lastTable;     // the table of the row told before, to spare a lookup per row
+};
+
+template <typename Op>
+std::invoke_result_t<Op &, Database &> World::run(Op &&op, const QString &lead)
+{
+    using Outcome = std::invoke_result_t<Op &, Database &>;
+    if (!m_db) {
+        Outcome none{};
+        resultof(none) = Result::failure(QStringLiteral("Es ist keine Datenbank geöffnet."));
+        return none;
+    }
+    if (m_watching)
+        return runtransaction(*m_db, lead, [&] { return op(*m_db); });
+    Outcome outcome{};
+    {
+        Watch watch(*this);
+        outcome = runtransaction(*m_db, lead, [&] {
+            Outcome done = op(*m_db);
+            if (resultof(done).ok)
+                settle();
+            return done;
+        });
+    }
+    publish(resultof(outcome).ok);
+    return outcome;
+}
+
+// Reads the settings of the program folder or creates them, unpacks the
+// delivered folders, opens the database or creates it and makes sure the
+// transfer market is there (reported to progress; a stop leaves it out and
+// says so in the messages). Never fails: what went wrong is in messages(),
+// and db() is null when there is no database.
+std::unique_ptr<World> openworld(const QString &programFolder, const Progress &progress = {});
 
 } // namespace zorbo

@@ -1,5 +1,7 @@
 #include "editor/facepictures.h"
 
+#include "platform/runner.h"
+
 #include <QDir>
 #include <QRegularExpression>
 
@@ -55,8 +57,8 @@ qint64 FacePictures::checkgesicht(qint64 code) const
 
 FaceCheck checkallgesichter(Database &db, const FacePictures &pictures, const Progress &progress)
 {
-    FaceCheck check;
-    try {
+    return runtransaction(db, QStringLiteral("Die Gesichter lassen sich nicht prüfen"), [&] {
+        FaceCheck check;
         QList<std::pair<qint64, qint64>> repairs;
         const qint64 total = db.scalar(QStringLiteral("SELECT COUNT(*) FROM spieler")).toLongLong();
         Statement st = db.prepare(QStringLiteral("SELECT gesicht, nummer FROM spieler ORDER BY nummer ASC"));
@@ -65,23 +67,18 @@ FaceCheck checkallgesichter(Database &db, const FacePictures &pictures, const Pr
             const qint64 code = st.integer(0), repaired = pictures.checkgesicht(code);
             if (repaired != code)
                 repairs.append({st.integer(1), repaired});
-            ++done;
-            if (done % 500 == 0 || done == total)
-                report(progress, int(done * 100 / qMax<qint64>(1, total)));
+            if (++done % 500 == 0 || done == total)
+                report(progress, done, total);
         }
-        Transaction tx(db);
         Statement update = db.prepare(QStringLiteral("UPDATE spieler SET gesicht = ?2 WHERE nummer = ?1"));
         for (const auto &[nummer, code] : repairs) {
             update.bindAll(nummer, code);
             update.exec();
             update.reset();
         }
-        tx.commit();
         check.corrected = int(repairs.size());
-    } catch (const DbError &e) {
-        check.result = Result::failure(QStringLiteral("Die Gesichter lassen sich nicht prüfen: %1").arg(e.text()));
-    }
-    return check;
+        return check;
+    });
 }
 
 } // namespace zorbo

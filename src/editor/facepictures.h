@@ -2,7 +2,7 @@
 
 #include "editor/facecode.h"
 #include "platform/database.h"
-#include "platform/result.h"
+#include "platform/operation.h"
 
 #include <QSet>
 #include <QString>

@@ -1,6 +1,7 @@
 #include "editor/playersave.h"
 
 #include "core/fieldcheck.h"
+#include "platform/runner.h"
 
 namespace zorbo {
 
@@ -94,7 +95,7 @@ Result spielersave(Database &db, const PlayerForm &form, GridPlayer *saved)
         p.maxstaerke = qint64(form.maxIndex) * 1000;
     if (form.art != positionindexof(shown.art))
         p.art = form.art;
-    try {
+    const Result written = runtransaction(db, QStringLiteral("Spieler %1 lässt sich nicht speichern").arg(p.nummer), [&] {
         if (form.gesicht != shown.gesicht.value_or(0)) {
             p.gesicht = form.gesicht;
             Statement colours = db.prepare(
@@ -112,12 +113,11 @@ Result spielersave(Database &db, const PlayerForm &form, GridPlayer *saved)
         st.bindAll(p.nummer, p.name, p.vorname, p.staerke, p.maxstaerke, p.nation, p.groesse, p.art, p.restspiele,
                    p.rueckennummer, p.gesicht, p.hautfarbe, p.haarfarbe, p.erlernt, p.gesperrt);
         st.exec();
-    } catch (const DbError &e) {
-        return Result::failure(QStringLiteral("Spieler %1 lässt sich nicht speichern: %2").arg(p.nummer).arg(e.text()));
-    }
-    if (saved)
+        return Result::success();
+    });
+    if (written && saved)
         *saved = p;
-    return Result::success();
+    return written;
 }
 
 } // namespace zorbo

@@ -2,7 +2,7 @@
 
 #include "editor/playergrid.h"
 #include "platform/database.h"
-#include "platform/result.h"
+#include "platform/operation.h"
 
 #include <QString>
 

@@ -2,6 +2,7 @@
 
 #include "core/fieldcheck.h"
 #include "core/generator.h"
+#include "platform/runner.h"
 
 namespace zorbo {
 
@@ -143,8 +144,7 @@ Result teamsave(Database &db, const TeamForm &form, bool isNew, const QString &o
     }
     const bool national = form.table == TeamTable::VereineNational;
     const QString t = teamtablename(form.table);
-    try {
-        Transaction tx(db);
+    return runtransaction(db, QStringLiteral("»%1« lässt sich nicht speichern").arg(form.name), [&] {
         if (isNew)
             insertnewteam(db, form);
         const StoredTeam stored = storedteam(db, form);
@@ -172,11 +172,8 @@ Result teamsave(Database &db, const TeamForm &form, bool isNew, const QString &o
         for (size_t slot = 0; slot < 3; ++slot)
             drawn[slot] = form.arts[slot] != stored.arts[slot];
         settrikotfarbe(db, form.nummer, form.table, trikotsatz, isNew ? std::array<bool, 3>{true, true, true} : drawn);
-        tx.commit();
-    } catch (const DbError &e) {
-        return Result::failure(QStringLiteral("»%1« lässt sich nicht speichern: %2").arg(form.name, e.text()));
-    }
-    return Result::success();
+        return Result::success();
+    });
 }
 
 } // namespace zorbo

@@ -133,7 +133,13 @@ QString CfgFile::where(qsizetype i) const
 
 void CfgFile::fail(qsizetype i, const QString &what) const
 {
-    throw ExchangeError(where(i) + QStringLiteral(": ") + what);
+    throw Fault(where(i) + QStringLiteral(": ") + what, Finding{.text = what, .file = m_path, .line = int(i + 1)});
+}
+
+void CfgFile::failfield(qsizetype i, const QString &field, const QString &value) const
+{
+    throw Fault(where(i) + QStringLiteral(": im Feld %1 steht %2").arg(field, value),
+                Finding{.text = value, .file = m_path, .line = int(i + 1), .field = field});
 }
 
 QByteArrayView trimBlanks(QByteArrayView text)
@@ -247,9 +253,9 @@ qint64 wholefield(const CfgFile &file, qsizetype line, const QString &field, QBy
 {
     const std::optional<qint64> n = parseRounded(value);
     if (!n)
-        file.fail(line, QStringLiteral("im Feld %1 steht %2, keine ganze Zahl.").arg(field, shown(value)));
+        file.failfield(line, field, shown(value) + QStringLiteral(", keine ganze Zahl."));
     if (const QString problem = rangeproblem(field, double(*n)); !problem.isEmpty())
-        file.fail(line, QStringLiteral("im Feld %1 steht %2; %3.").arg(field, shown(value), problem));
+        file.failfield(line, field, QStringLiteral("%1; %2.").arg(shown(value), problem));
     return *n;
 }
 
@@ -257,9 +263,9 @@ double decimalfield(const CfgFile &file, qsizetype line, const QString &field, Q
 {
     const std::optional<double> d = parseDecimal(value);
     if (!d)
-        file.fail(line, QStringLiteral("im Feld %1 steht %2, keine Zahl.").arg(field, shown(value)));
+        file.failfield(line, field, shown(value) + QStringLiteral(", keine Zahl."));
     if (const QString problem = rangeproblem(field, *d); !problem.isEmpty())
-        file.fail(line, QStringLiteral("im Feld %1 steht %2; %3.").arg(field, shown(value), problem));
+        file.failfield(line, field, QStringLiteral("%1; %2.").arg(shown(value), problem));
     return *d;
 }
 
@@ -267,10 +273,10 @@ void checktextfield(const CfgFile &file, qsizetype line, const QString &field, Q
 {
     // One byte is one character in code page 1252.
     if (const QString problem = lengthproblem(field, text.size()); !problem.isEmpty())
-        file.fail(line, QStringLiteral("im Feld %1 steht %2.").arg(field, problem));
+        file.failfield(line, field, problem + QLatin1Char('.'));
 }
 
-ExchangeResult importcfgfile(Database &db, const QString &path, const Progress &progress, FileEncoding encoding,
+ExchangeResult importcfgfile(Database &db, const QString &path, FileEncoding encoding,
                              const std::function<QString(const CfgFile &, ExchangeResult &)> &read)
 {
     ExchangeResult result;
@@ -279,18 +285,10 @@ ExchangeResult importcfgfile(Database &db, const QString &path, const Progress &
     result.looksUtf8 = file.looksUtf8();
     if (!result.ok())
         return result;
-    try {
-        Transaction tx(db);
-        const QString done = read(file, result);
-        tx.commit();
-        result.result.message = done;
-    } catch (const ExchangeError &e) {
-        return ExchangeResult::failure(e.message());
-    } catch (const DbError &e) {
-        return ExchangeResult::failure(QStringLiteral("Einlesen von %1 abgebrochen: %2").arg(path, e.text()));
-    }
-    report(progress, 100);
-    return result;
+    return runtransaction(db, QStringLiteral("Einlesen von %1 abgebrochen").arg(path), [&] {
+        result.result.message = read(file, result);
+        return result;
+    });
 }
 
 } // namespace zorbo

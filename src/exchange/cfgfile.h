@@ -3,28 +3,16 @@
 #include "exchange/exchangeresult.h"
 #include "platform/codepage.h"
 #include "platform/database.h"
-#include "platform/result.h"
+#include "platform/operation.h"
+#include "platform/runner.h"
 
 #include <QByteArray>
 #include <QByteArrayView>
 #include <QString>
 #include <functional>
 #include <optional>
-#include <stdexcept>
 
 namespace zorbo {
-
-// A fault in a file being read or written: the German text names file, line
-// (or record) and field.
-// It never leaves the exchange code; the readers turn it into a Result.
-class ExchangeError : public std::runtime_error {
-public:
-    explicit ExchangeError(const QString &message) : std::runtime_error("read error"), m_message(message) {}
-    const QString &message() const { return m_message; }
-
-private:
-    QString m_message;
-};
 
 // The largest game file taken: a world of the game is a few megabytes, and
 // the bound keeps a hostile file from taking the machine's memory.
@@ -48,9 +36,14 @@ public:
     qint64 size() const { return m_bytes.size(); }
     bool contains(QByteArrayView text) const { return m_bytes.contains(text); }
 
-    // "<file>, Zeile <n>: <what>" for line i (0-based).
+    // "<file>, Zeile <n>" for line i (0-based).
     QString where(qsizetype i) const;
+    // Stops the reading with a Fault "<file>, Zeile <n>: <what>" whose
+    // finding holds file, line and what.
     [[noreturn]] void fail(qsizetype i, const QString &what) const;
+    // The same for a field's value: "… Zeile <n>: im Feld <field> steht
+    // <value>", the finding's field set and its text the value's words.
+    [[noreturn]] void failfield(qsizetype i, const QString &field, const QString &value) const;
 
     // The lines one after the other, each without its line end.
     class Lines {
@@ -115,9 +108,9 @@ qint64 wholefield(const CfgFile &file, qsizetype line, const QString &field, QBy
 double decimalfield(const CfgFile &file, qsizetype line, const QString &field, QByteArrayView value);
 void checktextfield(const CfgFile &file, qsizetype line, const QString &field, QByteArrayView text);
 
-// Loads a game file and reads it inside one transaction: all or nothing.
-// read fills the result and returns the message of success.
-ExchangeResult importcfgfile(Database &db, const QString &path, const Progress &progress, FileEncoding encoding,
+// Loads a game file and reads it inside one transaction (runtransaction):
+// all or nothing. read fills the result and returns the message of success.
+ExchangeResult importcfgfile(Database &db, const QString &path, FileEncoding encoding,
                              const std::function<QString(const CfgFile &, ExchangeResult &)> &read);
 
 } // namespace zorbo

@@ -32,11 +32,14 @@ bool encode(const QString &text, QByteArray &out, QString *problem)
 
 } // namespace
 
-void CfgWriter::text(const QString &text, const QString &what)
+void CfgWriter::text(const QString &text, const QString &what, const Finding &place)
 {
     QString problem;
-    if (!encode(text, m_bytes, &problem))
-        throw ExchangeError(what + QStringLiteral(": ") + problem);
+    if (!encode(text, m_bytes, &problem)) {
+        Finding where = place;
+        where.text = problem;
+        throw Fault(what + QStringLiteral(": ") + problem, where);
+    }
 }
 
 bool CfgWriter::columnText(const Statement &row, int column, QString *problem)
@@ -53,9 +56,9 @@ bool CfgWriter::columnText(const Statement &row, int column, QString *problem)
     return encode(QString::fromUtf8(data, size), m_bytes, problem);
 }
 
-void CfgWriter::line(const QString &text, const QString &what)
+void CfgWriter::line(const QString &text, const QString &what, const Finding &place)
 {
-    this->text(text, what);
+    this->text(text, what, place);
     endLine();
 }
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/database.h"
-#include "platform/result.h"
+#include "platform/operation.h"
 
 #include <QByteArray>
 #include <QDateTime>
@@ -16,15 +16,16 @@ class CfgWriter {
 public:
     explicit CfgWriter(const QString &path) : m_path(path) {}
 
-    // Appends a line; throws ExchangeError naming `what` when the text holds
-    // a character that code page 1252 cannot hold or a line break.
-    void line(const QString &text, const QString &what = {});
+    // Appends a line; throws a Fault "<what>: <problem>" when the text holds
+    // a character that code page 1252 cannot hold or a line break; place is
+    // the fault's finding, its text the problem.
+    void line(const QString &text, const QString &what = {}, const Finding &place = {});
     // A head of several lines, then one line end of its own.
     void head(const QString &text);
     void bytes(QByteArrayView raw) { m_bytes.append(raw); }
     void endLine() { m_bytes.append("\r\n", 2); }
     // Appends text without a line end, checked as in line().
-    void text(const QString &text, const QString &what);
+    void text(const QString &text, const QString &what, const Finding &place = {});
     // The text of a column, checked as in line(); false with the reason in
     // *problem, so that callers build their message only when it is needed.
     bool columnText(const Statement &row, int column, QString *problem);

@@ -24,9 +24,8 @@ QString entry(const QString &keyword, const QString &value)
 
 ExchangeResult tempvereine(Database &db, const Progress &progress)
 {
-    ExchangeResult result;
-    try {
-        Transaction tx(db);
+    return runtransaction(db, QStringLiteral("Die Vorlage ließ sich nicht anlegen, die Welt bleibt unverändert"), [&] {
+        ExchangeResult result;
         const qint64 total = db.scalar(QStringLiteral("SELECT sum(teams) FROM e_landkontinent WHERE teams > 0")).toLongLong();
         Statement club = db.prepare(QStringLiteral(
             "INSERT INTO vereine VALUES (?1, ?2, ?2, 0, 0, 0, '', '', '', ?3, 0, 0, 0, 70, 10, 0, "
@@ -46,23 +45,20 @@ ExchangeResult tempvereine(Database &db, const Progress &progress)
                 spieler20new(db, number, country, 20);
                 ++result.teams;
                 result.players += 20;
-                report(progress, int(++done * 100 / std::max<qint64>(total, 1)));
+                report(progress, ++done, total);
             }
         }
-        tx.commit();
         result.result = Result::success(QStringLiteral("%1 Vereine mit je 20 Spielern angelegt, %2 Länder neu.")
                                             .arg(result.teams)
                                             .arg(result.nationalTeams));
-    } catch (const DbError &e) {
-        return ExchangeResult::failure(QStringLiteral("Die Vorlage ließ sich nicht anlegen, die Welt bleibt unverändert: %1").arg(e.text()));
-    }
-    return result;
+        return result;
+    });
 }
 
 ExchangeResult templiga(Database &db, const QString &path, const Progress &progress)
 {
-    ExchangeResult result;
-    try {
+    return runtransaction(db, QStringLiteral("1_we.cfg wurde nicht geschrieben"), [&] {
+        ExchangeResult result;
         const qint64 total = db.scalar(QStringLiteral("SELECT count(*) FROM e_landkontinent WHERE teams > 0")).toLongLong();
         // Lists of the clubs on places coded UI, UEFAQ, UEFA, CLQ, CL, in the
         // order of the summary lines.
@@ -90,11 +86,7 @@ ExchangeResult templiga(Database &db, const QString &path, const Progress &progr
             clubs.bind(1, country);
             for (qint64 i = 1; i <= teams; ++i) {
                 if (!clubs.step())
-                    throw ExchangeError(QStringLiteral("%1 hat nur %2 Vereine, die Liga braucht %3; 1_we.cfg wurde nicht "
-                                                       "geschrieben.")
-                                            .arg(country)
-                                            .arg(i - 1)
-                                            .arg(teams));
+                    throw Fault(QStringLiteral("%1 hat nur %2 Vereine, die Liga braucht %3.").arg(country).arg(i - 1).arg(teams));
                 const QString number = QString::number(clubs.integer(0));
                 start << number;
                 ids << liga;
@@ -107,7 +99,7 @@ ExchangeResult templiga(Database &db, const QString &path, const Progress &progr
             clubs.reset();
             land.bind(1, country);
             if (!land.step())
-                throw ExchangeError(QStringLiteral("%1 fehlt unter den Nationalteams; 1_we.cfg wurde nicht geschrieben.").arg(country));
+                throw Fault(QStringLiteral("%1 fehlt unter den Nationalteams.").arg(country));
             const QString landNumber = QString::number(land.integer(0));
             land.reset();
 
@@ -137,7 +129,8 @@ ExchangeResult templiga(Database &db, const QString &path, const Progress &progr
             out.endLine();
             ++result.nationalTeams;
             result.teams += int(teams);
-            report(progress, int(result.nationalTeams * 100 / std::max<qint64>(total, 1)));
+            // The file is written only after the last league.
+            report(progress, result.nationalTeams, total);
         }
         for (size_t c = 0; c < lists.size(); ++c) {
             // The count is the highest index of the list split at ",": the
@@ -146,13 +139,8 @@ ExchangeResult templiga(Database &db, const QString &path, const Progress &progr
             out.line(summaryCodes[c] + QString::number(count) + QLatin1Char(' ') + lists[c]);
         }
         result.result = out.save();
-    } catch (const ExchangeError &e) {
-        return ExchangeResult::failure(e.message());
-    } catch (const DbError &e) {
-        return ExchangeResult::failure(QStringLiteral("1_we.cfg wurde nicht geschrieben: %1").arg(e.text()));
-    }
-    report(progress, 100);
-    return result;
+        return result;
+    });
 }
 
 } // namespace zorbo

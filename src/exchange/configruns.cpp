@@ -4,16 +4,16 @@
 #include "exchange/playerconfig.h"
 #include "exchange/teamconfigreader.h"
 #include "exchange/teamconfigwriter.h"
+#include "platform/runner.h"
 
 namespace zorbo {
 
 namespace {
 
 template <typename Read>
-ExchangeResult run(Database &db, const QStringList &tables, const Read &read)
+ExchangeResult run(Database &db, const QString &path, const QStringList &tables, const Read &read)
 {
-    try {
-        Transaction tx(db);
+    return runtransaction(db, QStringLiteral("Der Import ist gescheitert, die Welt bleibt unverändert"), [&] {
         for (const QString &t : tables)
             db.exec(QStringLiteral("DELETE FROM ") + t);
         ExchangeResult result = read();
@@ -21,26 +21,26 @@ ExchangeResult run(Database &db, const QStringList &tables, const Read &read)
             return result; // the transaction rolls the emptied tables back
         result.marketCreated = ensuretransfermarket(db);
         if (result.marketCreated)
-            result.notes << QStringLiteral("Die Datei hat keinen Transfermarkt (Team 0); er wurde mit %1 Spielern neu angelegt.")
-                                .arg(marketPlayerCount);
-        tx.commit();
+            result.findings << Finding{.text = QStringLiteral("Die Datei hat keinen Transfermarkt; er wurde mit %1 Spielern "
+                                                              "neu angelegt.")
+                                                   .arg(marketPlayerCount),
+                                       .file = path,
+                                       .team = 0};
         return result;
-    } catch (const DbError &e) {
-        return ExchangeResult::failure(QStringLiteral("Der Import ist gescheitert, die Welt bleibt unverändert: %1").arg(e.text()));
-    }
+    });
 }
 
 } // namespace
 
 ExchangeResult importteamsrun(Database &db, const QString &path, const Progress &progress, FileEncoding encoding)
 {
-    return run(db, {QStringLiteral("vereine"), QStringLiteral("vereine_national"), QStringLiteral("vereinspieler")},
+    return run(db, path, {QStringLiteral("vereine"), QStringLiteral("vereine_national"), QStringLiteral("vereinspieler")},
                [&] { return importvereine(db, path, progress, encoding); });
 }
 
 ExchangeResult importplayersrun(Database &db, const QString &path, const Progress &progress, FileEncoding encoding)
 {
-    return run(db, {QStringLiteral("spieler")}, [&] { return importspieler(db, path, progress, encoding); });
+    return run(db, path, {QStringLiteral("spieler")}, [&] { return importspieler(db, path, progress, encoding); });
 }
 
 ExchangeResult importconfig(Database &db, const QString &path, ConfigKind kind, const Progress &progress,

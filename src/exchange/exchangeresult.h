@@ -1,14 +1,14 @@
 #pragma once
 
-#include "platform/result.h"
+#include "platform/operation.h"
 
-#include <QStringList>
+#include <QList>
 
 namespace zorbo {
 
 // Outcome of an exchange run: success or the German message that names file,
-// line and field, the counts a window shows afterwards, and notes about rows
-// that were left out or replaced on the way.
+// line and field, the counts a window shows afterwards, and findings about
+// rows that were left out or replaced on the way (on failure: where it stopped).
 struct ExchangeResult {
     Result result;
     int teams = 0;         // rows of vereine read or written
@@ -20,7 +20,7 @@ struct ExchangeResult {
     // The run stopped before reading because the file reads as UTF-8; run it
     // again with FileEncoding::Utf8 or FileEncoding::Cp1252 as the user says.
     bool looksUtf8 = false;
-    QStringList notes;
+    QList<Finding> findings;
 
     bool ok() const { return result.ok; }
     static ExchangeResult failure(const QString &message)

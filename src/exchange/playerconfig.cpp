@@ -26,20 +26,9 @@ QList<ColumnInfo> playerColumnsOf(Database &db)
     return columns;
 }
 
-// Only the first duplicates are kept for the note: a hostile file could
-// repeat one number millions of times.
-QString duplicateNote(const QList<QPair<qint64, qsizetype>> &dropped, qsizetype count)
-{
-    QStringList shownList;
-    for (const auto &[number, line] : dropped)
-        shownList << QStringLiteral("%1 (Zeile %2)").arg(number).arg(line + 1);
-    if (count > dropped.size())
-        shownList << QStringLiteral("…");
-    return QStringLiteral("%1 Spielernummer(n) standen mehrfach in der Datei; jeweils der erste Datensatz bleibt, "
-                          "übergangen: %2")
-        .arg(count)
-        .arg(shownList.join(QStringLiteral(", ")));
-}
+// Only the first duplicates are named: a hostile file could repeat one
+// number millions of times.
+constexpr qsizetype namedDuplicates = 20;
 
 // Where a field line's value starts: behind the keyword followed by a blank
 // or a tab, or, when the line lacks that, from one before the keyword's
@@ -69,9 +58,9 @@ void readPlayers(Database &db, const CfgFile &file, ExchangeResult &result, cons
     }
     Statement insert = db.prepare(QStringLiteral("INSERT INTO spieler VALUES (?1, ?2, ?3, ?4, ?5, ?6, ?7, ?8, ?9, ?10, "
                                                  "?11, ?12, ?13, ?14, ?15, ?16, ?17) ON CONFLICT (NUMMER) DO NOTHING"));
-    QList<QPair<qint64, qsizetype>> dropped;
     qsizetype droppedCount = 0;
     int lastPercent = -1;
+    const qint64 size = file.size();
     CfgFile::Lines lines(file);
     while (lines.next()) {
         if (lines.text().contains(QByteArrayView("NEUER_SPIELER"))) {
@@ -99,7 +88,7 @@ void readPlayers(Database &db, const CfgFile &file, ExchangeResult &result, cons
                     break;
                 case Kind::Quoted: {
                     if (value.size() < 2 || value.front() != '"' || value.back() != '"')
-                        file.fail(i, QStringLiteral("im Feld %1 steht %2, kein Text in Anführungszeichen.").arg(field, shown(value)));
+                        file.failfield(i, field, shown(value) + QStringLiteral(", kein Text in Anführungszeichen."));
                     checktextfield(file, i, field, value.sliced(1, value.size() - 2));
                     bindText(insert, c + 1, value.sliced(1, value.size() - 2));
                     break;
@@ -113,21 +102,30 @@ void readPlayers(Database &db, const CfgFile &file, ExchangeResult &result, cons
             insert.exec();
             if (db.changes() > 0)
                 ++result.players;
-            else if (++droppedCount <= 20)
-                dropped.append({number, header});
+            else if (++droppedCount <= namedDuplicates)
+                result.findings << Finding{.text = QStringLiteral("die Spielernummer stand schon weiter oben in der Datei; "
+                                                                  "der erste Datensatz bleibt, dieser wird übergangen."),
+                                           .file = file.path(),
+                                           .line = int(header + 1),
+                                           .player = number};
         }
-        const int percent = int(lines.offset() * 100 / std::max<qint64>(file.size(), 1));
-        if (percent != lastPercent)
-            report(progress, lastPercent = percent);
+        // Every percent once: a file has many more lines than a bar has steps.
+        if (const int percent = int(lines.offset() * 100 / std::max<qint64>(size, 1)); percent != lastPercent) {
+            lastPercent = percent;
+            report(progress, lines.offset(), size);
+        }
     }
     if (result.players == 0) {
-        const bool teams = file.contains(QByteArrayView("NEUES_TEAM"));
-        throw ExchangeError(QStringLiteral("Die Datei %1 enthält keinen Spieler (keine Zeile NEUER_SPIELER)%2.")
-                                .arg(file.path(), teams ? QStringLiteral("; sie sieht aus wie eine Vereinsdatei (1_tm.cfg)")
-                                                        : QString()));
+        const QString why = QStringLiteral("enthält keinen Spieler (keine Zeile NEUER_SPIELER)%1.")
+                                .arg(file.contains(QByteArrayView("NEUES_TEAM"))
+                                         ? QStringLiteral("; sie sieht aus wie eine Vereinsdatei (1_tm.cfg)")
+                                         : QString());
+        throw Fault(QStringLiteral("Die Datei %1 %2").arg(file.path(), why), Finding{.text = QStringLiteral("Die Datei ") + why, .file = file.path()});
     }
-    if (droppedCount > 0)
-        result.notes << duplicateNote(dropped, droppedCount);
+    if (droppedCount > namedDuplicates)
+        result.findings << Finding{.text = QStringLiteral("… und %1 weitere doppelte Spielernummern.")
+                                               .arg(droppedCount - namedDuplicates),
+                                   .file = file.path()};
 }
 
 } // namespace
@@ -142,8 +140,8 @@ QString sp_header(Database &db, const QDateTime &now)
 
 ExchangeResult exportspieler(Database &db, const QString &path, const Progress &progress, const QDateTime &now)
 {
-    ExchangeResult result;
-    try {
+    return runtransaction(db, QStringLiteral("Export nach %1 abgebrochen").arg(path), [&] {
+        ExchangeResult result;
         const QList<ColumnInfo> columns = playerColumnsOf(db);
         std::vector<QByteArray> prefixes;
         for (const ColumnInfo &c : columns) {
@@ -161,6 +159,7 @@ ExchangeResult exportspieler(Database &db, const QString &path, const Progress &
             out.bytes("\r\nNEUER_SPIELER\r\n");
             for (int c = 0; c < playerColumns; ++c) {
                 const ColumnInfo &col = columns[c];
+                const QString field = col.name.toUpper();
                 out.bytes(prefixes[size_t(c)]);
                 if (col.isText()) {
                     // A Null text goes out as empty text: the file has no form for it.
@@ -168,39 +167,36 @@ ExchangeResult exportspieler(Database &db, const QString &path, const Progress &
                     if (!bareColumn(c))
                         out.bytes("\"");
                     if (!out.columnText(st, c, &problem))
-                        throw ExchangeError(QStringLiteral("Spieler %1, Feld %2: %3").arg(number).arg(col.name.toUpper(), problem));
+                        throw Fault(QStringLiteral("Spieler %1, Feld %2: %3").arg(number).arg(field, problem),
+                                    Finding{.text = problem, .field = field, .player = number});
                     if (!bareColumn(c))
                         out.bytes("\"");
                 } else if (st.isNull(c)) {
-                    throw ExchangeError(QStringLiteral("Spieler %1, Feld %2: das Feld ist leer, die Spielerdatei verlangt "
-                                                       "dort eine Zahl.")
-                                            .arg(number)
-                                            .arg(col.name.toUpper()));
+                    const QString problem = QStringLiteral("das Feld ist leer, die Spielerdatei verlangt dort eine Zahl.");
+                    throw Fault(QStringLiteral("Spieler %1, Feld %2: %3").arg(number).arg(field, problem),
+                                Finding{.text = problem, .field = field, .player = number});
                 } else {
                     out.bytes(numbertext(st, c));
                 }
                 out.endLine();
             }
             ++result.players;
-            const int percent = int(result.players * 100 / std::max<qint64>(total, 1));
-            if (percent != lastPercent)
-                report(progress, lastPercent = percent);
+            // Every percent once; the file is replaced only after the last.
+            if (const int percent = int(result.players * 100 / std::max<qint64>(total, 1)); percent != lastPercent) {
+                lastPercent = percent;
+                report(progress, result.players, total);
+            }
         }
         result.result = out.save();
         if (result.ok())
             result.result.message = QStringLiteral("%1 Spieler nach %2 geschrieben.").arg(result.players).arg(path);
-        report(progress, 100);
-    } catch (const ExchangeError &e) {
-        result.result = Result::failure(QStringLiteral("Export nach %1 abgebrochen: %2").arg(path, e.message()));
-    } catch (const DbError &e) {
-        result.result = Result::failure(QStringLiteral("Export nach %1 abgebrochen: %2").arg(path, e.text()));
-    }
-    return result;
+        return result;
+    });
 }
 
 ExchangeResult importspieler(Database &db, const QString &path, const Progress &progress, FileEncoding encoding)
 {
-    return importcfgfile(db, path, progress, encoding, [&](const CfgFile &file, ExchangeResult &result) {
+    return importcfgfile(db, path, encoding, [&](const CfgFile &file, ExchangeResult &result) {
         readPlayers(db, file, result, progress);
         return QStringLiteral("%1 Spieler aus %2 eingelesen.").arg(result.players).arg(path);
     });

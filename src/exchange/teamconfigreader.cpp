@@ -21,7 +21,7 @@ struct Keyword {
 
 struct Form {
     QString table;
-    QString kind; // "Verein" or "Nationalteam", for messages
+    QString kind; // "Der Verein" or "Das Nationalteam", for messages
     std::vector<Keyword> keywords;
     Statement insert;
     Statement remove;
@@ -115,7 +115,7 @@ Form TeamRecordReader::makeForm(const QString &table, const QStringList &words)
     // Column names come from the fixed lists above, never from the file.
     const QString insert = QStringLiteral("INSERT INTO %1 (%2) VALUES (%3)")
                                .arg(table, words.join(QLatin1Char(',')), marks.join(QLatin1Char(',')));
-    return Form{table, table == QLatin1String("vereine") ? QStringLiteral("Verein") : QStringLiteral("Nationalteam"),
+    return Form{table, table == QLatin1String("vereine") ? QStringLiteral("Der Verein") : QStringLiteral("Das Nationalteam"),
                 std::move(keywords), m_db.prepare(insert),
                 m_db.prepare(QStringLiteral("DELETE FROM %1 WHERE NUMMER = ?1").arg(table))};
 }
@@ -126,6 +126,7 @@ void TeamRecordReader::importvereine(const Progress &progress)
     int index = -1;
     qsizetype header = -1;
     int lastPercent = -1;
+    const qint64 size = m_file.size();
     CfgFile::Lines lines(m_file);
     while (lines.next()) {
         const qsizetype i = lines.number();
@@ -138,10 +139,11 @@ void TeamRecordReader::importvereine(const Progress &progress)
         }
         if (line.contains(QByteArrayView("NEUES_TEAM"))) {
             if (open && roomForNote())
-                m_result.notes << m_file.where(header)
-                        + QStringLiteral(": der Datensatz endet ohne Leerzeile vor dem nächsten NEUES_TEAM (Zeile %1) "
-                                         "und wird übergangen.")
-                              .arg(i + 1);
+                m_result.findings << Finding{.text = QStringLiteral("der Datensatz endet ohne Leerzeile vor dem "
+                                                                    "nächsten NEUES_TEAM (Zeile %1) und wird übergangen.")
+                                                         .arg(i + 1),
+                                             .file = m_file.path(),
+                                             .line = int(header + 1)};
             open = true;
             index = -1;
             header = i;
@@ -153,17 +155,22 @@ void TeamRecordReader::importvereine(const Progress &progress)
             open = false;
             splitsteam(header, index - 1);
         }
-        const int percent = int(lines.offset() * 100 / std::max<qint64>(m_file.size(), 1));
-        if (percent != lastPercent)
-            report(progress, lastPercent = percent);
+        // Every percent once: a file has many more lines than a bar has steps.
+        if (const int percent = int(lines.offset() * 100 / std::max<qint64>(size, 1)); percent != lastPercent) {
+            lastPercent = percent;
+            report(progress, lines.offset(), size);
+        }
     }
     if (m_repeats > maxNotes)
-        m_result.notes << QStringLiteral("… und %1 weitere übergangene oder doppelte Datensätze.").arg(m_repeats - maxNotes);
+        m_result.findings << Finding{
+            .text = QStringLiteral("… und %1 weitere übergangene oder doppelte Datensätze.").arg(m_repeats - maxNotes),
+            .file = m_file.path()};
     if (m_records == 0) {
-        const bool players = m_file.contains(QByteArrayView("NEUER_SPIELER"));
-        throw ExchangeError(QStringLiteral("Die Datei %1 enthält keinen Verein (keine Zeile NEUES_TEAM)%2.")
-                                .arg(m_file.path(), players ? QStringLiteral("; sie sieht aus wie eine Spielerdatei (1_sp.cfg)")
-                                                            : QString()));
+        const QString why = QStringLiteral("enthält keinen Verein (keine Zeile NEUES_TEAM)%1.")
+                                .arg(m_file.contains(QByteArrayView("NEUER_SPIELER"))
+                                         ? QStringLiteral("; sie sieht aus wie eine Spielerdatei (1_sp.cfg)")
+                                         : QString());
+        throw Fault(QStringLiteral("Die Datei %1 %2").arg(m_file.path(), why), Finding{.text = QStringLiteral("Die Datei ") + why, .file = m_file.path()});
     }
 }
 
@@ -202,7 +209,7 @@ void TeamRecordReader::splitsteam(qsizetype header, int last)
             break;
         case Kind::Quoted: {
             if (value.size() < 2 || value.front() != '"' || value.back() != '"')
-                m_file.fail(lineNo, QStringLiteral("im Feld %1 steht %2, kein Text in Anführungszeichen.").arg(field, shown(value)));
+                m_file.failfield(lineNo, field, shown(value) + QStringLiteral(", kein Text in Anführungszeichen."));
             checktextfield(m_file, lineNo, field, value.sliced(1, value.size() - 2));
             bound = *parseQuoted(value);
             break;
@@ -228,8 +235,12 @@ void TeamRecordReader::splitsteam(qsizetype header, int last)
         splitsspieler(team, squad, squadLine);
     QSet<qint64> &seen = form == &m_national ? m_seenNational : m_seenClubs;
     if (seen.contains(team) && roomForNote())
-        m_result.notes << m_file.where(header)
-                + QStringLiteral(": %1 %2 stand schon weiter oben in der Datei; es gilt dieser Datensatz.").arg(form->kind).arg(team);
+        m_result.findings << Finding{.text = QStringLiteral("%1 stand schon weiter oben in der Datei; es gilt dieser "
+                                                            "Datensatz.")
+                                                 .arg(form->kind),
+                                     .file = m_file.path(),
+                                     .line = int(header + 1),
+                                     .team = team};
     seen.insert(team);
     form->remove.bind(1, team);
     form->remove.exec();
@@ -267,7 +278,7 @@ void TeamRecordReader::splitsspieler(qint64 team, QByteArrayView value, qsizetyp
 
 ExchangeResult importvereine(Database &db, const QString &path, const Progress &progress, FileEncoding encoding)
 {
-    return importcfgfile(db, path, progress, encoding, [&](const CfgFile &file, ExchangeResult &result) {
+    return importcfgfile(db, path, encoding, [&](const CfgFile &file, ExchangeResult &result) {
         TeamRecordReader reader(db, file, result);
         reader.importvereine(progress);
         return QStringLiteral("%1 Vereine, %2 Nationalteams und %3 Kaderplätze aus %4 eingelesen.")

@@ -47,7 +47,7 @@ struct ColumnForm {
 
 // Writes the rows of one table; returns the number of rows.
 int writeTable(Database &db, CfgWriter &out, const QString &table, const QString &kind, SquadLookup &squads,
-               QStringList &notes, const std::function<void()> &rowDone)
+               QList<Finding> &findings, const std::function<void()> &rowDone)
 {
     const QList<ColumnInfo> columns = db.columns(table);
     std::vector<ColumnForm> forms;
@@ -82,7 +82,7 @@ int writeTable(Database &db, CfgWriter &out, const QString &table, const QString
                 out.bytes(f.prefix);
                 if (!f.bare)
                     out.bytes("\"");
-                out.text(st.text(c), what);
+                out.text(st.text(c), what, Finding{.field = f.name, .team = number});
                 if (!f.bare)
                     out.bytes("\"");
             } else {
@@ -92,12 +92,11 @@ int writeTable(Database &db, CfgWriter &out, const QString &table, const QString
             out.endLine();
         }
         if (lines != readable && !(lines == 4 && table == QLatin1String("vereine")))
-            notes << QStringLiteral("%1 %2 hat leere Felder (%3) und geht mit %4 Zeilen hinaus; so lässt er sich "
-                                    "nicht wieder einlesen.")
-                         .arg(kind)
-                         .arg(number)
-                         .arg(empty.join(QStringLiteral(", ")))
-                         .arg(lines);
+            findings << Finding{.text = QStringLiteral("der Datensatz hat leere Felder (%1) und geht mit %2 Zeilen "
+                                                       "hinaus; so lässt er sich nicht wieder einlesen.")
+                                            .arg(empty.join(QStringLiteral(", ")))
+                                            .arg(lines),
+                                .team = number};
         ++rows;
         rowDone();
     }
@@ -123,8 +122,8 @@ QString tm_player(Database &db, qint64 team)
 
 ExchangeResult exportvereine(Database &db, const QString &path, const Progress &progress, const QDateTime &now)
 {
-    ExchangeResult result;
-    try {
+    return runtransaction(db, QStringLiteral("Export nach %1 abgebrochen").arg(path), [&] {
+        ExchangeResult result;
         CfgWriter out(path);
         out.head(tm_header(db, now));
         const qint64 total = db.scalar(QStringLiteral("SELECT (SELECT count(*) FROM vereine) + "
@@ -132,28 +131,25 @@ ExchangeResult exportvereine(Database &db, const QString &path, const Progress &
                                  .toLongLong();
         qint64 done = 0;
         int lastPercent = -1;
+        // Every percent once; the file is replaced only after the last.
         const auto rowDone = [&] {
-            const int percent = int(++done * 100 / std::max<qint64>(total, 1));
-            if (percent != lastPercent)
-                report(progress, lastPercent = percent);
+            if (const int percent = int(++done * 100 / std::max<qint64>(total, 1)); percent != lastPercent) {
+                lastPercent = percent;
+                report(progress, done, total);
+            }
         };
         SquadLookup squads(db);
-        result.teams = writeTable(db, out, QStringLiteral("vereine"), QStringLiteral("Verein"), squads, result.notes, rowDone);
+        result.teams = writeTable(db, out, QStringLiteral("vereine"), QStringLiteral("Verein"), squads, result.findings, rowDone);
         result.nationalTeams = writeTable(db, out, QStringLiteral("vereine_national"), QStringLiteral("Nationalteam"), squads,
-                                          result.notes, rowDone);
+                                          result.findings, rowDone);
         result.result = out.save();
         if (result.ok())
             result.result.message = QStringLiteral("%1 Vereine und %2 Nationalteams nach %3 geschrieben.")
                                         .arg(result.teams)
                                         .arg(result.nationalTeams)
                                         .arg(path);
-        report(progress, 100);
-    } catch (const ExchangeError &e) {
-        result.result = Result::failure(QStringLiteral("Export nach %1 abgebrochen: %2").arg(path, e.message()));
-    } catch (const DbError &e) {
-        result.result = Result::failure(QStringLiteral("Export nach %1 abgebrochen: %2").arg(path, e.text()));
-    }
-    return result;
+        return result;
+    });
 }
 
 } // namespace zorbo

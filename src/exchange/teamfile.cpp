@@ -8,7 +8,8 @@ namespace zorbo {
 
 namespace {
 
-void writeSection(CfgWriter &out, Statement &row, const QString &section)
+// place names the team or player of the section.
+void writeSection(CfgWriter &out, Statement &row, const QString &section, Finding place)
 {
     out.line(QLatin1Char('[') + section + QLatin1Char(']'));
     for (int c = 0; c < row.columnCount(); ++c) {
@@ -16,8 +17,9 @@ void writeSection(CfgWriter &out, Statement &row, const QString &section)
         out.text(key + QLatin1Char('='), section);
         if (!row.isNull(c)) {
             const QVariant v = row.value(c);
+            place.field = key;
             if (v.typeId() == QMetaType::QString)
-                out.text(v.toString(), QStringLiteral("[%1] %2").arg(section, key));
+                out.text(v.toString(), QStringLiteral("[%1] %2").arg(section, key), place);
             else if (v.typeId() == QMetaType::Double)
                 // The system's conversion of a German system, whatever locale
                 // the program runs in; opening takes both decimal signs.
@@ -41,9 +43,9 @@ QString teamfilekey(const QString &column)
 
 ExchangeResult exportverein(Database &db, const QString &path, qint64 team, const Progress &progress, const QDateTime &now)
 {
-    ExchangeResult result;
-    result.team = team;
-    try {
+    return runtransaction(db, QStringLiteral("%1 wurde nicht geschrieben").arg(path), [&] {
+        ExchangeResult result;
+        result.team = team;
         CfgWriter out(path);
         out.line(exportdateline(now));
         out.line(versionline());
@@ -53,7 +55,7 @@ ExchangeResult exportverein(Database &db, const QString &path, qint64 team, cons
             Statement row = db.prepare(QStringLiteral("SELECT * FROM %1 WHERE NUMMER = ?1").arg(QLatin1String(table)));
             row.bind(1, team);
             if (row.step()) {
-                writeSection(out, row, QStringLiteral("Team"));
+                writeSection(out, row, QStringLiteral("Team"), Finding{.team = team});
                 found = true;
                 ++(table == QLatin1String("vereine") ? result.teams : result.nationalTeams);
                 break;
@@ -74,19 +76,16 @@ ExchangeResult exportverein(Database &db, const QString &path, qint64 team, cons
             "GROUP BY spieler) v ON v.spieler = s.NUMMER ORDER BY v.platz"));
         players.bind(1, team);
         while (players.step()) {
-            writeSection(out, players, QStringLiteral("Spieler%1").arg(++result.players));
-            report(progress, int(result.players * 100 / std::max<qint64>(total, 1)));
+            writeSection(out, players, QStringLiteral("Spieler%1").arg(++result.players),
+                         Finding{.player = players.integer(0)});
+            // The file is replaced only after the last player.
+            report(progress, result.players, total);
         }
         result.result = out.save();
         if (result.ok())
             result.result.message = QStringLiteral("Team %1 mit %2 Spielern nach %3 geschrieben.").arg(team).arg(result.players).arg(path);
-    } catch (const ExchangeError &e) {
-        return ExchangeResult::failure(QStringLiteral("%1 wurde nicht geschrieben: %2").arg(path, e.message()));
-    } catch (const DbError &e) {
-        return ExchangeResult::failure(QStringLiteral("%1 wurde nicht geschrieben: %2").arg(path, e.text()));
-    }
-    report(progress, 100);
-    return result;
+        return result;
+    });
 }
 
 } // namespace zorbo

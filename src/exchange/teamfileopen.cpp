@@ -92,7 +92,8 @@ private:
         const QString text = trimspaces(raw ? *raw : def);
         if (column.isText()) {
             if (const QString problem = lengthproblem(column.name, text.size()); !problem.isEmpty())
-                throw ExchangeError(QStringLiteral("%1: [%2] %3: %4.").arg(where(section, key), section, key, problem));
+                throw Fault(QStringLiteral("%1: [%2] %3: %4.").arg(where(section, key), section, key, problem),
+                            place(section, key, problem + QLatin1Char('.')));
             return text;
         }
         if (text.isEmpty())
@@ -107,7 +108,8 @@ private:
             number = *d;
         }
         if (!number.isValid())
-            throw ExchangeError(QStringLiteral("%1: [%2] %3 = »%4« ist keine Zahl.").arg(where(section, key), section, key, text));
+            throw Fault(QStringLiteral("%1: [%2] %3 = »%4« ist keine Zahl.").arg(where(section, key), section, key, text),
+                        place(section, key, QStringLiteral("»%1« ist keine Zahl.").arg(text)));
         if (const QString problem = rangeproblem(column.name, number.toDouble()); !problem.isEmpty())
             fail(section, key, text, problem);
         return number;
@@ -118,9 +120,19 @@ private:
         return QStringLiteral("%1, Zeile %2").arg(QDir::toNativeSeparators(m_path)).arg(m_profile.findEntry(section, key) + 1);
     }
 
+    // The finding of a fault at a key: file, line, field "[section] key".
+    Finding place(const QString &section, const QString &key, const QString &text) const
+    {
+        return Finding{.text = text,
+                       .file = m_path,
+                       .line = m_profile.findEntry(section, key) + 1,
+                       .field = QStringLiteral("[%1] %2").arg(section, key)};
+    }
+
     [[noreturn]] void fail(const QString &section, const QString &key, const QString &text, const QString &problem) const
     {
-        throw ExchangeError(QStringLiteral("%1: [%2] %3 = »%4«; %5.").arg(where(section, key), section, key, text, problem));
+        throw Fault(QStringLiteral("%1: [%2] %3 = »%4«; %5.").arg(where(section, key), section, key, text, problem),
+                    place(section, key, QStringLiteral("»%1«; %2.").arg(text, problem)));
     }
 
     QString m_path;
@@ -132,23 +144,15 @@ private:
 template <typename Body>
 ExchangeResult guarded(Database &db, const QString &path, FileEncoding encoding, const Body &body)
 {
-    try {
+    return runtransaction(db, QStringLiteral("Die Teamdatei %1 ließ sich nicht übernehmen").arg(path), [&] {
         TeamFileValues file(db, path);
         if (const Result checked = file.check(encoding); !checked) {
             ExchangeResult refused = ExchangeResult::failure(checked.message);
             refused.looksUtf8 = file.looksUtf8();
             return refused;
         }
-        Transaction tx(db);
-        ExchangeResult result = body(file);
-        if (result.ok())
-            tx.commit();
-        return result;
-    } catch (const ExchangeError &e) {
-        return ExchangeResult::failure(e.message());
-    } catch (const DbError &e) {
-        return ExchangeResult::failure(QStringLiteral("Die Teamdatei %1 ließ sich nicht übernehmen: %2").arg(path, e.text()));
-    }
+        return body(file);
+    });
 }
 
 QString marks(int count)
@@ -198,7 +202,7 @@ ExchangeResult openteamnew(Database &db, const QString &path, const QString &cou
             member.bindAll(result.team, numbers[n]);
             member.exec();
             ++result.players;
-            report(progress, (n + 1) * 100 / squadSize);
+            report(progress, n + 1, squadSize);
         }
         result.result = Result::success(QStringLiteral("Verein %1 mit %2 Spielern in %3 angelegt.").arg(result.team).arg(squadSize).arg(country));
         return result;
@@ -235,7 +239,7 @@ ExchangeResult openteamreplace(Database &db, const QString &path, qint64 clubNum
                 player.bind(c + 1, file.player(int(n) + 1, c));
             player.exec();
             ++result.players;
-            report(progress, int((n + 1) * 100 / numbers.size()));
+            report(progress, qint64(n + 1), qint64(numbers.size()));
         }
         result.result = Result::success(QStringLiteral("Verein %1 mit %2 Spielern ersetzt.").arg(clubNumber).arg(numbers.size()));
         return result;

@@ -230,9 +230,32 @@ int Database::changes() const
     return sqlite3_changes(m_db);
 }
 
+qint64 Database::totalChanges() const
+{
+    return sqlite3_total_changes64(m_db);
+}
+
 qint64 Database::lastInsertId() const
 {
     return sqlite3_last_insert_rowid(m_db);
+}
+
+void Database::setUpdateHook(UpdateHook hook)
+{
+    m_hook = std::move(hook);
+    if (!m_hook) {
+        sqlite3_update_hook(m_db, nullptr, nullptr);
+        return;
+    }
+    sqlite3_update_hook(
+        m_db,
+        [](void *self, int op, const char *, const char *table, sqlite3_int64 rowid) {
+            const RowChange change = op == SQLITE_INSERT ? RowChange::Insert
+                : op == SQLITE_DELETE                    ? RowChange::Delete
+                                                         : RowChange::Update;
+            static_cast<Database *>(self)->m_hook(change, table, rowid);
+        },
+        this);
 }
 
 QStringList Database::tables() const

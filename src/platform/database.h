@@ -6,6 +6,7 @@
 #include <QString>
 #include <QStringList>
 #include <QVariant>
+#include <functional>
 
 #include <optional>
 
@@ -83,6 +84,16 @@ struct ColumnInfo {
     bool isInteger() const { return type.compare(QLatin1String("INTEGER"), Qt::CaseInsensitive) == 0; }
 };
 
+// What a statement did to a row, as the update hook tells it.
+enum class RowChange { Insert, Update, Delete };
+
+// Told of each row that an INSERT, UPDATE or DELETE changes in a table with
+// rowids: how, the table (UTF-8, spelt as in the schema) and the rowid. The
+// engine leaves out the rows that a DELETE without WHERE clears at once, the
+// rows of tables WITHOUT ROWID and those that REPLACE removes; totalChanges()
+// counts the first two. The hook must not use the database.
+using UpdateHook = std::function<void(RowChange change, const char *table, qint64 rowid)>;
+
 // The one open database of the program, an SQLite file.
 class Database {
 public:
@@ -119,7 +130,11 @@ public:
     }
 
     int changes() const;
+    // Rows inserted, changed or deleted since the database was opened.
+    qint64 totalChanges() const;
     qint64 lastInsertId() const;
+    // Replaces the update hook; an empty one removes it.
+    void setUpdateHook(UpdateHook hook);
 
     QStringList tables() const;
     bool hasTable(const QString &name) const;
@@ -130,6 +145,7 @@ public:
 private:
     sqlite3 *m_db = nullptr;
     QString m_path;
+    UpdateHook m_hook;
     friend class Transaction;
     int m_savepoints = 0;
 };

@@ -33,14 +33,17 @@ Result ensurecrest(const QString &wappenFolder, int n, QString &path)
 
 Result ensureallcrests(const QString &wappenFolder, const Progress &progress)
 {
+    // Each crest filled in is whole and stays, so the run shows how far it is
+    // but does not stop halfway: a stop could not leave things as they were.
     QString path;
     for (int n = 0; n < CrestCount; ++n) {
-        if (n % 50 == 0)
-            report(progress, n * 100 / CrestCount);
+        if (n % 50 == 0 && progress)
+            progress(n, CrestCount);
         if (Result r = ensurecrest(wappenFolder, n, path); !r)
             return r;
     }
-    report(progress, 100);
+    if (progress)
+        progress(CrestCount, CrestCount);
     return Result::success();
 }
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/result.h"
+#include "platform/operation.h"
 
 #include <QString>
 
@@ -16,7 +16,8 @@ QString crestfile(const QString &wappenFolder, int n);
 // default.tga, and the copy stays. Returns the path; fails when neither the
 // crest nor default.tga can be had.
 Result ensurecrest(const QString &wappenFolder, int n, QString &path);
-// The same for crests 0 to 999; stops at the first failure.
+// The same for crests 0 to 999; stops at the first failure. Shows progress
+// but takes no stop from it.
 Result ensureallcrests(const QString &wappenFolder, const Progress &progress = {});
 
 // Copies a kit set's ma.res over the game's. A missing target means that no

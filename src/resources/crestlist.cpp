@@ -50,8 +50,10 @@ Result readcrestlist(const QString &file, CrestList &list)
     out.type = type;
     const qsizetype available = sections.size() - 1;
     if (anzahl > available)
-        out.problems << QStringLiteral("%1 nennt %2 Wappen, enthält aber nur %3 Wappen-Abschnitte.")
-                            .arg(shortname(file)).arg(anzahl).arg(available);
+        out.findings << Finding{.text = QStringLiteral("die Liste nennt %1 Wappen, enthält aber nur %2 Wappen-Abschnitte.")
+                                            .arg(anzahl)
+                                            .arg(available),
+                                .file = file};
     for (qsizetype i = 1; i <= qMin<qsizetype>(anzahl, available); ++i)
         out.entries.append({sections[i]});
     list = std::move(out);

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/result.h"
+#include "platform/operation.h"
 
 #include <QList>
 #include <QString>
@@ -22,12 +22,12 @@ struct CrestList {
     QString datei;  // the archive's file name; the export's target comes from the user
     qint32 type = 0;
     QList<CrestListEntry> entries; // the first "anzahl" crest sections
-    QStringList problems;          // what was read but does not add up, in German
+    QList<Finding> findings;       // what was read but does not add up
 };
 
 // Reads the list; a missing file, no sections, or an "anzahl" or "type" that is
 // not a whole number stops with a message. Fewer sections than "anzahl" are
-// taken as they are and noted in problems.
+// taken as they are and noted in findings.
 Result readcrestlist(const QString &file, CrestList &list);
 
 // Why a crest of this name could not go through wa.lst and the archive and

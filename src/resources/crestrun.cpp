@@ -1,6 +1,7 @@
 #include "resources/crestrun.h"
 
 #include "platform/codepage.h"
+#include "platform/runner.h"
 #include "platform/safefile.h"
 #include "resources/crestlist.h"
 #include "resources/crestswitch.h"
@@ -17,30 +18,29 @@ namespace zorbo {
 
 namespace {
 
-CrestRunReport stopped(const Result &result, const QStringList &problems = {})
+CrestRunReport stopped(const Result &result, const QList<Finding> &findings = {})
 {
-    return {result, 0, problems, {}, 0};
+    return {result, 0, findings, {}, 0};
 }
 
-// One line per crest that keeps the default picture, or one for all of them
-// when there are many, as on a fresh install whose list names a thousand.
-void reportdefaults(CrestRunReport &run, const QStringList &names)
+// One finding per crest that keeps the default picture, or one for all of
+// them when there are many, as on a fresh install whose list names a thousand.
+void reportdefaults(CrestRunReport &run, const QString &wappenFolder, const QStringList &names)
 {
     constexpr int shown = 5;
     if (names.size() <= shown) {
         for (const QString &name : names)
-            run.problems << QStringLiteral("Zum Wappen %1 fehlt die Datei %1.tga; es erhält das Standardwappen.").arg(name);
+            run.findings << Finding{.text = QStringLiteral("die Datei fehlt; das Wappen %1 erhält das Standardwappen.").arg(name),
+                                    .file = wappenFolder + name + QStringLiteral(".tga")};
         return;
     }
-    run.problems << QStringLiteral("%1 Wappen ohne eigene Datei erhalten das Standardwappen (%2 …).")
-                        .arg(names.size())
-                        .arg(names.first(shown).join(QStringLiteral(", ")));
+    run.findings << Finding{.text = QStringLiteral("%1 Wappen ohne eigene Datei erhalten das Standardwappen (%2 …).")
+                                        .arg(names.size())
+                                        .arg(names.first(shown).join(QStringLiteral(", ")))};
 }
 
-} // namespace
-
-CrestRunReport importwappen(const QString &archivePath, const QString &wappenFolder, const Progress &progress,
-                           const CrestImportOptions &options)
+CrestRunReport importcrests(const QString &archivePath, const QString &wappenFolder, const Progress &progress,
+                            const CrestImportOptions &options)
 {
     CrestRunReport run;
     ResArchive archive;
@@ -62,7 +62,7 @@ CrestRunReport importwappen(const QString &archivePath, const QString &wappenFol
     const auto abandon = [&](const QString &why) {
         change.drop();
         return stopped(Result::failure(why + QStringLiteral(" Der Import bricht ab; alle Wappen bleiben, wie sie waren.")),
-                       run.problems);
+                       run.findings);
     };
 
     // Each picture goes straight from the archive's bytes to its .tga; a
@@ -76,14 +76,16 @@ CrestRunReport importwappen(const QString &archivePath, const QString &wappenFol
             ++otherTypes;
             continue;
         }
-        report(progress, int(90 * i / entries.size()));
+        // Before the switch a stop drops staging, and the crests stay.
+        report(progress, i, entries.size());
         QString why = badnamereason(entry.name);
         if (why.isEmpty())
             why = crestnamereason(fromCp1252(entry.name));
         if (!why.isEmpty()) {
-            run.problems << QStringLiteral("Der Eintrag Nr. %1 („%2“) in %3 wird übersprungen: %4.")
-                                .arg(i)
-                                .arg(printablename(entry.name), archive.file, why);
+            run.findings << Finding{.text = QStringLiteral("der Eintrag Nr. %1 („%2“) wird übersprungen: %3.")
+                                                .arg(i)
+                                                .arg(printablename(entry.name), why),
+                                    .file = archive.file};
             continue;
         }
         const QString name = fromCp1252(entry.name);
@@ -94,7 +96,7 @@ CrestRunReport importwappen(const QString &archivePath, const QString &wappenFol
         if (r)
             r = readgfp(bytes, QStringLiteral("Der Eintrag %1 in %2").arg(name, archive.file), gfp, pixels);
         if (!r) {
-            run.problems << r.message + QStringLiteral(" Das Wappen %1 bleibt unverändert.").arg(name);
+            run.findings << Finding{.text = r.message + QStringLiteral(" Das Wappen %1 bleibt unverändert.").arg(name)};
             continue;
         }
         const QByteArray tga = writetga(gfp.width(), gfp.height(), pixels, gfp.bytesPerPixel());
@@ -109,8 +111,9 @@ CrestRunReport importwappen(const QString &archivePath, const QString &wappenFol
         imported << name;
     }
     if (otherTypes > 0)
-        run.problems << QStringLiteral("%1 Einträge in %2 sind keine Bilder (Typ 14) und wurden übergangen.")
-                            .arg(otherTypes).arg(archive.file);
+        run.findings << Finding{.text = QStringLiteral("%1 Einträge sind keine Bilder (Typ 14) und wurden übergangen.")
+                                            .arg(otherTypes),
+                                .file = archive.file};
 
     const QString listFile = wappenFolder + QStringLiteral("wa.lst");
     run.missingFromList = missingfromcrestlist(listFile, imported);
@@ -122,54 +125,59 @@ CrestRunReport importwappen(const QString &archivePath, const QString &wappenFol
     if (run.written == 0 && run.addedToList == 0)
         change.drop(); // nothing to switch
     else if (Result r = change.commit(); !r)
-        return stopped(r, run.problems);
+        return stopped(r, run.findings);
     if (run.addedToList > 0)
-        run.problems << QStringLiteral("%1 Wappen sind in wa.lst angefügt; der nächste Export packt sie mit.")
-                            .arg(run.addedToList);
+        run.findings << Finding{.text = QStringLiteral("%1 Wappen sind angefügt; der nächste Export packt sie mit.")
+                                            .arg(run.addedToList),
+                                .file = listFile};
     else if (!run.missingFromList.isEmpty())
-        run.problems << QStringLiteral("%1 Wappen aus %2 stehen nicht in wa.lst; ein Export ließe sie weg.")
-                            .arg(run.missingFromList.size())
-                            .arg(archive.file);
-    report(progress, 100);
+        run.findings << Finding{.text = QStringLiteral("%1 Wappen des Archivs stehen nicht in wa.lst; ein Export ließe "
+                                                       "sie weg.")
+                                            .arg(run.missingFromList.size()),
+                                .file = archive.file};
     return run;
 }
 
-CrestRunReport exportwappen(const QString &archivePath, const QString &wappenFolder, const Progress &progress)
+CrestRunReport exportcrests(const QString &archivePath, const QString &wappenFolder, const Progress &progress)
 {
     CrestRunReport run;
     if (Result r = recovercrests(wappenFolder); !r)
         return stopped(r);
+    const QString listFile = wappenFolder + QStringLiteral("wa.lst");
     CrestList list;
-    if (Result r = readcrestlist(wappenFolder + QStringLiteral("wa.lst"), list); !r)
+    if (Result r = readcrestlist(listFile, list); !r)
         return stopped(r);
-    run.problems = list.problems;
+    run.findings = list.findings;
     const QString defaultPath = wappenFolder + QStringLiteral("default.gfp");
     if (!QFileInfo(defaultPath).isFile())
         return stopped(Result::failure(QStringLiteral("Die Vorlage %1 fehlt; sie gibt jedem Wappen seinen Kopf.")
                                            .arg(defaultPath)),
-                       run.problems);
+                       run.findings);
     QByteArray defaultGfp;
     GfpHeader defaultHeader;
     QByteArray defaultPixels;
     if (Result r = readfilebytes(defaultPath, GfpMaxFileSize, defaultGfp); !r)
-        return stopped(r, run.problems);
+        return stopped(r, run.findings);
     if (Result r = readgfp(defaultGfp, QStringLiteral("Die Vorlage %1").arg(defaultPath), defaultHeader, defaultPixels); !r)
-        return stopped(r, run.problems);
+        return stopped(r, run.findings);
     QList<WappenItem> items;
     QStringList withoutPicture;
     qint64 total = 0;
     const qsizetype n = list.entries.size();
     for (qsizetype i = 0; i < n; ++i) {
-        report(progress, int(90 * i / n));
+        // Read first, packed after: two steps per crest.
+        report(progress, i, 2 * n);
         const QString name = list.entries[i].name.trimmed();
         const std::optional<QByteArray> bytes = toCp1252(name);
         const QString why = bytes ? badnamereason(*bytes) : QStringLiteral("der Name enthält Zeichen außerhalb von Windows-1252");
         if (!why.isEmpty()) {
-            run.problems << QStringLiteral("Das Wappen [%1] aus wa.lst wird übersprungen: %2.").arg(name, why);
+            run.findings << Finding{.text = QStringLiteral("das Wappen [%1] wird übersprungen: %2.").arg(name, why), .file = listFile};
             continue;
         }
         if (name.contains(QLatin1Char(' ')))
-            run.problems << QStringLiteral("Der Name [%1] enthält ein Leerzeichen; im Archiv endet er davor.").arg(name);
+            run.findings << Finding{.text = QStringLiteral("der Name [%1] enthält ein Leerzeichen; im Archiv endet er davor.")
+                                                .arg(name),
+                                    .file = listFile};
         // The crest keeps the template's picture when its own cannot be read.
         QByteArray gfp = defaultGfp;
         const QString tga = wappenFolder + name + QStringLiteral(".tga");
@@ -177,27 +185,40 @@ CrestRunReport exportwappen(const QString &archivePath, const QString &wappenFol
         if (!QFileInfo(tga).isFile()) {
             withoutPicture << name;
         } else if (Result r = readtga(tga, image); !r) {
-            run.problems << r.message + QStringLiteral(" Das Wappen %1 erhält das Standardwappen.").arg(name);
+            run.findings << Finding{.text = r.message + QStringLiteral(" Das Wappen %1 erhält das Standardwappen.").arg(name)};
         } else {
             gfp = makegfp(defaultHeader, image.width, image.height, image.pixels, true);
             if (gfp.isEmpty())
                 return stopped(Result::failure(QStringLiteral("Das Wappen %1 lässt sich nicht packen.").arg(name)),
-                               run.problems);
+                               run.findings);
         }
         total += gfp.size();
         if (total > CrestImportMaxBytes)
             return stopped(Result::failure(QStringLiteral("Die Wappen aus wa.lst ergäben ein Archiv von mehr als %1 MB; "
                                                           "es wird nicht geschrieben.").arg(CrestImportMaxBytes / (1024 * 1024))),
-                           run.problems);
+                           run.findings);
         items.append({*bytes, gfp, 0});
     }
-    reportdefaults(run, withoutPicture);
-    const Result packed = packresf(archivePath, list.type, items, [&progress](int p) { report(progress, 90 + p / 10); });
+    reportdefaults(run, wappenFolder, withoutPicture);
+    const Progress packing = [&progress, n](qint64 done, qint64) { return !progress || progress(n + done, 2 * n); };
+    const Result packed = packresf(archivePath, list.type, items, packing);
     if (!packed)
-        return stopped(packed, run.problems);
+        return stopped(packed, run.findings);
     run.written = int(items.size());
-    report(progress, 100);
     return run;
+}
+
+} // namespace
+
+CrestRunReport importwappen(const QString &archivePath, const QString &wappenFolder, const Progress &progress,
+                           const CrestImportOptions &options)
+{
+    return runguarded(QString(), [&] { return importcrests(archivePath, wappenFolder, progress, options); });
+}
+
+CrestRunReport exportwappen(const QString &archivePath, const QString &wappenFolder, const Progress &progress)
+{
+    return runguarded(QString(), [&] { return exportcrests(archivePath, wappenFolder, progress); });
 }
 
 } // namespace zorbo

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/result.h"
+#include "platform/operation.h"
 
 #include <QString>
 #include <QStringList>
@@ -8,11 +8,11 @@
 namespace zorbo {
 
 // Outcome of a crest run: result fails only when the run could not go on at
-// all; crests it had to leave out or fill in are told in problems.
+// all; crests it had to leave out or fill in are told in findings.
 struct CrestRunReport {
     Result result;
     int written = 0;      // crests written as .tga (import) or packed (export)
-    QStringList problems; // German, one line each, naming the file and entry
+    QList<Finding> findings;
     // Import: crests written that wa.lst does not name, in archive order;
     // an export would leave them out. addtocrestlist adds them.
     QStringList missingFromList;
@@ -31,7 +31,8 @@ struct CrestImportOptions {
 // Unpacks every picture (type 14) of the archive into <wappen><name>.tga,
 // replacing files that exist. Entries with unusable names or damaged data are
 // left out and reported, and their .tga stays as it was; nothing is written
-// outside the wappen folder.
+// outside the wappen folder. Reports one step per archive entry; a stop
+// (Cancelled) before the switch leaves every crest as it was.
 // wappenFolder ends in '/'.
 CrestRunReport importwappen(const QString &archivePath, const QString &wappenFolder, const Progress &progress = {},
                            const CrestImportOptions &options = {});
@@ -40,7 +41,8 @@ CrestRunReport importwappen(const QString &archivePath, const QString &wappenFol
 // at archivePath. Each picture's header comes from <wappen>default.gfp; a
 // crest whose .tga is missing or unreadable keeps that default picture and is
 // reported. The pictures are packed from memory: the run writes no file but
-// the archive, and that only once it is complete.
+// the archive, and that only once it is complete; a stop before leaves the
+// old archive as it was. Reports a step per crest read and one per crest packed.
 CrestRunReport exportwappen(const QString &archivePath, const QString &wappenFolder, const Progress &progress = {});
 
 } // namespace zorbo

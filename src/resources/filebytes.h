@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/result.h"
+#include "platform/operation.h"
 
 #include <QByteArray>
 #include <QString>

@@ -38,7 +38,7 @@ Result packresf(const QString &target, qint32 type, QList<WappenItem> items, con
         if (type == ResTypeSized)
             appendlong(out, qint32(item.data.size()));
         out.append(item.data);
-        report(progress, int(90 * (i + 1) / items.size()));
+        report(progress, i + 1, items.size());
     }
     for (const WappenItem &item : items) {
         appendlong(out, type);
@@ -52,7 +52,6 @@ Result packresf(const QString &target, qint32 type, QList<WappenItem> items, con
     }
     if (Result r = replacefile(target, out); !r)
         return Result::failure(QStringLiteral("Das Archiv %1 lässt sich nicht schreiben: %2").arg(target, r.message));
-    report(progress, 100);
     return Result::success();
 }
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/result.h"
+#include "platform/operation.h"
 
 #include <QByteArray>
 #include <QList>
@@ -24,7 +24,9 @@ struct WappenItem {
 qint64 resoffsets(QList<WappenItem> &items, qint32 type);
 
 // Writes the archive: header, resources, directory, names with blanks turned
-// into zero bytes. The target is replaced only when the whole archive is written.
+// into zero bytes. The target is replaced only when the whole archive is
+// written. Reports one step per resource, before the target is touched;
+// throws Cancelled when progress asks to stop.
 Result packresf(const QString &target, qint32 type, QList<WappenItem> items, const Progress &progress = {});
 
 } // namespace zorbo

@@ -1,4 +1,5 @@
 #include "core/gamedb.h"
+#include "core/generator.h"
 #include "core/teamtree.h"
 #include "core/world.h"
 #include "support/testsupport.h"
@@ -84,19 +85,82 @@ TEST(TeamTree, CountriesClubsAndListsInTheTreesOrder)
 TEST(World, InitCreatesEverythingOnceAndAgainChangesNothing)
 {
     TempFolder dir;
-    World first = openworld(dir.path());
-    ASSERT_NE(first.db(), nullptr) << first.messages.join('\n').toStdString();
-    EXPECT_TRUE(first.marketCreated);
-    EXPECT_TRUE(first.messages.isEmpty()) << first.messages.join('\n').toStdString();
+    std::unique_ptr<World> first = openworld(dir.path());
+    ASSERT_NE(first->db(), nullptr) << first->messages().join('\n').toStdString();
+    EXPECT_TRUE(first->marketCreated());
+    EXPECT_TRUE(first->messages().isEmpty()) << first->messages().join('\n').toStdString();
     for (const char *sub : {"attribute", "gesicht", "trikot/original", "trikot/zorbode", "wappen"})
         EXPECT_TRUE(QDir(dir.path() + "/" + sub).exists()) << sub;
-    EXPECT_EQ(first.db()->scalar("SELECT count(*) FROM e_attribute").toInt(), 53);
-    first.opened = {};
+    EXPECT_EQ(first->db()->scalar("SELECT count(*) FROM e_attribute").toInt(), 53);
+    first.reset();
 
     const QByteArray ini = zorbo::test::readBytes(dir.file("zorboeditor.ini"));
-    World second = openworld(dir.path());
-    ASSERT_NE(second.db(), nullptr);
-    EXPECT_FALSE(second.marketCreated);
-    EXPECT_EQ(second.db()->scalar("SELECT count(*) FROM spieler").toInt(), 1700);
+    const std::unique_ptr<World> second = openworld(dir.path());
+    ASSERT_NE(second->db(), nullptr);
+    EXPECT_FALSE(second->marketCreated());
+    EXPECT_EQ(second->db()->scalar("SELECT count(*) FROM spieler").toInt(), 1700);
     EXPECT_EQ(zorbo::test::readBytes(dir.file("zorboeditor.ini")), ini);
+}
+
+TEST(World, RunsTellWhatTheyChangedOnceCommitted)
+{
+    TempFolder dir;
+    const std::unique_ptr<World> world = openworld(dir.path());
+    ASSERT_NE(world->db(), nullptr);
+    QList<Change> told;
+    QObject::connect(world.get(), &World::changed, [&](const Change &c) { told << c; });
+
+    Result r = world->run([](Database &db) {
+        db.run("INSERT INTO vereine (NUMMER, NAME) VALUES (5, 'Neu')");
+        db.run("UPDATE spieler SET NAME = 'Anders' WHERE NUMMER = 7");
+        db.run("UPDATE spieler SET NAME = 'Keiner' WHERE NUMMER = 99999"); // no row, no change
+        return Result::success();
+    });
+    ASSERT_TRUE(r.ok) << r.message.toStdString();
+    ASSERT_EQ(told.size(), 1);
+    EXPECT_EQ(told[0].tables, QSet<QString>({"vereine", "spieler"}));
+    EXPECT_EQ(told[0].teams, QSet<qint64>({5}));
+    EXPECT_EQ(told[0].players, QSet<qint64>({7}));
+    EXPECT_FALSE(told[0].everything);
+
+    // A squad row names its club; a table cleared at once is everything.
+    ASSERT_TRUE(world->run([](Database &db) {
+        db.run("INSERT INTO vereinspieler VALUES (5, 7)");
+        return Result::success();
+    }));
+    ASSERT_EQ(told.size(), 2);
+    EXPECT_EQ(told[1].tables, QSet<QString>({"vereinspieler"}));
+    EXPECT_EQ(told[1].teams, QSet<qint64>({5}));
+    EXPECT_TRUE(told[1].players.isEmpty());
+    ASSERT_TRUE(world->run([](Database &db) {
+        db.exec("DELETE FROM vereinspieler");
+        return Result::success();
+    }));
+    ASSERT_EQ(told.size(), 3);
+    EXPECT_TRUE(told[2].everything);
+
+    // Stopped halfway, a run takes everything back and tells nothing.
+    const Result stopped = world->run([](Database &db) {
+        db.run("UPDATE vereine SET NAME = 'Halb' WHERE NUMMER = 5");
+        spieler20new(db, 5, "Neu", 20, [](qint64 done, qint64) { return done < 3; });
+        return Result::success();
+    });
+    EXPECT_TRUE(stopped.cancelled);
+    EXPECT_EQ(stopped.message, "Abgebrochen – es wurde nichts geändert.");
+    EXPECT_EQ(world->db()->scalar("SELECT count(*) FROM spieler").toInt(), 1700);
+    EXPECT_EQ(world->db()->scalar("SELECT NAME FROM vereine WHERE NUMMER = 5").toString(), "Neu");
+
+    // So does a run that fails.
+    r = world->run(
+        [](Database &db) {
+            db.run("UPDATE spieler SET NAME = 'Halb' WHERE NUMMER = 8");
+            db.run("INSERT INTO vereine (NUMMER, NAME) VALUES (5, 'Doppelt')");
+            return Result::success();
+        },
+        "Nicht gespeichert");
+    EXPECT_FALSE(r.ok);
+    EXPECT_FALSE(r.cancelled);
+    EXPECT_TRUE(r.message.startsWith("Nicht gespeichert: ")) << r.message.toStdString();
+    EXPECT_NE(world->db()->scalar("SELECT NAME FROM spieler WHERE NUMMER = 8").toString(), "Halb");
+    EXPECT_EQ(told.size(), 3);
 }

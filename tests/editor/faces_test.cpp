@@ -98,11 +98,16 @@ TEST(FacePictures, CheckallgesichterWritesOnlyBrokenCodes)
     const qint64 darkBroken = encodeface({1, {7, 0, 0, 0, 0}});
     for (auto [nr, code] : {std::pair<int, qint64>{1, good}, {2, broken}, {3, darkBroken}})
         db.run("INSERT INTO spieler (NUMMER, NAME, GESICHT) VALUES (?1, 'X', ?2)", nr, code);
-    int last = -1;
-    const FaceCheck check = checkallgesichter(db, FacePictures(folder), [&](int p) { last = p; });
+    qint64 done = -1, total = -1;
+    const FaceCheck check = checkallgesichter(db, FacePictures(folder), [&](qint64 d, qint64 t) {
+        done = d;
+        total = t;
+        return true;
+    });
     ASSERT_TRUE(check.result.ok) << check.result.message.toStdString();
     EXPECT_EQ(check.corrected, 2);
-    EXPECT_EQ(last, 100);
+    EXPECT_EQ(done, 3);
+    EXPECT_EQ(total, 3);
     EXPECT_EQ(db.scalar("SELECT GESICHT FROM spieler WHERE NUMMER = 2").toLongLong(),
               encodeface({0, {11, 1, 1, 0, 1}}));
     EXPECT_EQ(db.scalar("SELECT GESICHT FROM spieler WHERE NUMMER = 3").toLongLong(), encodeface({1, {1, 0, 0, 0, 0}}));

@@ -5,6 +5,7 @@
 #include "support/qstringprint.h"
 #include "worldfixture.h"
 
+#include <QDir>
 #include <QFile>
 
 using namespace zorbo;
@@ -37,6 +38,12 @@ TEST(PlayerConfig, WriterGivesTheWorkedExampleByteForByteAndReaderTakesItBack)
     ASSERT_TRUE(r.ok()) << r.result.message.toStdString();
     EXPECT_EQ(r.players, 2);
     EXPECT_EQ(readBytes(t.file("1_sp.cfg")), readBytes(dataPath("sp_cfg/worked-example/1_sp.cfg")));
+    // A stop before the last player leaves the file as it was and nothing beside it.
+    writeBytes(t.file("1_sp.cfg"), "alt");
+    const ExchangeResult stopped = exportspieler(*t, t.file("1_sp.cfg"), [](qint64 done, qint64 total) { return done < total; });
+    EXPECT_TRUE(stopped.result.cancelled);
+    EXPECT_EQ(readBytes(t.file("1_sp.cfg")), "alt");
+    EXPECT_EQ(QDir(t.dir.path()).entryList({"1_sp.cfg*"}, QDir::Files), QStringList({"1_sp.cfg"}));
 
     TestDb back;
     back->exec("INSERT INTO vereinspieler VALUES (5, 7001)");
@@ -78,8 +85,9 @@ TEST(PlayerConfig, RecordsArePositionalAndDuplicatesAreReported)
     EXPECT_EQ(t->scalar("SELECT group_concat(NUMMER || ':' || NAME || ':' || GROESSE || ':' || LIEBLINGSPOS_X || ':' || "
                         "ERLERNT || ':' || GESPERRT, ' ') FROM spieler").toString(),
               "4:Erster:191:0.5:1,2:3 5:Dritter:191:0.5:1,2:");
-    ASSERT_EQ(r.notes.size(), 1);
-    EXPECT_TRUE(r.notes[0].contains("4 (Zeile 25)")) << r.notes[0].toStdString();
+    ASSERT_EQ(r.findings.size(), 1);
+    EXPECT_EQ(r.findings[0].player, 4);
+    EXPECT_EQ(r.findings[0].line, 25);
 }
 
 TEST(PlayerConfig, TruncatedRecordChangesNothing)

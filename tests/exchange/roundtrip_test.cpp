@@ -26,7 +26,7 @@ Exported exportBoth(Database &db, const TestDb &where, const QString &tag)
     const ExchangeResult p = exportspieler(db, where.file(tag + "_sp.cfg"));
     EXPECT_TRUE(t.ok()) << t.result.message.toStdString();
     EXPECT_TRUE(p.ok()) << p.result.message.toStdString();
-    EXPECT_TRUE(t.notes.isEmpty()) << t.notes.join('\n').toStdString();
+    EXPECT_TRUE(t.findings.isEmpty()) << findinglines(t.findings).join('\n').toStdString();
     return {readBytes(where.file(tag + "_tm.cfg")), readBytes(where.file(tag + "_sp.cfg"))};
 }
 
@@ -37,7 +37,7 @@ void importBoth(Database &db, const QString &teams, const QString &players)
     EXPECT_FALSE(t.marketCreated);
     const ExchangeResult p = importplayersrun(db, players);
     ASSERT_TRUE(p.ok()) << p.result.message.toStdString();
-    EXPECT_TRUE(p.notes.isEmpty()) << p.notes.join('\n').toStdString();
+    EXPECT_TRUE(p.findings.isEmpty()) << findinglines(p.findings).join('\n').toStdString();
 }
 
 } // namespace

@@ -3,6 +3,8 @@
 #include "exchange/teamconfigwriter.h"
 #include "worldfixture.h"
 
+#include <QDir>
+
 using namespace zorbo;
 using namespace zorbo::test;
 
@@ -57,7 +59,7 @@ TEST(TeamConfig, WriterGivesTheWorkedExampleByteForByte)
     EXPECT_EQ(readBytes(t.file("1_tm.cfg")), readBytes(dataPath("tm_cfg/worked-example/1_tm.cfg")));
     EXPECT_EQ(r.teams, 3);
     EXPECT_EQ(r.nationalTeams, 1);
-    EXPECT_TRUE(r.notes.isEmpty()) << r.notes.join('\n').toStdString();
+    EXPECT_TRUE(r.findings.isEmpty()) << findinglines(r.findings).join('\n').toStdString();
     EXPECT_EQ(tm_player(*t, 1204), "        SPIELER");
 }
 
@@ -99,8 +101,9 @@ TEST(TeamConfig, ReaderKeepsTheFileRules)
     const ExchangeResult r = importvereine(*t, t.file("a.cfg"));
     ASSERT_TRUE(r.ok()) << r.result.message.toStdString();
     EXPECT_EQ(r.teams, 2);
-    ASSERT_EQ(r.notes.size(), 1);
-    EXPECT_TRUE(r.notes[0].contains("Zeile 13")) << r.notes[0].toStdString();
+    ASSERT_EQ(r.findings.size(), 1);
+    EXPECT_TRUE(r.findings[0].toString().startsWith(QDir::toNativeSeparators(t.file("a.cfg")) + ", Zeile 13: der Datensatz"))
+        << r.findings[0].toString().toStdString();
     EXPECT_EQ(t->scalar("SELECT group_concat(NUMMER || '=' || NAME || '/' || GRAFIK_NR, ' ') FROM vereine").toString(),
               "1=Erster/4 70000=Dritter/8");
     EXPECT_EQ(t->scalar("SELECT group_concat(verein || ':' || spieler, ' ') FROM vereinspieler").toString(),
@@ -117,8 +120,9 @@ TEST(TeamConfig, BareSquadLineLeavesTheSquadAloneAndLaterRecordReplaces)
     ASSERT_TRUE(r.ok()) << r.result.message.toStdString();
     EXPECT_EQ(t->scalar("SELECT NAME FROM vereine").toString(), "B");
     EXPECT_EQ(t->scalar("SELECT count(*) FROM vereinspieler").toInt(), 1);
-    ASSERT_EQ(r.notes.size(), 1);
-    EXPECT_TRUE(r.notes[0].contains("Zeile 7"));
+    ASSERT_EQ(r.findings.size(), 1);
+    EXPECT_EQ(r.findings[0].line, 7);
+    EXPECT_EQ(r.findings[0].team, 1);
 }
 
 TEST(TeamConfig, TransferMarketGoesOutShortAndComesBack)
@@ -143,8 +147,9 @@ TEST(TeamConfig, WriterWarnsOfRecordsThatCannotBeReadBack)
     insertRow(*t, "vereine", QVariantList{7, "Halb", QVariant(), 1} + QVariantList(24, 0));
     const ExchangeResult r = exportvereine(*t, t.file("1_tm.cfg"), {}, exportTime());
     ASSERT_TRUE(r.ok());
-    ASSERT_EQ(r.notes.size(), 1);
-    EXPECT_TRUE(r.notes[0].contains("KURZNAME")) << r.notes[0].toStdString();
+    ASSERT_EQ(r.findings.size(), 1);
+    EXPECT_EQ(r.findings[0].team, 7);
+    EXPECT_TRUE(r.findings[0].text.contains("KURZNAME")) << r.findings[0].text.toStdString();
 
     t->exec("UPDATE vereine SET KURZNAME = 'Ω'");
     const ExchangeResult bad = exportvereine(*t, t.file("1_tm.cfg"), {}, exportTime());

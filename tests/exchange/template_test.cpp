@@ -67,7 +67,7 @@ TEST(Template, GeneratedLeaguesFillTheFileAndExportReadsBack)
     t->exec("DELETE FROM vereine_national WHERE NUMMER = 1"); // made by hand above, mostly Null
     const ExchangeResult out = exportvereine(*t, t.file("1_tm.cfg"));
     ASSERT_TRUE(out.ok());
-    EXPECT_TRUE(out.notes.isEmpty()) << out.notes.join('\n').toStdString();
+    EXPECT_TRUE(out.findings.isEmpty()) << findinglines(out.findings).join('\n').toStdString();
     TestDb back;
     const ExchangeResult in = importteamsrun(*back, t.file("1_tm.cfg"));
     ASSERT_TRUE(in.ok()) << in.result.message.toStdString();

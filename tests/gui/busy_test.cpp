@@ -19,7 +19,7 @@ TEST(Busy, FailingRunsLeaveTheWindowUsableAndInnerRunsGiveBackTheOuterState)
         EXPECT_FALSE(window.isEnabled());
         EXPECT_EQ(status.text(), "Importiere Vereine...");
         EXPECT_EQ(QApplication::overrideCursor()->shape(), Qt::WaitCursor);
-        outer.progress()(40);
+        outer.progress()(2, 5);
         {
             Busy inner(&window, &status, &bar, QStringLiteral("Lade Spielerliste..."));
             EXPECT_EQ(status.text(), "Lade Spielerliste...");

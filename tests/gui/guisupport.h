@@ -26,6 +26,11 @@ public:
     }
     void information(QWidget *, const QString &title, const QString &text) override { asked << title + QLatin1Char('|') + text; }
     void warning(QWidget *, const QString &title, const QString &text) override { asked << title + QLatin1Char('|') + text; }
+    // A run's outcome: its message, then one line per finding.
+    void report(QWidget *, const QString &title, const QString &text, const QList<Finding> &findings, bool) override
+    {
+        asked << (QStringList{title + QLatin1Char('|') + text} + findinglines(findings)).join(QLatin1Char('\n'));
+    }
 
     QString file;   // what the next file dialog answers; empty: cancelled
     int filter = 0; // the filter entry it answers with

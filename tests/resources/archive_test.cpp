@@ -38,7 +38,7 @@ TEST(CrestArchive, WorkedExampleByteForByte)
 
     const CrestRunReport run = exportwappen(t.file("wa.res"), wappen);
     ASSERT_TRUE(run.result.ok) << run.result.message.toStdString();
-    EXPECT_TRUE(run.problems.isEmpty()) << run.problems.join('\n').toStdString();
+    EXPECT_TRUE(run.findings.isEmpty()) << findinglines(run.findings).join('\n').toStdString();
     EXPECT_EQ(run.written, 1);
     EXPECT_EQ(readBytes(t.file("wa.res")).toHex(), readBytes(example + "/expected.res").toHex());
     EXPECT_FALSE(QFile::exists(wappen + "temp")); // no scratch files
@@ -134,7 +134,7 @@ TEST(CrestArchive, DamagedEntriesAreSkippedByName)
     EXPECT_EQ(filesBelow(t.path()), QStringList({"wa.res", "wappen/gut.tga", "wappen/kaputt.tga"}));
     EXPECT_EQ(run.missingFromList, QStringList({"gut"})) << "only crests that were written";
     EXPECT_EQ(readBytes(wappen + "kaputt.tga"), "the user's own crest");
-    const QString all = run.problems.join('\n');
+    const QString all = findinglines(run.findings).join('\n');
     for (const char *word : {"„../ausbruch“", "„..“", "„/“", "„:“", "Steuerzeichen", "länger als 255", "leer", "riesig", "kaputt",
                              "zlib", "abgeschnitten", "keine Bilder"})
         EXPECT_TRUE(all.contains(QString::fromUtf8(word))) << word << "\n" << all.toStdString();
@@ -170,7 +170,7 @@ TEST(CrestArchive, OffsetsOutsideTheResources)
         const CrestRunReport run = importwappen(t.file("wa.res"), t.path() + "/w/");
         EXPECT_TRUE(run.result.ok);
         EXPECT_EQ(run.written, 0);
-        ASSERT_EQ(run.problems.size(), 1);
-        EXPECT_TRUE(run.problems[0].contains("Eintrag x in wa.res")) << run.problems[0].toStdString();
+        ASSERT_EQ(run.findings.size(), 1);
+        EXPECT_TRUE(run.findings[0].text.contains("Eintrag x in wa.res")) << run.findings[0].text.toStdString();
     }
 }

@@ -64,7 +64,7 @@ TEST(CrestRun, ImportThenExportKeepsNamesOrderAndPixels)
 
     const CrestRunReport out = exportwappen(t.file("neu.res"), wappen);
     ASSERT_TRUE(out.result.ok) << out.result.message.toStdString();
-    EXPECT_TRUE(out.problems.isEmpty());
+    EXPECT_TRUE(out.findings.isEmpty());
     const QList<QByteArray> got = namesIn(t.file("neu.res"));
     ASSERT_EQ(got.size(), 3);
     for (int i = 0; i < 3; ++i)
@@ -94,7 +94,7 @@ TEST(CrestRun, ExportStopsOrFillsIn)
     const CrestRunReport run = exportwappen(t.file("wa.res"), wappen);
     ASSERT_TRUE(run.result.ok) << run.result.message.toStdString();
     EXPECT_EQ(namesIn(t.file("wa.res")), QList<QByteArray>({"da", "fehlt", "kaputt", "da", "mit"}));
-    const QString all = run.problems.join('\n');
+    const QString all = findinglines(run.findings).join('\n');
     EXPECT_TRUE(all.contains("fehlt.tga")) << all.toStdString();
     EXPECT_TRUE(all.contains("kaputt.tga ist kein lesbares TGA-Bild")) << all.toStdString();
     EXPECT_TRUE(all.contains("[../weg]")) << all.toStdString();
@@ -115,6 +115,27 @@ TEST(CrestRun, ExportStopsOrFillsIn)
     EXPECT_TRUE(exportwappen(t.file("b.res"), wappen).result.message.contains("„type“"));
 }
 
+TEST(CrestRun, AStopLeavesTheCrestsAndTheArchiveAsTheyWere)
+{
+    TempFolder t;
+    const QByteArray ok = gfpBytes(2, 2, pattern16(2, 2), true);
+    writeBytes(t.file("game.res"), archiveBytes({{"a", ok}, {"b", ok}, {"c", ok}}));
+    const QString wappen = crestFolder(t, {"a", "b", "c"});
+    writeBytes(wappen + "a.tga", "alt");
+    const CrestRunReport in = importwappen(t.file("game.res"), wappen, [](qint64 done, qint64) { return done < 2; });
+    EXPECT_TRUE(in.result.cancelled) << in.result.message.toStdString();
+    EXPECT_EQ(readBytes(wappen + "a.tga"), "alt");
+    EXPECT_EQ(filesBelow(wappen), QStringList({"a.tga", "default.gfp", "wa.lst"})) << "no staging left";
+
+    // Stopped at the last step of packing, just before the archive would be replaced.
+    writeBytes(t.file("wa.res"), "alt");
+    const CrestRunReport out = exportwappen(t.file("wa.res"), wappen, [](qint64 done, qint64 total) { return done < total; });
+    EXPECT_TRUE(out.result.cancelled) << out.result.message.toStdString();
+    EXPECT_EQ(out.result.message, "Abgebrochen – es wurde nichts geändert.");
+    EXPECT_EQ(readBytes(t.file("wa.res")), "alt");
+    EXPECT_EQ(filesBelow(t.path()).filter("wa.res"), QStringList({"wa.res"})) << "no temporary file beside it";
+}
+
 TEST(CrestRun, DeliveredDefaultsExportOnAFreshInstall)
 {
     TempFolder t;
@@ -124,8 +145,8 @@ TEST(CrestRun, DeliveredDefaultsExportOnAFreshInstall)
     ASSERT_TRUE(run.result.ok) << run.result.message.toStdString();
     EXPECT_EQ(run.written, CrestCount);
     // A thousand crests without a picture are told in one line, not in a thousand.
-    EXPECT_EQ(run.problems.size(), 1) << run.problems.join('\n').toStdString();
-    EXPECT_TRUE(run.problems.value(0).contains(QString::number(CrestCount))) << run.problems.value(0).toStdString();
+    EXPECT_EQ(run.findings.size(), 1) << findinglines(run.findings).join('\n').toStdString();
+    EXPECT_TRUE(run.findings.value(0).text.contains(QString::number(CrestCount))) << run.findings.value(0).text.toStdString();
     // The delivered picture and template agree pixel for pixel.
     const CrestRunReport back = importwappen(t.file("wa.res"), t.path() + "/zurueck/");
     ASSERT_EQ(back.written, CrestCount);
@@ -189,7 +210,7 @@ TEST(CrestRun, ImportLeavesTheListAloneUnlessAsked)
     CrestRunReport in = importwappen(t.file("game.res"), wappen);
     ASSERT_TRUE(in.result.ok) << in.result.message.toStdString();
     EXPECT_EQ(in.missingFromList, QStringList({"eigenes_b", "eigenes_a"}));
-    EXPECT_TRUE(in.problems.join('\n').contains("2 Wappen")) << in.problems.join('\n').toStdString();
+    EXPECT_TRUE(findinglines(in.findings).join('\n').contains("2 Wappen")) << findinglines(in.findings).join('\n').toStdString();
     EXPECT_EQ(readBytes(wappen + "wa.lst"), list);
 
     // Asked to, the run adds them at the end, and the next export packs them.
@@ -215,7 +236,7 @@ TEST(CrestRun, DeliveredListNamesEveryCrestOfThePicker)
 {
     CrestList list;
     ASSERT_TRUE(readcrestlist(defaults + "/wa.lst", list).ok);
-    EXPECT_TRUE(list.problems.isEmpty());
+    EXPECT_TRUE(list.findings.isEmpty());
     ASSERT_EQ(list.entries.size(), CrestCount);
     for (int n = 0; n < CrestCount; ++n)
         EXPECT_EQ(list.entries[n].name, QStringLiteral("vereins_wappen_%1").arg(n));
@@ -234,7 +255,7 @@ TEST(CrestRun, NamesTheListCannotHoldAreRefused)
     ASSERT_TRUE(run.result.ok) << run.result.message.toStdString();
     EXPECT_EQ(run.written, 1);
     EXPECT_EQ(filesBelow(wappen), QStringList({"gut.tga"}));
-    const QString all = run.problems.join('\n');
+    const QString all = findinglines(run.findings).join('\n');
     for (const char *name : {"„klammer]“", "„hinten “", "„ vorn“", "„mit blank“"})
         EXPECT_TRUE(all.contains(QString::fromUtf8(name))) << name << "\n" << all.toStdString();
 }

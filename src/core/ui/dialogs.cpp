@@ -1,5 +1,7 @@
 #include "core/ui/dialogs.h"
 
+#include "core/ui/findingsdialog.h"
+
 #include <QFileDialog>
 #include <QMessageBox>
 
@@ -19,6 +21,20 @@ void Dialogs::information(QWidget *parent, const QString &title, const QString &
 void Dialogs::warning(QWidget *parent, const QString &title, const QString &text)
 {
     QMessageBox::warning(parent, title, text);
+}
+
+void Dialogs::report(QWidget *parent, const QString &title, const QString &text, const QList<Finding> &findings,
+                     bool failed)
+{
+    if (findings.isEmpty()) {
+        if (failed)
+            warning(parent, title, text);
+        else
+            information(parent, title, text);
+        return;
+    }
+    FindingsDialog dialog(title, text, findings, failed, parent);
+    dialog.exec();
 }
 
 namespace {

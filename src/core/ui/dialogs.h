@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/operation.h"
+
 #include <QString>
 #include <QStringList>
 
@@ -15,6 +17,10 @@ public:
     virtual bool question(QWidget *parent, const QString &title, const QString &text);
     virtual void information(QWidget *parent, const QString &title, const QString &text);
     virtual void warning(QWidget *parent, const QString &title, const QString &text);
+    // The outcome of a run: its message, and all its findings in a list the
+    // user can scroll and copy; a plain message box when there are none.
+    virtual void report(QWidget *parent, const QString &title, const QString &text, const QList<Finding> &findings,
+                        bool failed);
     // A file to open or to save; empty when the user cancels. filters are
     // entries such as "Zorbo Vereine (1_tm.cfg) (*.cfg)"; *filter holds the
     // entry chosen.

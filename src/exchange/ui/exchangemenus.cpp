@@ -19,24 +19,13 @@ const QStringList configFilters = {QStringLiteral("Zorbo Vereine (1_tm.cfg) (*.c
                                    QStringLiteral("Zorbo Spieler (1_sp.cfg) (*.cfg)")};
 const QStringList teamFilters = {QStringLiteral("Zorbo Editor Team (*.tea)")};
 
-QString summary(const QString &message, const QStringList &notes)
-{
-    if (notes.isEmpty())
-        return message;
-    const qsizetype shown = std::min<qsizetype>(notes.size(), 20);
-    QString text = message + QStringLiteral("\n\n") + notes.mid(0, shown).join(QLatin1Char('\n'));
-    if (notes.size() > shown)
-        text += QStringLiteral("\n… und %1 weitere Hinweise.").arg(notes.size() - shown);
-    return text;
-}
-
-// The outcome of a run: what it did with its notes, or why it stopped.
+// The outcome of a run: what it did or why it stopped, with all its findings.
 void tell(Shell &shell, const QString &title, const ExchangeResult &run)
 {
-    if (run.ok())
-        shell.dialogs().information(shell.window(), title, summary(run.result.message, run.notes));
+    if (run.result.cancelled)
+        shell.status(run.result.message);
     else
-        shell.dialogs().warning(shell.window(), title, summary(run.result.message, run.notes));
+        shell.dialogs().report(shell.window(), title, run.result.message, run.findings, !run.ok());
 }
 
 // Runs a reader once as the game's code page; a file that reads as UTF-8

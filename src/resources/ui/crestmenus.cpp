@@ -17,23 +17,13 @@ namespace {
 
 const QStringList crestFilters = {QStringLiteral("Zorbo Wappen (wa.res) (wa*.res)")};
 
-QString summary(const QString &message, const QStringList &notes)
+void tell(Shell &shell, const Result &result, const QString &done, const QList<Finding> &findings)
 {
-    if (notes.isEmpty())
-        return message;
-    const qsizetype shown = std::min<qsizetype>(notes.size(), 20);
-    QString text = message + QStringLiteral("\n\n") + notes.mid(0, shown).join(QLatin1Char('\n'));
-    if (notes.size() > shown)
-        text += QStringLiteral("\n… und %1 weitere Hinweise.").arg(notes.size() - shown);
-    return text;
-}
-
-void tell(Shell &shell, const Result &result, const QString &done, const QStringList &notes)
-{
-    if (result.ok)
-        shell.dialogs().information(shell.window(), QStringLiteral("Wappen"), summary(done, notes));
+    if (result.cancelled)
+        shell.status(result.message);
     else
-        shell.dialogs().warning(shell.window(), QStringLiteral("Wappen"), summary(result.message, notes));
+        shell.dialogs().report(shell.window(), QStringLiteral("Wappen"), result.ok ? done : result.message, findings,
+                               !result.ok);
 }
 
 void importcrests(Shell &shell)
@@ -50,7 +40,7 @@ void importcrests(Shell &shell)
         const auto busy = shell.busy(QStringLiteral("Importiere Wappen..."));
         run = importwappen(file, wappen, busy->progress());
     }
-    tell(shell, run.result, QStringLiteral("%1 Wappen aus %2 übernommen.").arg(run.written).arg(file), run.problems);
+    tell(shell, run.result, QStringLiteral("%1 Wappen aus %2 übernommen.").arg(run.written).arg(file), run.findings);
     // An export packs the crests of wa.lst only; the user's list is
     // changed only when asked.
     if (run.result.ok && !run.missingFromList.isEmpty()
@@ -80,7 +70,7 @@ void exportcrests(Shell &shell)
         const auto busy = shell.busy(QStringLiteral("Exportiere Wappen..."));
         run = exportwappen(file, shell.settings().folder(WappenFolder), busy->progress());
     }
-    tell(shell, run.result, QStringLiteral("%1 Wappen nach %2 gepackt.").arg(run.written).arg(file), run.problems);
+    tell(shell, run.result, QStringLiteral("%1 Wappen nach %2 gepackt.").arg(run.written).arg(file), run.findings);
 }
 
 void copykitset(Shell &shell)
