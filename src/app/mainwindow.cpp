@@ -28,8 +28,8 @@ class MainWindow::WindowShell : public Shell {
 public:
     explicit WindowShell(MainWindow *window) : Shell(window), m_window(window) {}
 
-    Database *db() const override { return m_window->db(); }
-    Settings &settings() override { return m_window->m_settings; }
+    World *world() const override { return m_window->m_world.get(); }
+    Settings &settings() override { return m_window->m_world ? m_window->m_world->settings() : m_window->m_nosettings; }
     Dialogs &dialogs() const override { return *m_window->m_dialogs; }
     QWidget *window() override { return m_window; }
     TeamLists *lists() const override { return m_window->m_lists; }
@@ -92,17 +92,19 @@ QAction *MainWindow::action(const QString &objectName) const
 
 void MainWindow::formload()
 {
-    QString message;
-    m_settings = loadsettings(m_programFolder, &message);
-    if (!message.isEmpty())
-        m_dialogs->warning(this, QString(), message);
+    // The same start-up as the command line's: settings, delivered folders,
+    // database, transfer market.
+    m_world = openworld(m_programFolder);
+    if (!m_world->settingsMessage().isEmpty())
+        m_dialogs->warning(this, QString(), m_world->settingsMessage());
     // Missing pictures never stop the start; the status bar says what is missing.
-    if (const QStringList missing = unpackdefaults(m_settings); !missing.isEmpty())
-        m_status->setText(missing.first());
+    if (!m_world->missingPictures().isEmpty())
+        m_status->setText(m_world->missingPictures().first());
     // A crest import cut off by a crash is finished or dropped, so the
     // crests are all old or all new before any is shown.
-    if (const Result recovered = recovercrests(m_settings.folder(WappenFolder)); !recovered)
+    if (const Result recovered = recovercrests(settings().folder(WappenFolder)); !recovered)
         m_status->setText(recovered.message);
+    connect(m_world.get(), &World::changed, m_shell, &Shell::changed);
 
     const QString caption = QStringLiteral("%1 %2.%3.%4")
                                 .arg(QLatin1String(programName))
@@ -114,12 +116,13 @@ void MainWindow::formload()
     if (QScreen *screen = QGuiApplication::primaryScreen())
         setGeometry(screen->availableGeometry());
 
-    m_db = opendb(m_settings.dbpfad());
-    if (!m_db.message.isEmpty())
-        m_dialogs->warning(this, QStringLiteral("Datenbank"), m_db.message);
+    if (!m_world->databaseMessage().isEmpty())
+        m_dialogs->warning(this, QStringLiteral("Datenbank"), m_world->databaseMessage());
 
     emit m_shell->opened();
-    m_shell->worldchanged();
+    Change everything;
+    everything.everything = true;
+    emit m_shell->changed(everything);
     m_progress->setValue(100);
 }
 
@@ -135,7 +138,7 @@ void MainWindow::closeEvent(QCloseEvent *event)
         event->ignore();
         return;
     }
-    m_db = OpenedDb{};
+    m_world.reset();
     const auto windows = QApplication::topLevelWidgets();
     for (auto it = windows.rbegin(); it != windows.rend(); ++it) {
         if (*it != this && (*it)->isVisible())

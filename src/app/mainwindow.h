@@ -1,7 +1,7 @@
 #pragma once
 
-#include "core/schema.h"
 #include "core/settings.h"
+#include "core/world.h"
 
 #include <QHash>
 #include <QMainWindow>
@@ -32,8 +32,9 @@ public:
     // every subsystem fills its windows from the world.
     void formload();
 
-    Database *db() const { return m_db.db.get(); }
-    const Settings &settings() const { return m_settings; }
+    World *world() const { return m_world.get(); }
+    Database *db() const { return m_world ? m_world->db() : nullptr; }
+    const Settings &settings() const { return m_world ? m_world->settings() : m_nosettings; }
     QAction *action(const QString &objectName) const;
     TeamLists *lists() const { return m_lists; }
     Shell &shell() const { return *m_shell; }
@@ -54,8 +55,8 @@ private:
 
     QString m_programFolder;
     Dialogs *m_dialogs;
-    Settings m_settings;
-    OpenedDb m_db;
+    std::unique_ptr<World> m_world;
+    Settings m_nosettings; // until the world is open
     TeamLists *m_lists = nullptr;
     Shell *m_shell = nullptr;
     EditorView *m_editor = nullptr;

@@ -70,16 +70,15 @@ void World::publish(bool committed)
 std::unique_ptr<World> openworld(const QString &programFolder, const Progress &progress)
 {
     std::unique_ptr<World> world(new World);
-    QString message;
-    world->m_settings = loadsettings(programFolder, &message);
-    if (!message.isEmpty())
-        world->m_messages << message;
-    world->m_messages << unpackdefaults(world->m_settings);
+    world->m_settings = loadsettings(programFolder, &world->m_settingsMessage);
+    if (!world->m_settingsMessage.isEmpty())
+        world->m_messages << world->m_settingsMessage;
+    world->m_missingPictures = unpackdefaults(world->m_settings);
+    world->m_messages << world->m_missingPictures;
     OpenedDb opened = opendb(world->m_settings.dbpfad());
     world->m_dbState = opened.state;
     world->m_db = std::move(opened.db);
-    if (!opened.message.isEmpty())
-        world->m_messages << opened.message;
+    world->m_databaseMessage = opened.message;
     if (world->m_db) {
         const Result market = world->run(
             [&](Database &db) {
@@ -89,10 +88,13 @@ std::unique_ptr<World> openworld(const QString &programFolder, const Progress &p
             QStringLiteral("Der Transfermarkt lässt sich nicht anlegen"));
         if (!market) {
             world->m_marketCreated = false;
-            world->m_messages << (market.cancelled ? QStringLiteral("Der Transfermarkt wurde nicht angelegt. ") + market.message
-                                                   : market.message);
+            const QString text = market.cancelled ? QStringLiteral("Der Transfermarkt wurde nicht angelegt. ") + market.message
+                                                  : market.message;
+            world->m_databaseMessage += (world->m_databaseMessage.isEmpty() ? QString() : QStringLiteral("\n")) + text;
         }
     }
+    if (!world->m_databaseMessage.isEmpty())
+        world->m_messages << world->m_databaseMessage;
     return world;
 }
 

@@ -43,6 +43,12 @@ public:
     DbOpenState dbState() const { return m_dbState; }
     // German, one each, in the order of the start-up: settings, folders, database.
     const QStringList &messages() const { return m_messages; }
+    // The same by where they come from, for a window that shows them apart:
+    // the settings file, the delivered pictures that are missing, the
+    // database and the transfer market.
+    const QString &settingsMessage() const { return m_settingsMessage; }
+    const QStringList &missingPictures() const { return m_missingPictures; }
+    const QString &databaseMessage() const { return m_databaseMessage; }
     bool marketCreated() const { return m_marketCreated; }
 
     // Runs op(db) as runtransaction does (lead goes before a database error's
@@ -81,6 +87,9 @@ private:
     std::unique_ptr<Database> m_db;
     DbOpenState m_dbState = DbOpenState::Failed;
     QStringList m_messages;
+    QString m_settingsMessage;
+    QStringList m_missingPictures;
+    QString m_databaseMessage;
     bool m_marketCreated = false;
 
     bool m_watching = false;

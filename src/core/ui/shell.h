@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/world.h"
 #include "platform/operation.h"
 
 #include <QImage>
@@ -14,9 +15,7 @@ class QWidget;
 
 namespace zorbo {
 
-class Database;
 class Dialogs;
-struct Settings;
 class TeamLists;
 
 // A run in progress: the window is disabled and the status bar shows the
@@ -51,7 +50,10 @@ class Shell : public QObject {
 public:
     using QObject::QObject;
 
-    virtual Database *db() const = 0;
+    // The open world; null before the start-up has opened it.
+    virtual World *world() const = 0;
+    Database *db() const { return world() ? world()->db() : nullptr; }
+    // The world's settings; before the start-up, settings with no folder.
     virtual Settings &settings() = 0;
     virtual Dialogs &dialogs() const = 0;
     virtual QWidget *window() = 0;
@@ -93,14 +95,28 @@ public:
         return m_crests.choose ? m_crests.choose(current, wappennr) : std::nullopt;
     }
 
-    // After a run that changed the world: everything on show is read again;
-    // select, when given, is the tree key to show afterwards.
-    void worldchanged(const QString &select = {}) { emit changed(select); }
+    // Runs op on the world's database in one transaction; when it commits,
+    // every window hears through changed() what it changed. Without a
+    // database, a failure that says so.
+    template <typename Op>
+    auto run(Op &&op, const QString &lead = {}) -> std::invoke_result_t<Op &, Database &>
+    {
+        if (World *w = world())
+            return w->run(std::forward<Op>(op), lead);
+        std::invoke_result_t<Op &, Database &> none{};
+        resultof(none) = Result::failure(QStringLiteral("Es ist keine Datenbank geöffnet."));
+        return none;
+    }
+
+    // Asks the window with the tree to show the node with this key.
+    void select(const QString &key) { emit selectrequested(key); }
 
 signals:
     // The world was opened: settings read, database open or missing.
     void opened();
-    void changed(const QString &select);
+    // What a run changed; after the start-up, everything.
+    void changed(const zorbo::Change &change);
+    void selectrequested(const QString &key);
     // The tree's node on show changed.
     void shown(const QString &key);
 

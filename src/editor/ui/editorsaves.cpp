@@ -21,18 +21,25 @@ void EditorView::btnteamsave_Click()
     QString key = node->data(0, Qt::UserRole).toString();
     const bool isNew = key.endsWith(QLatin1Char('_'));
     const TeamForm form = m_teamtab->form();
+    const QString text = node->text(0);
+    // The reload that the save's change notice brings shows the team saved,
+    // a new one under its number for good.
+    m_select = isNew ? key.chopped(1) : key;
+    m_reloaded = false;
     Result saved;
     {
         const auto busy = m_shell.busy(QStringLiteral("Speichere Land/Verein..."));
-        saved = teamsave(*db(), form, isNew, node->text(0), settings().trikotsatz);
+        saved = m_shell.run([&](Database &db) { return teamsave(db, form, isNew, text, settings().trikotsatz); });
     }
+    const QString select = std::exchange(m_select, QString());
     if (!saved) {
         m_shell.dialogs().warning(m_shell.window(), QStringLiteral("Land/Verein speichern"), saved.message);
         return;
     }
-    if (isNew)
-        key.chop(1);
-    m_shell.worldchanged(key);
+    if (!m_reloaded) {
+        m_tvdb->setProperty("Tag", select);
+        reloadandshow();
+    }
 }
 
 void EditorView::btnspielerspeichern_Click()
@@ -40,7 +47,12 @@ void EditorView::btnspielerspeichern_Click()
     if (!db() || m_gridrow < 0)
         return;
     GridPlayer player;
-    const Result saved = spielersave(*db(), m_playertab->form(), &player);
+    const PlayerForm form = m_playertab->form();
+    // The grid row and the tab take the player as written; the rest of
+    // what is on show stays as it is.
+    m_ownsave = true;
+    const Result saved = m_shell.run([&](Database &db) { return spielersave(db, form, &player); });
+    m_ownsave = false;
     if (!saved) {
         m_shell.dialogs().warning(m_shell.window(), QStringLiteral("Spieler speichern"), saved.message);
         return;

@@ -19,6 +19,7 @@
 #include <QTabWidget>
 #include <QTableView>
 #include <QTreeWidget>
+#include <QTreeWidgetItemIterator>
 #include <QVBoxLayout>
 #include <optional>
 
@@ -70,11 +71,8 @@ EditorView::EditorView(Shell &shell, QWidget *parent) : QWidget(parent), m_shell
     setObjectName(QStringLiteral("editorview"));
     buildview();
     connect(&m_shell, &Shell::opened, this, &EditorView::opened);
-    connect(&m_shell, &Shell::changed, this, [this](const QString &select) {
-        if (!select.isEmpty())
-            m_tvdb->setProperty("Tag", select);
-        reloadandshow();
-    });
+    connect(&m_shell, &Shell::changed, this, &EditorView::worldchanged);
+    connect(&m_shell, &Shell::selectrequested, this, &EditorView::showkey);
     // Until a node is chosen the editor is closed; tree and empty grid are open.
     anaus(NationalMode, false);
     m_frame1->setEnabled(true);
@@ -173,6 +171,33 @@ void EditorView::opened()
     mnuoptionenitem_Click(settings().trikotsatz == 0 ? 0 : 1);
 }
 
+void EditorView::worldchanged()
+{
+    if (m_ownsave)
+        return;
+    if (!m_select.isEmpty())
+        m_tvdb->setProperty("Tag", m_select);
+    m_reloaded = true;
+    reloadandshow();
+}
+
+void EditorView::showkey(const QString &key)
+{
+    QTreeWidgetItem *found = nullptr;
+    for (QTreeWidgetItemIterator it(m_tvdb); *it && !found; ++it)
+        if ((*it)->data(0, Qt::UserRole).toString() == key)
+            found = *it;
+    m_tvdb->setProperty("Tag", key);
+    if (!found) {
+        reloadandshow();
+        return;
+    }
+    for (QTreeWidgetItem *p = found->parent(); p; p = p->parent())
+        p->setExpanded(true);
+    m_tvdb->setCurrentItem(found);
+    tvdb_NodeClick(found);
+}
+
 void EditorView::reloadtree()
 {
     {
@@ -233,16 +258,16 @@ void EditorView::checkallgesichter()
         return;
     FaceCheck check;
     {
+        // The grid's rows hold the old face codes; the change notice has them read again.
         const auto busy = m_shell.busy(QStringLiteral("Überprüfe Spielergesichter..."));
-        check = zorbo::checkallgesichter(*db(), FacePictures(settings().folder(GesichtFolder)), busy->progress());
+        const FacePictures pictures(settings().folder(GesichtFolder));
+        check = m_shell.run([&](Database &db) { return zorbo::checkallgesichter(db, pictures, busy->progress()); });
     }
     QWidget *window = m_shell.window();
     if (!check.result) {
         m_shell.dialogs().warning(window, QStringLiteral("Spielergesichter"), check.result.message);
         return;
     }
-    if (check.corrected > 0)
-        m_shell.worldchanged(); // the grid's rows hold the old face codes
     m_shell.dialogs().information(window, QStringLiteral("Spielergesichter"),
                                   check.corrected == 0 ? QStringLiteral("Alle Gesichter in Ordnung!")
                                                        : QStringLiteral("%1 Gesichter korrigiert!").arg(check.corrected));

@@ -80,6 +80,11 @@ public:
 private:
     void buildview();
     void opened();
+    // A run changed the world: what is on show is read again, unless the
+    // change is the player save's own.
+    void worldchanged();
+    // Shows the node with the key, rebuilding the tree when it lacks it.
+    void showkey(const QString &key);
     Database *db() const;
     const Settings &settings() const;
     void flxgrdspieler_Click(const QModelIndex &index);
@@ -100,6 +105,9 @@ private:
     PlayerGridModel *m_gridmodel = nullptr;
     int m_gridrow = -1; // the grid row on show in the player tab
     QString m_note;     // what the status bar tells after the current click
+    QString m_select;   // the key a save's reload shows
+    bool m_reloaded = false;
+    bool m_ownsave = false;
     KitPicker *m_kitpicker = nullptr;
 };
 

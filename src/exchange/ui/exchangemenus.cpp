@@ -47,8 +47,7 @@ ExchangeResult askencoding(Shell &shell, const QString &title, Run run)
 
 void importconfigfile(Shell &shell)
 {
-    Database *db = shell.db();
-    if (!db)
+    if (!shell.db())
         return;
     int filter = 0;
     const QString file = shell.dialogs().openfile(shell.window(), QStringLiteral("Öffnen ..."),
@@ -59,19 +58,16 @@ void importconfigfile(Shell &shell)
     const ExchangeResult run = askencoding(shell, QStringLiteral("Import"), [&](FileEncoding encoding) {
         const auto busy = shell.busy(kind == ConfigKind::Teams ? QStringLiteral("Importiere Vereine...")
                                                                : QStringLiteral("Importiere Spieler..."));
-        return importconfig(*db, file, kind, busy->progress(), encoding);
+        return shell.run([&](Database &db) { return importconfig(db, file, kind, busy->progress(), encoding); });
     });
     if (!run.ok() && run.result.message.isEmpty())
         return; // the user did not want the file read as UTF-8
-    if (run.ok())
-        shell.worldchanged();
     tell(shell, QStringLiteral("Import"), run);
 }
 
 void exportconfigfile(Shell &shell)
 {
-    Database *db = shell.db();
-    if (!db)
+    if (!shell.db())
         return;
     int filter = 0;
     const QString file = shell.dialogs().savefile(shell.window(), QStringLiteral("Zorbo Config exportieren"),
@@ -83,7 +79,7 @@ void exportconfigfile(Shell &shell)
     {
         const auto busy = shell.busy(kind == ConfigKind::Teams ? QStringLiteral("Exportiere Vereine...")
                                                                : QStringLiteral("Exportiere Spieler..."));
-        run = exportconfig(*db, file, kind, busy->progress());
+        run = shell.run([&](Database &db) { return exportconfig(db, file, kind, busy->progress()); });
     }
     tell(shell, QStringLiteral("Export"), run);
 }
@@ -91,9 +87,8 @@ void exportconfigfile(Shell &shell)
 // The club on show goes out as a team file.
 void saveteamfile(Shell &shell)
 {
-    Database *db = shell.db();
     const QString key = shell.shownkey();
-    if (!db || !key.startsWith(QLatin1Char('T')) || key.endsWith(QLatin1Char('_')))
+    if (!shell.db() || !key.startsWith(QLatin1Char('T')) || key.endsWith(QLatin1Char('_')))
         return;
     int filter = 0;
     const QString file = shell.dialogs().savefile(
@@ -104,7 +99,7 @@ void saveteamfile(Shell &shell)
     ExchangeResult run;
     {
         const auto busy = shell.busy(QStringLiteral("Speichere Verein..."));
-        run = exportverein(*db, file, key.mid(1).toLongLong(), busy->progress());
+        run = shell.run([&](Database &db) { return exportverein(db, file, key.mid(1).toLongLong(), busy->progress()); });
     }
     if (!run.ok())
         shell.dialogs().warning(shell.window(), QStringLiteral("Speichern"), run.result.message);
@@ -115,8 +110,7 @@ void saveteamfile(Shell &shell)
 // A team file comes in as a new club or over a club; the club is shown afterwards.
 void openteamfile(Shell &shell)
 {
-    Database *db = shell.db();
-    if (!db)
+    if (!shell.db())
         return;
     int filter = 0;
     const QString file = shell.dialogs().openfile(shell.window(), QStringLiteral("Öffnen..."),
@@ -133,15 +127,17 @@ void openteamfile(Shell &shell)
     const ExchangeResult run = askencoding(shell, QStringLiteral("Öffnen"), [&](FileEncoding encoding) {
         const auto busy = shell.busy(dialog->newclub() ? QStringLiteral("Erstelle Verein...")
                                                        : QStringLiteral("Aktualisiere Verein..."));
-        return dialog->newclub() ? openteamnew(*db, file, dialog->country(), busy->progress(), encoding)
-                                 : openteamreplace(*db, file, dialog->club(), busy->progress(), encoding);
+        return shell.run([&](Database &db) {
+            return dialog->newclub() ? openteamnew(db, file, dialog->country(), busy->progress(), encoding)
+                                     : openteamreplace(db, file, dialog->club(), busy->progress(), encoding);
+        });
     });
     if (!run.ok()) {
         if (!run.result.message.isEmpty())
             shell.dialogs().warning(shell.window(), QStringLiteral("Öffnen"), run.result.message);
         return;
     }
-    shell.worldchanged(QStringLiteral("T%1").arg(run.team));
+    shell.select(QStringLiteral("T%1").arg(run.team));
     shell.status(run.result.message);
 }
 
