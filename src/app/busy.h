@@ -2,18 +2,22 @@
 
 #include "core/ui/shell.h"
 
+#include <QElapsedTimer>
 #include <QPointer>
 #include <QString>
 #include <QWidget>
 
 class QLabel;
 class QProgressBar;
+class QProgressDialog;
 
 namespace zorbo {
 
 // The one way a long run shows that the program is busy: window disabled,
-// wait cursor, status text ending in "...", progress from 0 to 100. All of
-// it is undone when the object goes, also when the run fails.
+// wait cursor, status text ending in "...", progress from 0 to 100. A run
+// that reports progress past a moment gets a small window with its progress
+// and "Abbrechen"; after a click on it the progress callback answers
+// "stop". All of it is undone when the object goes, also when the run fails.
 class Busy : public BusyScope {
 public:
     Busy(QWidget *window, QLabel *status, QProgressBar *bar, const QString &text);
@@ -25,6 +29,9 @@ public:
     Progress progress() override;
     void setText(const QString &text);
 
+    // How long a run goes before it offers "Abbrechen", in milliseconds.
+    static void setcanceldelay(int milliseconds);
+
 private:
     QWidget *m_window;
     QLabel *m_status;
@@ -34,6 +41,11 @@ private:
     QString m_outerText;
     int m_outerValue;
     QPointer<QWidget> m_focus; // where the keyboard was; a disabled window loses it
+    QString m_text;
+    QElapsedTimer m_clock;     // since the start
+    qint64 m_lastEvents = 0;   // when pending events last ran
+    QProgressDialog *m_cancel = nullptr;
+    bool m_stopped = false;
 };
 
 } // namespace zorbo

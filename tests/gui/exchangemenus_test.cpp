@@ -1,3 +1,4 @@
+#include "app/busy.h"
 #include "app/mainwindow.h"
 #include "guisupport.h"
 #include "support/testsupport.h"
@@ -5,12 +6,14 @@
 #include <QAction>
 #include <QDir>
 #include <QGroupBox>
+#include <QLabel>
 #include <QTreeWidget>
 #include <gtest/gtest.h>
 
 using namespace zorbo;
 using zorbo::test::ScriptedDialogs;
 using zorbo::test::TempFolder;
+using zorbo::test::child;
 
 namespace {
 
@@ -72,6 +75,19 @@ TEST(ExchangeMenus, ConfigImportAndExportByTheChosenFilter)
     dialogs.file.clear();
     w.action("mnuexportitem(0)")->trigger();
     EXPECT_EQ(dialogs.asked.size(), asked + 1);
+
+    // "Abbrechen" in the middle of an import leaves the world as it was and says so.
+    const QStringList before = zorbo::test::dumpworld(*w.db());
+    Busy::setcanceldelay(0);
+    zorbo::test::cancelWhenOffered();
+    dialogs.file = ZORBO_EXAMPLES "/beispielwelt/1_tm.cfg";
+    dialogs.filter = 0;
+    w.action("mnuimportitem(0)")->trigger();
+    Busy::setcanceldelay(800);
+    EXPECT_EQ(zorbo::test::dumpworld(*w.db()), before);
+    EXPECT_TRUE(child<QLabel>(w, "stbstatus(1)")->text().startsWith("Abgebrochen"))
+        << child<QLabel>(w, "stbstatus(1)")->text().toStdString();
+    EXPECT_TRUE(w.isEnabled());
 }
 
 TEST(ExchangeMenus, CrestArchiveGoesOutAndBackIn)

@@ -3,7 +3,11 @@
 #include "core/ui/dialogs.h"
 #include "editor/ui/editorview.h"
 
+#include <QApplication>
+#include <QProgressDialog>
+#include <QPushButton>
 #include <QStringList>
+#include <QTimer>
 #include <QTest>
 #include <QTreeWidget>
 #include <QTreeWidgetItemIterator>
@@ -45,6 +49,22 @@ public:
         return openfile(w, title, start, f, chosen);
     }
 };
+
+// Clicks "Abbrechen" as soon as a run offers it (see Busy::setcanceldelay).
+inline void cancelWhenOffered(int tries = 100000)
+{
+    QTimer::singleShot(0, [tries] {
+        for (QWidget *w : QApplication::topLevelWidgets()) {
+            auto *dialog = qobject_cast<QProgressDialog *>(w);
+            if (dialog && dialog->isVisible()) {
+                QTest::mouseClick(dialog->findChild<QPushButton *>(), Qt::LeftButton);
+                return;
+            }
+        }
+        if (tries > 0)
+            cancelWhenOffered(tries - 1);
+    });
+}
 
 // The tree node with the key, or null.
 inline QTreeWidgetItem *node(QTreeWidget *tree, const QString &key)

@@ -25,27 +25,12 @@
 
 using namespace zorbo;
 using zorbo::test::child;
+using zorbo::test::dumpworld;
 using zorbo::test::node;
 using zorbo::test::ScriptedDialogs;
 using zorbo::test::TempFolder;
 
 namespace {
-
-// Every row of every table, each value quoted by SQLite, so that a number
-// turned into text or a Null into an empty text counts as a change.
-QStringList dumpworld(Database &db)
-{
-    QStringList rows;
-    for (const QString &table : db.tables()) {
-        QStringList quoted;
-        for (const ColumnInfo &c : db.columns(table))
-            quoted << QStringLiteral("quote(\"%1\")").arg(c.name);
-        Statement st = db.prepare(QStringLiteral("SELECT %1 FROM \"%2\" ORDER BY rowid").arg(quoted.join("||'|'||"), table));
-        while (st.step())
-            rows << table + ": " + st.text(0);
-    }
-    return rows;
-}
 
 // The first difference of two dumps, for the failure message.
 std::string firstdifference(const QStringList &before, const QStringList &after)

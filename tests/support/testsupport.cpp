@@ -57,4 +57,18 @@ QStringList keysUnder(const TeamTree &tree, const QString &parent)
     return keys;
 }
 
+QStringList dumpworld(Database &db)
+{
+    QStringList rows;
+    for (const QString &table : db.tables()) {
+        QStringList quoted;
+        for (const ColumnInfo &c : db.columns(table))
+            quoted << QStringLiteral("quote(\"%1\")").arg(c.name);
+        Statement st = db.prepare(QStringLiteral("SELECT %1 FROM \"%2\" ORDER BY rowid").arg(quoted.join("||'|'||"), table));
+        while (st.step())
+            rows << table + ": " + st.text(0);
+    }
+    return rows;
+}
+
 } // namespace zorbo::test

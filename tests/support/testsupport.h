@@ -39,6 +39,10 @@ struct NewWorld {
     Database &db() { return *opened.db; }
 };
 
+// Every row of every table, each value quoted by SQLite, so that a number
+// turned into text or a Null into an empty text counts as a change.
+QStringList dumpworld(Database &db);
+
 // Keys of the tree's nodes directly under parent, in tree order.
 QStringList keysUnder(const TeamTree &tree, const QString &parent);
 
