@@ -3,9 +3,7 @@
 #include "core/fieldcheck.h"
 #include "core/world.h"
 #include "exchange/competitiontemplate.h"
-#include "exchange/configruns.h"
-#include "exchange/teamfile.h"
-#include "exchange/teamfileopen.h"
+#include "exchange/formats.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -14,7 +12,7 @@ namespace zorbo::cli {
 
 namespace {
 
-// Opens the program folder's world and runs one operation on it; prints the
+// Opens the program folder's world and runs one operation with it; prints the
 // findings, one a line, and the counts, or the message on failure.
 template <typename Operation>
 int withWorld(Context &ctx, int fileArguments, const Operation &operation)
@@ -26,7 +24,7 @@ int withWorld(Context &ctx, int fileArguments, const Operation &operation)
         ctx.err << m << '\n';
     if (!world->db())
         return ctx.fail(QStringLiteral("Die Welt in %1 ist nicht bereit.").arg(QDir::toNativeSeparators(ctx.dir)));
-    const ExchangeResult r = world->run(operation);
+    const auto r = operation(*world);
     for (const QString &line : findinglines(r.findings))
         ctx.out << "Hinweis: " << line << '\n';
     if (!r.ok() && r.looksUtf8)
@@ -37,109 +35,98 @@ int withWorld(Context &ctx, int fileArguments, const Operation &operation)
     return 0;
 }
 
-// A file in UTF-8 is read only when the caller says so; without the flag
-// it is refused rather than taken with every umlaut as two characters.
-FileEncoding takeEncoding(Context &ctx)
-{
-    return ctx.args.removeAll(QStringLiteral("--utf8")) > 0 ? FileEncoding::Utf8 : FileEncoding::Detect;
-}
-
 QString fileArgument(const Context &ctx, int i)
 {
     return QFileInfo(ctx.args.at(i)).absoluteFilePath();
 }
 
-int importTeams(Context &ctx)
+// Runs a format's read or write with the world, printing as withWorld does.
+int formatrun(Context &ctx, int fileArguments, const FileFormat &format, bool read, const FormatRequest &request)
 {
-    const FileEncoding encoding = takeEncoding(ctx);
-    return withWorld(ctx, 1, [&](Database &db) {
-        return importconfig(db, fileArgument(ctx, 0), ConfigKind::Teams, ctx.progress(QStringLiteral("Importiere Vereine")),
-                            encoding);
+    const auto &run = read ? format.read : format.write;
+    const QString label = (read ? format.reading : format.writing).chopped(3);
+    return withWorld(ctx, fileArguments, [&](World &world) {
+        FormatRequest r = request;
+        r.path = fileArgument(ctx, fileArguments - 1);
+        return run(world, r, ctx.progress(label));
     });
 }
 
-int importPlayers(Context &ctx)
+// The command that reads a file of the format into the world.
+int readformat(Context &ctx, const FileFormat &format)
 {
-    const FileEncoding encoding = takeEncoding(ctx);
-    return withWorld(ctx, 1, [&](Database &db) {
-        return importconfig(db, fileArgument(ctx, 0), ConfigKind::Players, ctx.progress(QStringLiteral("Importiere Spieler")),
-                            encoding);
-    });
+    FormatRequest request;
+    request.utf8 = ctx.args.removeAll(QStringLiteral("--utf8")) > 0;
+    if (format.readusage.contains(QLatin1String("--new-in"))) {
+        // A team file comes in as a new club of a country or over a club.
+        request.country = ctx.takeOption(QStringLiteral("--new-in"));
+        const QString replace = ctx.takeOption(QStringLiteral("--replace"));
+        if (request.country.isEmpty() == replace.isEmpty())
+            return ctx.fail(QStringLiteral("%1 braucht genau eine der Angaben --new-in LAND oder --replace NUMMER.")
+                                .arg(format.readcommand));
+        if (!replace.isEmpty()) {
+            const std::optional<qint64> club = parsewholenumber(replace);
+            if (!club)
+                return ctx.fail(QStringLiteral("--replace braucht eine Vereinsnummer, nicht »%1«.").arg(replace));
+            request.team = *club;
+        }
+    }
+    return formatrun(ctx, 1, format, true, request);
 }
 
-int exportTeams(Context &ctx)
+// The command that writes a file of the format from the world.
+int writeformat(Context &ctx, const FileFormat &format)
 {
-    return withWorld(ctx, 1, [&](Database &db) {
-        return exportconfig(db, fileArgument(ctx, 0), ConfigKind::Teams, ctx.progress(QStringLiteral("Exportiere Vereine")));
-    });
+    FormatRequest request;
+    if (format.writeusage.startsWith(QLatin1String("NUMMER"))) {
+        const std::optional<qint64> team = ctx.args.isEmpty() ? std::nullopt : parsewholenumber(ctx.args.first());
+        if (!team)
+            return ctx.fail(QStringLiteral("%1 braucht eine Teamnummer und eine Datei.").arg(format.writecommand));
+        request.team = *team;
+        return formatrun(ctx, 2, format, false, request);
+    }
+    return formatrun(ctx, 1, format, false, request);
 }
 
-int exportPlayers(Context &ctx)
+// Every format with a command gets it.
+bool registerformats()
 {
-    return withWorld(ctx, 1, [&](Database &db) {
-        return exportconfig(db, fileArgument(ctx, 0), ConfigKind::Players, ctx.progress(QStringLiteral("Exportiere Spieler")));
-    });
-}
-
-int saveTeam(Context &ctx)
-{
-    const std::optional<qint64> team = ctx.args.isEmpty() ? std::nullopt : parsewholenumber(ctx.args.first());
-    if (!team)
-        return ctx.fail(QStringLiteral("save-team braucht eine Teamnummer und eine Datei."));
-    return withWorld(ctx, 2, [&](Database &db) {
-        return exportverein(db, fileArgument(ctx, 1), *team, ctx.progress(QStringLiteral("Speichere Verein")));
-    });
-}
-
-int openTeam(Context &ctx)
-{
-    const FileEncoding encoding = takeEncoding(ctx);
-    const QString country = ctx.takeOption(QStringLiteral("--new-in"));
-    const QString replace = ctx.takeOption(QStringLiteral("--replace"));
-    if (country.isEmpty() == replace.isEmpty())
-        return ctx.fail(QStringLiteral("open-team braucht genau eine der Angaben --new-in LAND oder --replace NUMMER."));
-    const std::optional<qint64> club = replace.isEmpty() ? std::nullopt : parsewholenumber(replace);
-    if (!replace.isEmpty() && !club)
-        return ctx.fail(QStringLiteral("--replace braucht eine Vereinsnummer, nicht »%1«.").arg(replace));
-    return withWorld(ctx, 1, [&](Database &db) {
-        const Progress progress = ctx.progress(QStringLiteral("Übernehme Teamdatei"));
-        return club ? openteamreplace(db, fileArgument(ctx, 0), *club, progress, encoding)
-                    : openteamnew(db, fileArgument(ctx, 0), country, progress, encoding);
-    });
+    for (const FileFormat &format : exchangeformats()) {
+        if (!format.readcommand.isEmpty())
+            registerCommand({format.readcommand, format.readusage, format.readhelp,
+                             [&format](Context &ctx) { return readformat(ctx, format); }});
+        if (!format.writecommand.isEmpty())
+            registerCommand({format.writecommand, format.writeusage, format.writehelp,
+                             [&format](Context &ctx) { return writeformat(ctx, format); }});
+    }
+    return true;
 }
 
 int makeTemplate(Context &ctx)
 {
-    return withWorld(ctx, 0, [&](Database &db) { return tempvereine(db, ctx.progress(QStringLiteral("Erstelle Vorlage"))); });
+    return withWorld(ctx, 0, [&](World &world) {
+        return world.run([&](Database &db) { return tempvereine(db, ctx.progress(QStringLiteral("Erstelle Vorlage"))); });
+    });
 }
 
 int league(Context &ctx)
 {
-    return withWorld(ctx, 0, [&](Database &db) {
-        const QString path = ctx.dir + QStringLiteral("/1_we.cfg");
-        ExchangeResult r = templiga(db, path, ctx.progress(QStringLiteral("Schreibe 1_we.cfg")));
-        if (r.ok())
-            r.result.message = QStringLiteral("%1 Ligen mit %2 Vereinen nach %3 geschrieben.")
-                                   .arg(r.nationalTeams)
-                                   .arg(r.teams)
-                                   .arg(QDir::toNativeSeparators(path));
-        return r;
+    return withWorld(ctx, 0, [&](World &world) {
+        return world.run([&](Database &db) {
+            const QString path = ctx.dir + QStringLiteral("/1_we.cfg");
+            ExchangeResult r = templiga(db, path, ctx.progress(QStringLiteral("Schreibe 1_we.cfg")));
+            if (r.ok())
+                r.result.message = QStringLiteral("%1 Ligen mit %2 Vereinen nach %3 geschrieben.")
+                                       .arg(r.nationalTeams)
+                                       .arg(r.teams)
+                                       .arg(QDir::toNativeSeparators(path));
+            return r;
+        });
     });
 }
 
 const bool registered =
-    registerCommand({QStringLiteral("import-teams"), QStringLiteral("DATEI [--utf8]"),
-                     QStringLiteral("ersetzt Vereine, Nationalteams und Kader durch die einer 1_tm.cfg"), importTeams})
-    && registerCommand({QStringLiteral("import-players"), QStringLiteral("DATEI [--utf8]"),
-                        QStringLiteral("ersetzt alle Spieler durch die einer 1_sp.cfg"), importPlayers})
-    && registerCommand({QStringLiteral("export-teams"), QStringLiteral("DATEI"),
-                        QStringLiteral("schreibt Vereine, Nationalteams und Kader als 1_tm.cfg"), exportTeams})
-    && registerCommand({QStringLiteral("export-players"), QStringLiteral("DATEI"),
-                        QStringLiteral("schreibt alle Spieler als 1_sp.cfg"), exportPlayers})
-    && registerCommand({QStringLiteral("save-team"), QStringLiteral("NUMMER DATEI"),
-                        QStringLiteral("speichert ein Team mit seinem Kader als Teamdatei (.tea)"), saveTeam})
-    && registerCommand({QStringLiteral("open-team"), QStringLiteral("DATEI --new-in LAND|--replace NR [--utf8]"),
-                        QStringLiteral("übernimmt eine Teamdatei als neuen Verein oder über einen Verein"), openTeam})
+    registerformats()
     && registerCommand({QStringLiteral("template"), {},
                         QStringLiteral("legt für jede Liga aus e_landkontinent Vereine mit je 20 Spielern an"), makeTemplate})
     && registerCommand({QStringLiteral("league"), {},

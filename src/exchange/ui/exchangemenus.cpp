@@ -3,9 +3,7 @@
 #include "core/settings.h"
 #include "core/ui/dialogs.h"
 #include "core/ui/shell.h"
-#include "exchange/configruns.h"
-#include "exchange/teamfile.h"
-#include "exchange/teamfileopen.h"
+#include "exchange/formats.h"
 #include "exchange/ui/opendialog.h"
 
 #include <QWidget>
@@ -14,13 +12,20 @@ namespace zorbo {
 
 namespace {
 
-// Which file is meant is decided by the filter entry, never by the name.
-const QStringList configFilters = {QStringLiteral("Zorbo Vereine (1_tm.cfg) (*.cfg)"),
-                                   QStringLiteral("Zorbo Spieler (1_sp.cfg) (*.cfg)")};
-const QStringList teamFilters = {QStringLiteral("Zorbo Editor Team (*.tea)")};
+// The configuration files, in the order of the file dialogs' filters; which
+// file is meant is decided by the filter entry, never by the name.
+QList<const FileFormat *> configformats()
+{
+    return {exchangeformat(QStringLiteral("vereine")), exchangeformat(QStringLiteral("spieler"))};
+}
+
+const FileFormat &teamfile()
+{
+    return *exchangeformat(QStringLiteral("teamdatei"));
+}
 
 // The outcome of a run: what it did or why it stopped, with all its findings.
-void tell(Shell &shell, const QString &title, const ExchangeResult &run)
+void tell(Shell &shell, const QString &title, const FormatRun &run)
 {
     if (run.result.cancelled)
         shell.status(run.result.message);
@@ -28,21 +33,26 @@ void tell(Shell &shell, const QString &title, const ExchangeResult &run)
         shell.dialogs().report(shell.window(), title, run.result.message, run.findings, !run.ok());
 }
 
-// Runs a reader once as the game's code page; a file that reads as UTF-8
-// is read again as UTF-8 when the user says so.
-template<class Run>
-ExchangeResult askencoding(Shell &shell, const QString &title, Run run)
+// Reads a file as the game's code page; one that reads as UTF-8 is read
+// again as UTF-8 when the user says so. Empty when the user says no.
+std::optional<FormatRun> read(Shell &shell, const QString &title, const QString &busytext, const FileFormat &format,
+                              FormatRequest request)
 {
-    ExchangeResult result = run(FileEncoding::Detect);
+    const auto once = [&] {
+        const auto busy = shell.busy(busytext);
+        return format.read(*shell.world(), request, busy->progress());
+    };
+    FormatRun run = once();
     // Read as the game's code page, a UTF-8 file would bring every umlaut
     // in as two characters; the run stopped before touching the world.
-    if (!result.ok() && result.looksUtf8) {
+    if (!run.ok() && run.looksUtf8) {
         if (!shell.dialogs().question(shell.window(), title,
-                                      result.result.message + QStringLiteral("\n\nSoll die Datei als UTF-8 gelesen werden?")))
-            return ExchangeResult::failure(QString());
-        result = run(FileEncoding::Utf8);
+                                      run.result.message + QStringLiteral("\n\nSoll die Datei als UTF-8 gelesen werden?")))
+            return std::nullopt;
+        request.utf8 = true;
+        run = once();
     }
-    return result;
+    return run;
 }
 
 void importconfigfile(Shell &shell)
@@ -51,18 +61,13 @@ void importconfigfile(Shell &shell)
         return;
     int filter = 0;
     const QString file = shell.dialogs().openfile(shell.window(), QStringLiteral("Öffnen ..."),
-                                                  shell.settings().folder(ZorboconfigFolder), configFilters, &filter);
+                                                  shell.settings().folder(ZorboconfigFolder),
+                                                  formatfilters(configformats()), &filter);
     if (file.isEmpty())
         return;
-    const ConfigKind kind = filter == 1 ? ConfigKind::Players : ConfigKind::Teams;
-    const ExchangeResult run = askencoding(shell, QStringLiteral("Import"), [&](FileEncoding encoding) {
-        const auto busy = shell.busy(kind == ConfigKind::Teams ? QStringLiteral("Importiere Vereine...")
-                                                               : QStringLiteral("Importiere Spieler..."));
-        return shell.run([&](Database &db) { return importconfig(db, file, kind, busy->progress(), encoding); });
-    });
-    if (!run.ok() && run.result.message.isEmpty())
-        return; // the user did not want the file read as UTF-8
-    tell(shell, QStringLiteral("Import"), run);
+    const FileFormat &format = *configformats().value(filter, configformats().first());
+    if (const auto run = read(shell, QStringLiteral("Import"), format.reading, format, {file}))
+        tell(shell, QStringLiteral("Import"), *run);
 }
 
 void exportconfigfile(Shell &shell)
@@ -71,15 +76,15 @@ void exportconfigfile(Shell &shell)
         return;
     int filter = 0;
     const QString file = shell.dialogs().savefile(shell.window(), QStringLiteral("Zorbo Config exportieren"),
-                                                  shell.settings().folder(ZorboconfigFolder), configFilters, &filter);
+                                                  shell.settings().folder(ZorboconfigFolder),
+                                                  formatfilters(configformats()), &filter);
     if (file.isEmpty())
         return;
-    const ConfigKind kind = filter == 1 ? ConfigKind::Players : ConfigKind::Teams;
-    ExchangeResult run;
+    const FileFormat &format = *configformats().value(filter, configformats().first());
+    FormatRun run;
     {
-        const auto busy = shell.busy(kind == ConfigKind::Teams ? QStringLiteral("Exportiere Vereine...")
-                                                               : QStringLiteral("Exportiere Spieler..."));
-        run = shell.run([&](Database &db) { return exportconfig(db, file, kind, busy->progress()); });
+        const auto busy = shell.busy(format.writing);
+        run = format.write(*shell.world(), {file}, busy->progress());
     }
     tell(shell, QStringLiteral("Export"), run);
 }
@@ -93,13 +98,16 @@ void saveteamfile(Shell &shell)
     int filter = 0;
     const QString file = shell.dialogs().savefile(
         shell.window(), QStringLiteral("Speichern..."),
-        shell.settings().folder(ZorbodatenFolder) + shell.showntext() + QStringLiteral(".tea"), teamFilters, &filter);
+        shell.settings().folder(ZorbodatenFolder) + shell.showntext() + QStringLiteral(".tea"), {teamfile().filter()},
+        &filter);
     if (file.isEmpty())
         return;
-    ExchangeResult run;
+    FormatRequest request{file};
+    request.team = key.mid(1).toLongLong();
+    FormatRun run;
     {
-        const auto busy = shell.busy(QStringLiteral("Speichere Verein..."));
-        run = shell.run([&](Database &db) { return exportverein(db, file, key.mid(1).toLongLong(), busy->progress()); });
+        const auto busy = shell.busy(teamfile().writing);
+        run = teamfile().write(*shell.world(), request, busy->progress());
     }
     if (!run.ok())
         shell.dialogs().warning(shell.window(), QStringLiteral("Speichern"), run.result.message);
@@ -114,7 +122,7 @@ void openteamfile(Shell &shell)
         return;
     int filter = 0;
     const QString file = shell.dialogs().openfile(shell.window(), QStringLiteral("Öffnen..."),
-                                                  shell.settings().folder(ZorbodatenFolder), teamFilters, &filter);
+                                                  shell.settings().folder(ZorbodatenFolder), {teamfile().filter()}, &filter);
     if (file.isEmpty())
         return;
     // Kept hidden between uses, so its lists follow every rebuild.
@@ -124,21 +132,25 @@ void openteamfile(Shell &shell)
     dialog->setfile(file);
     if (dialog->exec() != QDialog::Accepted)
         return;
-    const ExchangeResult run = askencoding(shell, QStringLiteral("Öffnen"), [&](FileEncoding encoding) {
-        const auto busy = shell.busy(dialog->newclub() ? QStringLiteral("Erstelle Verein...")
-                                                       : QStringLiteral("Aktualisiere Verein..."));
-        return shell.run([&](Database &db) {
-            return dialog->newclub() ? openteamnew(db, file, dialog->country(), busy->progress(), encoding)
-                                     : openteamreplace(db, file, dialog->club(), busy->progress(), encoding);
-        });
-    });
-    if (!run.ok()) {
-        if (!run.result.message.isEmpty())
-            shell.dialogs().warning(shell.window(), QStringLiteral("Öffnen"), run.result.message);
+    FormatRequest request{file};
+    if (dialog->newclub())
+        request.country = dialog->country();
+    else
+        request.team = dialog->club();
+    const auto run = read(shell, QStringLiteral("Öffnen"),
+                          dialog->newclub() ? QStringLiteral("Erstelle Verein...") : QStringLiteral("Aktualisiere Verein..."),
+                          teamfile(), request);
+    if (!run)
+        return;
+    if (!run->ok()) {
+        if (!run->result.cancelled)
+            shell.dialogs().warning(shell.window(), QStringLiteral("Öffnen"), run->result.message);
+        else
+            shell.status(run->result.message);
         return;
     }
-    shell.select(QStringLiteral("T%1").arg(run.team));
-    shell.status(run.result.message);
+    shell.select(QStringLiteral("T%1").arg(run->team));
+    shell.status(run->result.message);
 }
 
 } // namespace
