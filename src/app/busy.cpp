@@ -7,6 +7,7 @@
 #include <QPushButton>
 #include <QWidget>
 #include <algorithm>
+#include <utility>
 
 namespace zorbo {
 
@@ -16,9 +17,9 @@ int cancelDelay = 800;
 
 } // namespace
 
-void Busy::setcanceldelay(int milliseconds)
+int Busy::setcanceldelay(int milliseconds)
 {
-    cancelDelay = milliseconds;
+    return std::exchange(cancelDelay, milliseconds);
 }
 
 Busy::Busy(QWidget *window, QLabel *status, QProgressBar *bar, const QString &text)

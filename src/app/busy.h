@@ -29,8 +29,9 @@ public:
     Progress progress() override;
     void setText(const QString &text);
 
-    // How long a run goes before it offers "Abbrechen", in milliseconds.
-    static void setcanceldelay(int milliseconds);
+    // How long a run goes before it offers "Abbrechen", in milliseconds;
+    // answers the delay that held before.
+    static int setcanceldelay(int milliseconds);
 
 private:
     QWidget *m_window;

@@ -78,12 +78,12 @@ TEST(ExchangeMenus, ConfigImportAndExportByTheChosenFilter)
 
     // "Abbrechen" in the middle of an import leaves the world as it was and says so.
     const QStringList before = zorbo::test::dumpworld(*w.db());
-    Busy::setcanceldelay(0);
+    const int delay = Busy::setcanceldelay(0);
     zorbo::test::cancelWhenOffered();
     dialogs.file = ZORBO_EXAMPLES "/beispielwelt/1_tm.cfg";
     dialogs.filter = 0;
     w.action("mnuimportitem(0)")->trigger();
-    Busy::setcanceldelay(800);
+    Busy::setcanceldelay(delay);
     EXPECT_EQ(zorbo::test::dumpworld(*w.db()), before);
     EXPECT_TRUE(child<QLabel>(w, "stbstatus(1)")->text().startsWith("Abgebrochen"))
         << child<QLabel>(w, "stbstatus(1)")->text().toStdString();

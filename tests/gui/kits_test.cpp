@@ -23,6 +23,7 @@
 #include <QComboBox>
 #include <QLineEdit>
 #include <QRadioButton>
+#include <QProgressDialog>
 #include <QPushButton>
 #include <QTest>
 #include <QTimer>
@@ -77,7 +78,8 @@ void whenModal(std::function<void()> step, int tries = 500)
 {
     QTimer::singleShot(tries == 500 ? 0 : 10, [step, tries] {
         auto *dialog = qobject_cast<QDialog *>(QApplication::activeModalWidget());
-        if (!dialog) {
+        // The busy helper's "Abbrechen" window is not the dialog a step waits for.
+        if (!dialog || qobject_cast<QProgressDialog *>(dialog)) {
             if (tries > 0)
                 whenModal(step, tries - 1);
             return;
