@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/settings.h"
+#include "core/world.h"
 #include "platform/operation.h"
 
 #include <QString>
@@ -29,6 +30,9 @@ struct Context {
     Progress progress(const QString &label);
     // Prints a German failure message to standard error; returns 1.
     int fail(const QString &message);
+    // The program folder's world, opened as the editor's start-up does, with
+    // its messages printed; null, and the failure told, without a database.
+    std::unique_ptr<World> openworld();
     // Option value after "--name", or empty; removes both from args.
     QString takeOption(const QString &name);
 
@@ -43,6 +47,32 @@ struct Command {
     QString description; // one German line for --help
     std::function<int(Context &)> run;
 };
+
+// Prints an outcome (`result` and `findings`): its findings, one a line,
+// then its message, on standard output when it succeeded (answers 0), on
+// standard error when not (answers 1).
+template <typename Outcome>
+int finish(Context &ctx, const Outcome &outcome)
+{
+    for (const QString &line : findinglines(outcome.findings))
+        ctx.out << "Hinweis: " << line << '\n';
+    if (!outcome.result.ok)
+        return ctx.fail(outcome.result.message);
+    ctx.out << outcome.result.message << '\n';
+    return 0;
+}
+
+// Runs operation(world) on the program folder's world, opened as the
+// editor's start-up opens it, and prints its outcome as finish does; refuses
+// when the arguments left are not fileArguments many.
+template <typename Operation>
+int withWorld(Context &ctx, int fileArguments, const Operation &operation)
+{
+    if (ctx.args.size() != fileArguments)
+        return ctx.fail(QStringLiteral("Falsche Zahl von Argumenten; »zorbo-cli --help« zeigt den Aufruf."));
+    const std::unique_ptr<World> world = ctx.openworld();
+    return world ? finish(ctx, operation(*world)) : 1;
+}
 
 // Registers a command; called from a static initialiser in each command file:
 //   static const bool registered = registerCommand({...});

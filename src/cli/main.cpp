@@ -74,6 +74,17 @@ Progress Context::progress(const QString &label)
     };
 }
 
+std::unique_ptr<World> Context::openworld()
+{
+    std::unique_ptr<World> world = zorbo::openworld(dir, progress(QStringLiteral("Erstelle Transfermarkt")));
+    for (const QString &m : world->messages())
+        err << m << '\n';
+    if (world->db())
+        return world;
+    fail(QStringLiteral("Die Welt in %1 ist nicht bereit.").arg(QDir::toNativeSeparators(dir)));
+    return nullptr;
+}
+
 int Context::fail(const QString &message)
 {
     err << message << '\n';

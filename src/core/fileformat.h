@@ -12,11 +12,18 @@ namespace zorbo {
 
 // What a run of a file format gets besides the world.
 struct FormatRequest {
-    QString path;
+    QString path{};
     bool utf8 = false;      // read the file as UTF-8, as the user said
     qint64 team = -1;       // the club a team file is written from, or read over
-    QString country;        // the country a club read from a team file joins as a new club
+    QString country{};      // the country a club read from a team file joins as a new club
     bool addToList = false; // crests: name the crests wa.lst lacks there
+};
+
+// Where a run of a file format works: the program folder's settings, and
+// the open world for the formats that need one (null for the others).
+struct FormatPlace {
+    const Settings &settings;
+    World *world = nullptr;
 };
 
 // The outcome of a run of a file format.
@@ -46,12 +53,19 @@ struct FileFormat {
     QString writecommand, writeusage, writehelp;
     // Status bar texts while a run goes.
     QString reading, writing;
-    std::function<FormatRun(World &, const FormatRequest &, const Progress &)> read;
-    std::function<FormatRun(World &, const FormatRequest &, const Progress &)> write;
+    // False for files that come and go beside the database (the crests):
+    // their runs get no world, and the command line opens none for them.
+    bool needsworld = true;
+    using Run = std::function<FormatRun(const FormatPlace &, const FormatRequest &, const Progress &)>;
+    Run read;
+    Run write;
 
     // The file dialogs' filter entry: "Zorbo Vereine (1_tm.cfg) (*.cfg)".
     QString filter() const { return name + QStringLiteral(" (") + pattern + QLatin1Char(')'); }
 };
+
+// The format with the key among formats; null when none has it.
+const FileFormat *findformat(const QList<FileFormat> &formats, const QString &key);
 
 // The filter entries of formats, in their order.
 QStringList formatfilters(const QList<const FileFormat *> &formats);

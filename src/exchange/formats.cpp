@@ -42,12 +42,12 @@ FileFormat configformat(ConfigKind kind)
                         : QStringLiteral("schreibt alle Spieler als 1_sp.cfg");
     f.reading = teams ? QStringLiteral("Importiere Vereine...") : QStringLiteral("Importiere Spieler...");
     f.writing = teams ? QStringLiteral("Exportiere Vereine...") : QStringLiteral("Exportiere Spieler...");
-    f.read = [kind](World &world, const FormatRequest &request, const Progress &progress) {
-        return fromexchange(world.run(
+    f.read = [kind](const FormatPlace &place, const FormatRequest &request, const Progress &progress) {
+        return fromexchange(place.world->run(
             [&](Database &db) { return importconfig(db, request.path, kind, progress, encoding(request)); }));
     };
-    f.write = [kind](World &world, const FormatRequest &request, const Progress &progress) {
-        return fromexchange(world.run([&](Database &db) { return exportconfig(db, request.path, kind, progress); }));
+    f.write = [kind](const FormatPlace &place, const FormatRequest &request, const Progress &progress) {
+        return fromexchange(place.world->run([&](Database &db) { return exportconfig(db, request.path, kind, progress); }));
     };
     return f;
 }
@@ -67,15 +67,15 @@ FileFormat teamfileformat()
     f.reading = QStringLiteral("Übernehme Teamdatei...");
     f.writing = QStringLiteral("Speichere Verein...");
     // A club read from a team file is new in request.country, or replaces request.team.
-    f.read = [](World &world, const FormatRequest &request, const Progress &progress) {
-        return fromexchange(world.run([&](Database &db) {
+    f.read = [](const FormatPlace &place, const FormatRequest &request, const Progress &progress) {
+        return fromexchange(place.world->run([&](Database &db) {
             return request.team >= 0 ? openteamreplace(db, request.path, request.team, progress, encoding(request))
                                      : openteamnew(db, request.path, request.country, progress, encoding(request));
         }));
     };
-    f.write = [](World &world, const FormatRequest &request, const Progress &progress) {
+    f.write = [](const FormatPlace &place, const FormatRequest &request, const Progress &progress) {
         return fromexchange(
-            world.run([&](Database &db) { return exportverein(db, request.path, request.team, progress); }));
+            place.world->run([&](Database &db) { return exportverein(db, request.path, request.team, progress); }));
     };
     return f;
 }
@@ -91,10 +91,7 @@ const QList<FileFormat> &exchangeformats()
 
 const FileFormat *exchangeformat(const QString &key)
 {
-    for (const FileFormat &f : exchangeformats())
-        if (f.key == key)
-            return &f;
-    return nullptr;
+    return findformat(exchangeformats(), key);
 }
 
 } // namespace zorbo

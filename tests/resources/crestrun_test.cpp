@@ -184,7 +184,7 @@ TEST(CrestRun, CommandLineTool)
     QList<RawEntry> own = {{"eigenes", readBytes(dataPath("resf/worked-example/expected.gfp"))}};
     writeBytes(t.file("eigen.res"), archiveBytes(own));
     ASSERT_EQ(cli({"import-crests", t.file("eigen.res")}, &out, &err), 0) << err.toStdString();
-    EXPECT_TRUE(err.contains("1 Wappen") && err.contains("--add-to-list")) << err.toStdString();
+    EXPECT_TRUE(out.contains("1 Wappen") && out.contains("--add-to-list")) << out.toStdString();
     EXPECT_FALSE(readinisections(t.file("wappen/wa.lst")).contains("eigenes"));
     ASSERT_EQ(cli({"import-crests", "--add-to-list", t.file("eigen.res")}, &out, &err), 0) << err.toStdString();
     EXPECT_TRUE(readinisections(t.file("wappen/wa.lst")).contains("eigenes"));

@@ -40,7 +40,7 @@ std::optional<FormatRun> read(Shell &shell, const QString &title, const QString 
 {
     const auto once = [&] {
         const auto busy = shell.busy(busytext);
-        return format.read(*shell.world(), request, busy->progress());
+        return format.read(FormatPlace{shell.settings(), shell.world()}, request, busy->progress());
     };
     FormatRun run = once();
     // Read as the game's code page, a UTF-8 file would bring every umlaut
@@ -84,7 +84,7 @@ void exportconfigfile(Shell &shell)
     FormatRun run;
     {
         const auto busy = shell.busy(format.writing);
-        run = format.write(*shell.world(), {file}, busy->progress());
+        run = format.write(FormatPlace{shell.settings(), shell.world()}, {file}, busy->progress());
     }
     tell(shell, QStringLiteral("Export"), run);
 }
@@ -107,7 +107,7 @@ void saveteamfile(Shell &shell)
     FormatRun run;
     {
         const auto busy = shell.busy(teamfile().writing);
-        run = teamfile().write(*shell.world(), request, busy->progress());
+        run = teamfile().write(FormatPlace{shell.settings(), shell.world()}, request, busy->progress());
     }
     if (!run.ok())
         shell.dialogs().warning(shell.window(), QStringLiteral("Speichern"), run.result.message);

@@ -5,7 +5,7 @@
 #include "core/ui/shell.h"
 #include "resources/crestfiles.h"
 #include "resources/crestlist.h"
-#include "resources/crestrun.h"
+#include "resources/formats.h"
 #include "resources/ui/crestimage.h"
 #include "resources/ui/crestpicker.h"
 
@@ -15,62 +15,51 @@ namespace zorbo {
 
 namespace {
 
-const QStringList crestFilters = {QStringLiteral("Zorbo Wappen (wa.res) (wa*.res)")};
-
-void tell(Shell &shell, const Result &result, const QString &done, const QList<Finding> &findings)
+const FileFormat &crestarchive()
 {
-    if (result.cancelled)
-        shell.status(result.message);
+    return *resourceformat(QStringLiteral("wappen"));
+}
+
+// Reads or writes the archive the user picks, beside the game's own.
+std::optional<FormatRun> crestrun(Shell &shell, bool read)
+{
+    const FileFormat &format = crestarchive();
+    const QString title = read ? QStringLiteral("Importieren Wappen...") : QStringLiteral("Exportiere Wappen...");
+    const QString start = shell.settings().folder(ZorboresFolder) + QStringLiteral("wa.res");
+    int filter = 0;
+    const QString file = read ? shell.dialogs().openfile(shell.window(), title, start, {format.filter()}, &filter)
+                              : shell.dialogs().savefile(shell.window(), title, start, {format.filter()}, &filter);
+    if (file.isEmpty())
+        return std::nullopt;
+    FormatRun run;
+    {
+        const auto busy = shell.busy(read ? format.reading : format.writing);
+        run = (read ? format.read : format.write)(FormatPlace{shell.settings()}, {file}, busy->progress());
+    }
+    if (run.result.cancelled)
+        shell.status(run.result.message);
     else
-        shell.dialogs().report(shell.window(), QStringLiteral("Wappen"), result.ok ? done : result.message, findings,
-                               !result.ok);
+        shell.dialogs().report(shell.window(), QStringLiteral("Wappen"), run.result.message, run.findings, !run.ok());
+    return run;
 }
 
 void importcrests(Shell &shell)
 {
-    const QString wappen = shell.settings().folder(WappenFolder);
-    int filter = 0;
-    const QString file =
-        shell.dialogs().openfile(shell.window(), QStringLiteral("Importieren Wappen..."),
-                                 shell.settings().folder(ZorboresFolder) + QStringLiteral("wa.res"), crestFilters, &filter);
-    if (file.isEmpty())
-        return;
-    CrestRunReport run;
-    {
-        const auto busy = shell.busy(QStringLiteral("Importiere Wappen..."));
-        run = importwappen(file, wappen, busy->progress());
-    }
-    tell(shell, run.result, QStringLiteral("%1 Wappen aus %2 übernommen.").arg(run.written).arg(file), run.findings);
+    const std::optional<FormatRun> run = crestrun(shell, true);
     // An export packs the crests of wa.lst only; the user's list is
     // changed only when asked.
-    if (run.result.ok && !run.missingFromList.isEmpty()
+    if (run && run->ok() && !run->unlisted.isEmpty()
         && shell.dialogs().question(shell.window(), QStringLiteral("Wappen"),
                                     QStringLiteral("%1 Wappen des Archivs fehlen in wa.lst und blieben beim Export draußen. "
                                                    "Sollen sie in wa.lst aufgenommen werden?")
-                                        .arg(run.missingFromList.size()))) {
+                                        .arg(run->unlisted.size()))) {
         int added = 0;
-        const Result listed = addtocrestlist(wappen, run.missingFromList, &added);
+        const Result listed = addtocrestlist(shell.settings().folder(WappenFolder), run->unlisted, &added);
         if (listed)
             shell.status(QStringLiteral("%1 Wappen in wa.lst aufgenommen.").arg(added));
         else
             shell.dialogs().warning(shell.window(), QStringLiteral("Wappen"), listed.message);
     }
-}
-
-void exportcrests(Shell &shell)
-{
-    int filter = 0;
-    const QString file =
-        shell.dialogs().savefile(shell.window(), QStringLiteral("Exportiere Wappen..."),
-                                 shell.settings().folder(ZorboresFolder) + QStringLiteral("wa.res"), crestFilters, &filter);
-    if (file.isEmpty())
-        return;
-    CrestRunReport run;
-    {
-        const auto busy = shell.busy(QStringLiteral("Exportiere Wappen..."));
-        run = exportwappen(file, shell.settings().folder(WappenFolder), busy->progress());
-    }
-    tell(shell, run.result, QStringLiteral("%1 Wappen nach %2 gepackt.").arg(run.written).arg(file), run.findings);
 }
 
 void copykitset(Shell &shell)
@@ -108,7 +97,7 @@ std::optional<ChosenCrest> choosecrest(Shell &shell, const QImage &current, cons
 void installresources(Shell &shell)
 {
     shell.handle(QStringLiteral("mnuimportitem(1)"), [&shell] { importcrests(shell); });
-    shell.handle(QStringLiteral("mnuexportitem(1)"), [&shell] { exportcrests(shell); });
+    shell.handle(QStringLiteral("mnuexportitem(1)"), [&shell] { crestrun(shell, false); });
     shell.handle(QStringLiteral("mnuoptionenitem(2)"), [&shell] { copykitset(shell); });
     CrestService crests;
     crests.image = [&shell](int n) {
