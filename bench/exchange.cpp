@@ -2,7 +2,9 @@
 // 250 national teams, 5,000 clubs and 100,000 players. Reports the median of
 // the runs for each operation, and beside it the time the sqlite3 shell needs
 // to load the same player rows from CSV inside one transaction.
-// Usage: bench-exchange [runs]   (sqlite3 must be on the PATH)
+// Usage: bench-exchange [runs [folder]]   (sqlite3 must be on the PATH)
+// With a folder, the world and its two files are left there, to compare
+// the files other builds write from the same world.
 #include "core/schema.h"
 #include "exchange/configruns.h"
 #include "exchange/playerconfig.h"
@@ -55,7 +57,7 @@ void generate(Database &db)
             .exec();
         for (int i = 0; i < squad; ++i, ++p) {
             player.bindAll(p, QStringLiteral("Schröder-%1").arg(p), QStringLiteral("Jürgen"), int(p % 13) * 1000,
-                           int(p % 13) * 1000 + 1000, country, 170 + int(p % 30), i * 4 / squad, (p % 4) * 0.5, i + 1,
+                           std::min(int(p % 13) * 1000 + 1000, 12000), country, 170 + int(p % 30), i * 4 / squad, (p % 4) * 0.5, i + 1,
                            int(p % 100000), p % 5 ? QString() : QStringLiteral("3,17,42"))
                 .exec();
             member.bindAll(number, p).exec();
@@ -147,5 +149,11 @@ int main(int argc, char **argv)
     std::printf("sqlite3 shell, same player rows from CSV in one transaction %8.1f ms (process start included)\n", shell);
     std::printf("player import / sqlite3 load %.2f; whole-world import %.1f ms; whole-world export %.1f ms\n",
                 importPlayers / shell, importTeams + importPlayers, exportTeams + exportPlayers);
+    if (argc > 2) {
+        const QString keep = QString::fromLocal8Bit(argv[2]) + QLatin1Char('/');
+        db.prepare("VACUUM INTO ?1").bindAll(keep + "zorbo.mdb").exec();
+        QFile::copy(tm, keep + "1_tm.cfg");
+        QFile::copy(sp, keep + "1_sp.cfg");
+    }
     return 0;
 }

@@ -1,5 +1,7 @@
 #include "core/defaultfolders.h"
 
+#include "platform/safefile.h"
+
 #include <QDir>
 #include <QDirIterator>
 #include <QFile>
@@ -24,6 +26,7 @@ constexpr DeliveredFolder delivered[] = {
 QStringList unpackdefaults(const Settings &settings)
 {
     QStringList problems;
+    int unpacked = 0;
     for (const DeliveredFolder &d : delivered) {
         const QString target = settings.folder(d.folder);
         if (target.isEmpty())
@@ -41,14 +44,21 @@ QStringList unpackdefaults(const Settings &settings)
             if (QFileInfo::exists(to))
                 continue;
             QDir().mkpath(QFileInfo(to).absolutePath());
-            if (!QFile::copy(from, to)) {
+            QFile resource(from);
+            // Each file whole or not at all, but one wait for the disk for
+            // all of them: a wait per file made a first start take seconds.
+            const Result written = resource.open(QIODevice::ReadOnly)
+                                       ? replacefile(to, resource.readAll(), Flush::None)
+                                       : Result::failure(QString());
+            if (!written) {
                 problems << QStringLiteral("Die Datei %1 lässt sich nicht anlegen.").arg(to);
                 continue;
             }
-            // Files from the resources are read-only; the user owns the copies.
-            QFile::setPermissions(to, QFile::ReadOwner | QFile::WriteOwner | QFile::ReadGroup | QFile::ReadOther);
+            ++unpacked;
         }
     }
+    if (unpacked > 0 && !syncfilesystem(settings.folder(AttributeFolder)))
+        problems << QStringLiteral("Die Bilder des Programms lassen sich nicht sicher auf die Platte schreiben.");
     return problems;
 }
 

@@ -2,7 +2,9 @@
 
 #include "core/market.h"
 #include "core/schema.h"
+#include "platform/names.h"
 
+#include <QHash>
 #include <QSet>
 
 namespace zorbo {
@@ -29,9 +31,20 @@ TeamTree load_dbteam(Database *db)
     if (!db)
         return tree;
 
+    // Every club once, by its country's name folded as samename() folds it;
+    // asking the table again for each country cost a walk over all clubs.
+    struct Club {
+        qint64 number;
+        QString name;
+    };
+    QHash<QString, QList<Club>> clubsof;
+    Statement clubs = db->prepare(QStringLiteral("SELECT NUMMER, NAME, NATION FROM vereine WHERE NATION IS NOT NULL "
+                                                 "ORDER BY NAME, NUMMER"));
+    while (clubs.step())
+        clubsof[foldname(clubs.text(2))].append({clubs.integer(0), clubs.text(1)});
+
     Statement countries = db->prepare(QStringLiteral(
         "SELECT DISTINCT NUMMER, NAME, KONTINENT, NATION FROM vereine_national ORDER BY NAME, NUMMER"));
-    Statement clubs = db->prepare(QStringLiteral("SELECT NUMMER, NAME FROM vereine WHERE samename(NATION, ?1) ORDER BY NAME, NUMMER"));
     while (countries.step()) {
         const QString key = QStringLiteral("L") + QString::number(countries.integer(0));
         const QString name = countries.text(1);
@@ -48,14 +61,11 @@ TeamTree load_dbteam(Database *db)
             tree.laender << nation;
             tree.spielerlaender << nation;
         }
-        clubs.bind(1, name);
-        while (clubs.step()) {
-            const qint64 number = clubs.integer(0);
+        for (const Club &club : clubsof.value(foldname(name))) {
             if (placed)
-                tree.nodes.append({QStringLiteral("T") + QString::number(number), clubs.text(1), ClubPicture, key});
-            tree.vereine.append({clubs.text(1) + QStringLiteral(" (") + nation + QLatin1Char(')'), number});
+                tree.nodes.append({QStringLiteral("T") + QString::number(club.number), club.name, ClubPicture, key});
+            tree.vereine.append({club.name + QStringLiteral(" (") + nation + QLatin1Char(')'), club.number});
         }
-        clubs.reset();
     }
     return tree;
 }

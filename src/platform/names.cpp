@@ -44,8 +44,14 @@ void samenameSql(sqlite3_context *context, int, sqlite3_value **argv)
 
 bool samename(const QString &a, const QString &b)
 {
-    // Qt folds case by the Unicode tables, for every script.
-    return a.compare(b, Qt::CaseInsensitive) == 0;
+    return a.size() == b.size() && foldname(a) == foldname(b);
+}
+
+QString foldname(const QString &name)
+{
+    // Qt folds case by the Unicode tables, one character for one, for every
+    // script.
+    return name.toCaseFolded();
 }
 
 int registernamefunctions(sqlite3 *db)
