@@ -48,7 +48,9 @@ void World::settle()
     // does not see them.
     if (m_db->totalChanges() - m_changesBefore > m_told)
         m_pending.everything = true;
-    if (m_squadRows.isEmpty())
+    // When anything may have changed, the clubs of single squad rows tell
+    // nobody more; a whole import would look up each of its rows.
+    if (m_squadRows.isEmpty() || m_pending.everything)
         return;
     Statement club = m_db->prepare(QStringLiteral("SELECT verein FROM vereinspieler WHERE rowid = ?1"));
     for (qint64 row : std::as_const(m_squadRows)) {
