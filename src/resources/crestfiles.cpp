@@ -15,33 +15,56 @@ QString crestfile(const QString &wappenFolder, int n)
     return wappenFolder + QStringLiteral("vereins_wappen_%1.tga").arg(n);
 }
 
-Result ensurecrest(const QString &wappenFolder, int n, QString &path)
+namespace {
+
+// Gives crest n the default picture when it has no file; bytes holds
+// default.tga once read (empty before).
+Result fillcrest(const QString &wappenFolder, int n, QString &path, QByteArray &bytes, Flush flush)
 {
     path = crestfile(wappenFolder, n);
-    // A crest import cut off in its switch is finished before anyone sees a mix.
-    if (Result r = recovercrests(wappenFolder); !r)
-        return r;
     if (QFileInfo::exists(path))
         return Result::success();
     const QString fallback = wappenFolder + QStringLiteral("default.tga");
-    if (!QFileInfo::exists(fallback))
-        return Result::failure(QStringLiteral("Das Wappen %1 fehlt, und es gibt kein %2.").arg(n).arg(fallback));
-    if (!QFile::copy(fallback, path))
+    if (bytes.isEmpty()) {
+        QFile in(fallback);
+        if (!in.exists())
+            return Result::failure(QStringLiteral("Das Wappen %1 fehlt, und es gibt kein %2.").arg(n).arg(fallback));
+        if (!in.open(QIODevice::ReadOnly) || (bytes = in.readAll()).isEmpty())
+            return Result::failure(QStringLiteral("%1 lässt sich nicht lesen: %2").arg(fallback, fileerrortext(in)));
+    }
+    if (!replacefile(path, bytes, flush))
         return Result::failure(QStringLiteral("%1 lässt sich nicht nach %2 kopieren.").arg(fallback, path));
     return Result::success();
 }
 
+} // namespace
+
+Result ensurecrest(const QString &wappenFolder, int n, QString &path)
+{
+    // A crest import cut off in its switch is finished before anyone sees a mix.
+    if (Result r = recovercrests(wappenFolder); !r)
+        return r;
+    QByteArray bytes;
+    return fillcrest(wappenFolder, n, path, bytes, Flush::Disk);
+}
+
 Result ensureallcrests(const QString &wappenFolder, const Progress &progress)
 {
+    if (Result r = recovercrests(wappenFolder); !r)
+        return r;
     // Each crest filled in is whole and stays, so the run shows how far it is
     // but does not stop halfway: a stop could not leave things as they were.
+    // The disk is waited for once, for all of them.
     QString path;
+    QByteArray bytes;
     for (int n = 0; n < CrestCount; ++n) {
         if (n % 50 == 0 && progress)
             progress(n, CrestCount);
-        if (Result r = ensurecrest(wappenFolder, n, path); !r)
+        if (Result r = fillcrest(wappenFolder, n, path, bytes, Flush::None); !r)
             return r;
     }
+    if (!bytes.isEmpty() && !syncfilesystem(wappenFolder))
+        return Result::failure(QStringLiteral("Die Wappen in %1 lassen sich nicht sicher auf die Platte schreiben.").arg(wappenFolder));
     if (progress)
         progress(CrestCount, CrestCount);
     return Result::success();
