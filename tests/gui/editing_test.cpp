@@ -346,9 +346,10 @@ TEST_F(Editing, TheNationalTeamsFormFitsAtTheDefaultSizeAndAtTheSmallest)
         ASSERT_GT(shown.size(), 15);
         for (QWidget *w : shown) {
             // Pictures have their fixed size; text must have room.
-            if (w->minimumHeight() != w->maximumHeight())
+            if (w->minimumHeight() != w->maximumHeight()) {
                 EXPECT_GE(w->height(), w->minimumSizeHint().height())
                     << when << ": " << w->objectName().toStdString() << " " << w->metaObject()->className();
+            }
             const QRect r(w->mapTo(tab, QPoint()), w->size());
             for (QWidget *o : shown) {
                 if (o == w || o->isAncestorOf(w) || w->isAncestorOf(o))

@@ -57,14 +57,18 @@ QStringList keysUnder(const TeamTree &tree, const QString &parent)
     return keys;
 }
 
-QStringList dumpworld(Database &db)
+QStringList dumpworld(Database &db, const QStringList &tables, bool byKey)
 {
     QStringList rows;
-    for (const QString &table : db.tables()) {
-        QStringList quoted;
-        for (const ColumnInfo &c : db.columns(table))
+    for (const QString &table : tables.isEmpty() ? db.tables() : tables) {
+        QStringList quoted, key;
+        for (const ColumnInfo &c : db.columns(table)) {
             quoted << QStringLiteral("quote(\"%1\")").arg(c.name);
-        Statement st = db.prepare(QStringLiteral("SELECT %1 FROM \"%2\" ORDER BY rowid").arg(quoted.join("||'|'||"), table));
+            if (key.size() < 2)
+                key << QStringLiteral("\"%1\"").arg(c.name);
+        }
+        Statement st = db.prepare(QStringLiteral("SELECT %1 FROM \"%2\" ORDER BY %3")
+                                      .arg(quoted.join("||'|'||"), table, byKey ? key.join(", ") : QStringLiteral("rowid")));
         while (st.step())
             rows << table + ": " + st.text(0);
     }

@@ -32,16 +32,22 @@ private:
     QTemporaryDir m_dir;
 };
 
-// A fresh world in a temporary folder: schema and reference tables, no teams.
+// A fresh world in a temporary folder: schema and reference tables, no
+// teams and no transfer market. The one builder every suite starts from.
 struct NewWorld {
     TempFolder dir;
     OpenedDb opened = opendb(dir.file("zorbo.mdb"));
     Database &db() { return *opened.db; }
+    Database &operator*() { return *opened.db; }
+    Database *operator->() { return opened.db.get(); }
+    QString file(const QString &name) const { return dir.file(name); }
 };
 
-// Every row of every table, each value quoted by SQLite, so that a number
-// turned into text or a Null into an empty text counts as a change.
-QStringList dumpworld(Database &db);
+// Every row of every table (or of the tables named), each value quoted by
+// SQLite, so that a number turned into text or a Null into an empty text
+// counts as a change. Rows in the order they were written, or, byKey, by
+// their first two columns, for worlds written in another order.
+QStringList dumpworld(Database &db, const QStringList &tables = {}, bool byKey = false);
 
 // Keys of the tree's nodes directly under parent, in tree order.
 QStringList keysUnder(const TeamTree &tree, const QString &parent);
