@@ -56,9 +56,6 @@ struct ToolWindows : ::testing::Test {
             if (!dialog)
                 return;
             work(dialog);
-            const QString shots = qEnvironmentVariable("ZORBO_SCREENSHOT_DIR");
-            if (!shots.isEmpty())
-                dialog->grab().save(shots + "/" + name + ".png");
             dialog->reject();
         });
         window->action(entry)->trigger();
@@ -68,6 +65,14 @@ struct ToolWindows : ::testing::Test {
     ScriptedDialogs dialogs;
     std::unique_ptr<MainWindow> window;
 };
+
+// The window as the README shows it.
+void shot(QDialog *d)
+{
+    const QString shots = qEnvironmentVariable("ZORBO_SCREENSHOT_DIR");
+    if (!shots.isEmpty())
+        d->grab().save(shots + "/" + d->objectName() + ".png");
+}
 
 template <typename T>
 T *get(QDialog *d, const char *name)
@@ -176,6 +181,7 @@ TEST_F(ToolWindows, SquadNumbersAreFoundAndRepairedByDoubleClick)
         ASSERT_EQ(teams->count(), 1) << "club 10 left the list when it came up";
         EXPECT_EQ(teams->currentText(), "SV Rechts");
         EXPECT_EQ(lines(players), (QStringList{"7 Anton, A.", "*7 Berta, B."}));
+        shot(d);
         auto *number = get<QLineEdit>(d, "txtnrneu");
         auto *save = get<QPushButton>(d, "btnupdate");
         EXPECT_FALSE(number->isEnabled());
@@ -219,6 +225,7 @@ TEST_F(ToolWindows, LongClubNamesAreCutByWordsAndSaved)
         EXPECT_TRUE(name->text().isEmpty()) << "no line chosen yet";
         click(clubs, 0);
         EXPECT_EQ(name->text(), "FC Bayern München ");
+        shot(d);
         ASSERT_TRUE(save->isEnabled());
         save->click();
         EXPECT_EQ(db().scalar("SELECT NAME FROM vereine WHERE NUMMER = 10").toString(), "FC Bayern München ");
@@ -269,6 +276,7 @@ TEST_F(ToolWindows, TransferMarketSwapsWithTheFreePlayersAndBetweenClubs)
         click(right, 1);
         EXPECT_TRUE(ghosted(right, 0)) << "a second pick ghosts the first again";
         EXPECT_TRUE(swap->isEnabled());
+        shot(d);
         swap->click();
         EXPECT_EQ(db().scalar("SELECT NAME || ' ' || VORNAME || ' ' || GROESSE FROM spieler WHERE NUMMER = 5000").toString(),
                   "Neu N. 185");
@@ -314,6 +322,7 @@ TEST_F(ToolWindows, AnAmbiguousPictureIsDecidedByAClick)
         QTimer::singleShot(0, d, [&] {
             offered = lines(names);
             shown = get<QLabel>(d, "Label1")->text();
+            shot(d);
             if (names->count() == 2)
                 click(names, 1);
         });

@@ -90,7 +90,11 @@ void PictureWindow::run()
         return chosen;
     };
     const PictureRun done = assignpictures(*m_shell.db(), m_shell.settings().folder(ZorbospielerFolder),
-                                           systemDecimalSign(), choose);
+                                           systemDecimalSign(), choose, [this](qint64, qint64) {
+                                               // What is done leaves the list as the run goes.
+                                               refresh();
+                                               return true;
+                                           });
     m_file->clear();
     m_shell.status(done.result.message);
     if (!done.result.ok && !done.result.cancelled)
