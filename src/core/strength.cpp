@@ -27,7 +27,10 @@ qint64 Staerkegewinn::maximum(double s)
         // The gain stays in whole stars.
         m_gain = g + g % 2;
     }
-    return qRound64((b + m_gain) * 1000.0);
+    // A strength no game file holds must not run past the whole numbers.
+    const double result = (b + m_gain) * 1000.0;
+    constexpr double edge = 9.0e18;
+    return result >= edge ? qint64(edge) : result <= -edge ? -qint64(edge) : qRound64(result);
 }
 
 } // namespace zorbo
