@@ -335,5 +335,14 @@ TEST_F(ToolWindows, AnAmbiguousPictureIsDecidedByAClick)
         EXPECT_EQ(zorbo::test::readBytes(folder + "/ersetzt/5001.jpg"), "alt");
         EXPECT_EQ(files->count(), 0);
         EXPECT_TRUE(get<QPushButton>(d, "btnstart")->isEnabled());
+
+        // Closed while it waits: the run ends and the picture stays as it is.
+        zorbo::test::writeBytes(folder + "/Müller.jpg", "offen");
+        QTimer::singleShot(0, d, [d] { d->close(); });
+        get<QPushButton>(d, "btnstart")->click();
+        EXPECT_FALSE(d->isVisible());
+        EXPECT_EQ(zorbo::test::readBytes(folder + "/Müller.jpg"), "offen");
+        EXPECT_EQ(zorbo::test::readBytes(folder + "/5001.jpg"), "m");
+        EXPECT_TRUE(status().startsWith("Abgebrochen")) << status().toStdString();
     });
 }
