@@ -55,8 +55,9 @@ TEST(MarketFill, FewFreePlayersRewriteTheLowestSlotsAndOnlyTheirColumns)
     const QStringList before = dumpworld(w.db());
     const qint64 lowest = w.count("SELECT min(spieler) FROM vereinspieler WHERE verein = 0");
     const QVariant height = w.value("SELECT GROESSE || '/' || LIEBLINGSPOS_X || '/' || RUECKENNUMMER FROM spieler WHERE NUMMER = ?1", lowest);
-    for (int i = 0; i < 29; ++i)
+    for (int i = 0; i < 28; ++i)
         w.freeplayer(QStringLiteral("Frei%1").arg(i), "Max", "Deutschland", "FC Export", i % 4, 4000);
+    w.freeplayer("Frei28", "Max", "", "FC Export", 1, 4000);
     w.freeplayer("Neuland", "Olaf", "Utopia", "FC Export", 3, 2500);
 
     const MarketFill fill = spielera4_nach_tmarkt(w.db());
@@ -75,6 +76,8 @@ TEST(MarketFill, FewFreePlayersRewriteTheLowestSlotsAndOnlyTheirColumns)
               0);
     // A country the world lacks is added; the fractional maximum of 2500.
     EXPECT_EQ(w.count("SELECT count(*) FROM vereine_national WHERE NAME = 'Utopia'"), 1);
+    EXPECT_EQ(w.count("SELECT count(*) FROM vereine_national WHERE NAME = ''"), 0);
+    EXPECT_EQ(w.db().scalar("SELECT NATION FROM spieler WHERE NAME = 'Frei28'").toString(), marketName);
     const qint64 max = w.count("SELECT \"Max_Stärke\" FROM spieler WHERE NAME = 'Neuland'");
     EXPECT_TRUE(max == 2500 || max == 4500 || max == 6500) << max;
     // The free players stay for the next run.
