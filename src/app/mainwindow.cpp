@@ -12,6 +12,7 @@
 #include "generated/version.h"
 #include "resources/crestswitch.h"
 #include "resources/ui/crestmenus.h"
+#include "tools/ui/toolsmenus.h"
 
 #include <QAction>
 #include <QApplication>
@@ -62,6 +63,7 @@ MainWindow::MainWindow(const QString &programFolder, Dialogs *dialogs)
     installexchange(*m_shell);
     installresources(*m_shell);
     installanstoss(*m_shell);
+    installtools(*m_shell);
 }
 
 MainWindow::~MainWindow() = default;

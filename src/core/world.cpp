@@ -3,6 +3,9 @@
 #include "core/defaultfolders.h"
 #include "core/market.h"
 
+#include <QDir>
+#include <QFileInfo>
+
 namespace zorbo {
 
 World::~World() = default;
@@ -69,6 +72,26 @@ void World::publish(bool committed)
         emit changed(change);
 }
 
+Result World::closedwhile(const std::function<Result(const QString &path)> &work)
+{
+    if (!m_db)
+        return Result::failure(QStringLiteral("Es ist keine Datenbank geöffnet."));
+    if (m_watching)
+        return Result::failure(QStringLiteral("Die Datenbank lässt sich während eines Laufs nicht schließen."));
+    const QString path = m_db->path();
+    m_db.reset();
+    Result done = work(path);
+    OpenedDb opened = opendb(path);
+    m_dbState = opened.state;
+    m_db = std::move(opened.db);
+    if (!m_db && done)
+        done = Result::failure(opened.message);
+    Change everything;
+    everything.everything = true;
+    emit changed(everything);
+    return done;
+}
+
 std::unique_ptr<World> openworld(const QString &programFolder, const Progress &progress)
 {
     std::unique_ptr<World> world(new World);
@@ -95,6 +118,16 @@ std::unique_ptr<World> openworld(const QString &programFolder, const Progress &p
             world->m_databaseMessage += (world->m_databaseMessage.isEmpty() ? QString() : QStringLiteral("\n")) + text;
         }
     }
+    // A compaction keeps the old file under this name only while it puts the
+    // new one in place; one lying here is left by a failure, and only the
+    // user may decide about it.
+    const QString backup = world->m_settings.programFolder + QStringLiteral("/zorbo_backup.mdb");
+    if (QFileInfo::exists(backup))
+        world->m_databaseMessage += (world->m_databaseMessage.isEmpty() ? QString() : QStringLiteral("\n"))
+                                    + QStringLiteral("Neben der Datenbank liegt noch %1 von einer abgebrochenen "
+                                                     "Komprimierung. Sie wird nicht überschrieben; bitte prüfen und "
+                                                     "selbst entfernen.")
+                                          .arg(QDir::toNativeSeparators(backup));
     if (!world->m_databaseMessage.isEmpty())
         world->m_messages << world->m_databaseMessage;
     return world;

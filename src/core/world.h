@@ -59,6 +59,13 @@ public:
     template <typename Op>
     std::invoke_result_t<Op &, Database &> run(Op &&op, const QString &lead = {});
 
+    // Closes the database, lets work have its file to itself (as a
+    // compaction needs) and opens the file again as the start-up does;
+    // listeners then hear that everything may have changed. Refused inside a
+    // run. When the file no longer opens as ours, db() is null afterwards and
+    // the result says why.
+    Result closedwhile(const std::function<Result(const QString &path)> &work);
+
 signals:
     void changed(const zorbo::Change &change);
 

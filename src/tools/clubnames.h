@@ -1,0 +1,30 @@
+#pragma once
+
+#include "platform/database.h"
+#include "platform/operation.h"
+#include "tools/squadnumbers.h"
+
+namespace zorbo {
+
+// The longest club name the game takes.
+inline constexpr int longestClubName = 15;
+
+// The clubs (not the national teams) whose names are longer than the game
+// takes, by name.
+QList<NamedTeam> longclubnames(Database &db, const Progress &progress = {});
+
+enum class NameCut {
+    Whole, // the name as it is
+    Left,  // without its first word
+    Right, // without its last word
+};
+
+// A shorter name proposed for name: words are what lies between blanks, an
+// empty one included. A name of one or two words stays whole; a right cut
+// keeps the blank behind the word it ends at.
+QString nameproposal(const QString &name, NameCut cut);
+
+// Renames a club of vereine; an empty name is refused. One transaction.
+Result renameclub(Database &db, qint64 team, const QString &name);
+
+} // namespace zorbo

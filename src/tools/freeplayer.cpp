@@ -1,0 +1,55 @@
+#include "tools/freeplayer.h"
+
+#include "core/landneu.h"
+
+namespace zorbo {
+
+FreePlayer FreePlayer::read(const Statement &row)
+{
+    FreePlayer p;
+    p.id = row.integer(0);
+    p.name = row.text(1);
+    p.vorname = row.text(2);
+    p.land = row.text(3);
+    p.verein = row.text(4);
+    p.position = int(row.integer(5));
+    p.staerke = row.integer(6);
+    p.restspiele = row.integer(7);
+    p.rueckennummer = row.integer(8);
+    p.gesicht = row.integer(9);
+    p.hautfarbe = row.integer(10);
+    p.haarfarbe = row.integer(11);
+    return p;
+}
+
+QString initial(const QString &vorname)
+{
+    return vorname.left(1) + QLatin1Char('.');
+}
+
+void writefreeplayer(Database &db, qint64 nummer, const FreePlayer &player, Staerkegewinn &gain,
+                     QHash<QString, QString> &countries, bool withNumber)
+{
+    // A free player without a country keeps the one of the row he takes,
+    // rather than bringing a country without a name into the world.
+    QVariant nation;
+    if (!player.land.trimmed().isEmpty()) {
+        auto country = countries.constFind(player.land);
+        if (country == countries.constEnd())
+            country = countries.insert(player.land, landneu(db, player.land));
+        nation = *country;
+    }
+    const QString sql = QStringLiteral(
+        "UPDATE spieler SET NAME = ?1, VORNAME = ?2, \"Stärke\" = ?3, \"Max_Stärke\" = ?4, "
+        "NATION = coalesce(?5, NATION), ART = ?6, \"REST_EINSÄTZE\" = ?7, GESICHT = ?8, HAUTFARBE = ?9, HAARFARBE = ?10, "
+        "ERLERNT = '', GESPERRT = ''%1 "
+        "WHERE NUMMER = ?11");
+    Statement st = db.prepare(sql.arg(withNumber ? QStringLiteral(", RUECKENNUMMER = ?12") : QString()));
+    st.bindAll(player.name, initial(player.vorname), player.staerke, gain.maximum(double(player.staerke)), nation,
+               player.position, player.restspiele, player.gesicht, player.hautfarbe, player.haarfarbe, nummer);
+    if (withNumber)
+        st.bind(12, player.rueckennummer);
+    st.exec();
+}
+
+} // namespace zorbo

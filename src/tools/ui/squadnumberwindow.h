@@ -1,0 +1,41 @@
+#pragma once
+
+#include "tools/squadnumbers.h"
+
+#include <QDialog>
+
+class QComboBox;
+class QLineEdit;
+class QListWidget;
+class QPushButton;
+
+namespace zorbo {
+
+class Shell;
+
+// frmrueckennummer: finds the teams in which two players wear the same
+// squad number, lists a team's squad with the repeats marked, and gives a
+// player a new number by a double click and "Nummer speichern".
+class SquadNumberWindow : public QDialog {
+    Q_OBJECT
+public:
+    SquadNumberWindow(Shell &shell, QWidget *parent);
+
+private:
+    void search();
+    // Shows the chosen team's squad; a team whose first 20 lines show no
+    // repeat leaves the list, and the next one comes up.
+    void showteam();
+    void edit();
+    void save();
+
+    Shell &m_shell;
+    QPushButton *m_start;
+    QComboBox *m_teams;
+    QListWidget *m_players;
+    QLineEdit *m_number;
+    QPushButton *m_update;
+    QList<SquadLine> m_lines;
+};
+
+} // namespace zorbo
