@@ -18,16 +18,12 @@ namespace {
 
 // Opens the program folder's world, checks the number of arguments and runs
 // work with it; work prints and returns the exit code.
-int withWorld(Context &ctx, qsizetype arguments, const std::function<int(World &)> &work)
+int inworld(Context &ctx, qsizetype arguments, const std::function<int(World &)> &work)
 {
     if (ctx.args.size() != arguments)
         return ctx.fail(QStringLiteral("Falsche Zahl von Argumenten; »zorbo-cli --help« zeigt den Aufruf."));
-    const std::unique_ptr<World> world = openworld(ctx.dir, ctx.progress(QStringLiteral("Erstelle Transfermarkt")));
-    for (const QString &m : world->messages())
-        ctx.err << m << '\n';
-    if (!world->db())
-        return ctx.fail(QStringLiteral("Die Welt in %1 ist nicht bereit.").arg(QDir::toNativeSeparators(ctx.dir)));
-    return work(*world);
+    const std::unique_ptr<World> world = ctx.openworld();
+    return world ? work(*world) : 1;
 }
 
 int finish(Context &ctx, const Result &r)
@@ -49,7 +45,7 @@ std::optional<qint64> number(Context &ctx, int i, const QString &what)
 
 int marketfill(Context &ctx)
 {
-    return withWorld(ctx, 0, [&](World &world) {
+    return inworld(ctx, 0, [&](World &world) {
         const MarketFill fill =
             world.run([&](Database &db) { return spielera4_nach_tmarkt(db, ctx.progress(QStringLiteral("Speichere Spieler"))); });
         return finish(ctx, fill.result);
@@ -58,7 +54,7 @@ int marketfill(Context &ctx)
 
 int swapplayerscommand(Context &ctx)
 {
-    return withWorld(ctx, 2, [&](World &world) {
+    return inworld(ctx, 2, [&](World &world) {
         const auto p = number(ctx, 0, QStringLiteral("Die Spielernummer"));
         const auto q = p ? number(ctx, 1, QStringLiteral("Die Spielernummer")) : std::nullopt;
         if (!q)
@@ -69,7 +65,7 @@ int swapplayerscommand(Context &ctx)
 
 int swapfreecommand(Context &ctx)
 {
-    return withWorld(ctx, 2, [&](World &world) {
+    return inworld(ctx, 2, [&](World &world) {
         const auto id = number(ctx, 0, QStringLiteral("Die Nummer des freien Spielers"));
         const auto p = id ? number(ctx, 1, QStringLiteral("Die Spielernummer")) : std::nullopt;
         if (!p)
@@ -80,7 +76,7 @@ int swapfreecommand(Context &ctx)
 
 int checknumbers(Context &ctx)
 {
-    return withWorld(ctx, 0, [&](World &world) {
+    return inworld(ctx, 0, [&](World &world) {
         const QList<NamedTeam> teams = clubswithrepeats(*world.db(), ctx.progress(QStringLiteral("Suche Vereine")));
         if (teams.isEmpty())
             ctx.out << "Keine Fehler vorhanden\n";
@@ -95,7 +91,7 @@ int checknumbers(Context &ctx)
 
 int setnumber(Context &ctx)
 {
-    return withWorld(ctx, 2, [&](World &world) {
+    return inworld(ctx, 2, [&](World &world) {
         const auto p = number(ctx, 0, QStringLiteral("Die Spielernummer"));
         const auto n = p ? number(ctx, 1, QStringLiteral("Die Rückennummer")) : std::nullopt;
         if (!n)
@@ -106,7 +102,7 @@ int setnumber(Context &ctx)
 
 int checknames(Context &ctx)
 {
-    return withWorld(ctx, 0, [&](World &world) {
+    return inworld(ctx, 0, [&](World &world) {
         const QList<NamedTeam> teams = longclubnames(*world.db(), ctx.progress(QStringLiteral("Suche Vereine")));
         if (teams.isEmpty())
             ctx.out << "Keine Fehler vorhanden\n";
@@ -118,7 +114,7 @@ int checknames(Context &ctx)
 
 int renameclubcommand(Context &ctx)
 {
-    return withWorld(ctx, 2, [&](World &world) {
+    return inworld(ctx, 2, [&](World &world) {
         const auto n = number(ctx, 0, QStringLiteral("Die Vereinsnummer"));
         if (!n)
             return 1;
@@ -128,7 +124,7 @@ int renameclubcommand(Context &ctx)
 
 int assignpicturescommand(Context &ctx)
 {
-    return withWorld(ctx, 0, [&](World &world) {
+    return inworld(ctx, 0, [&](World &world) {
         const QString folder = world.settings().folder(ZorbospielerFolder);
         const PictureRun run = assignpictures(*world.db(), folder, systemDecimalSign(), {},
                                               ctx.progress(QStringLiteral("Ordne Bilder zu")));
@@ -148,14 +144,14 @@ int wipe(Context &ctx)
 {
     if (ctx.args.removeAll(QStringLiteral("--yes")) == 0)
         return ctx.fail(QStringLiteral("wipe löscht alle Vereine, Länder und Spieler; zur Bestätigung --yes angeben."));
-    return withWorld(ctx, 0, [&](World &world) {
+    return inworld(ctx, 0, [&](World &world) {
         return finish(ctx, world.run([&](Database &db) { return del_db(db, ctx.progress(QStringLiteral("Lösche"))); }));
     });
 }
 
 int compact(Context &ctx)
 {
-    return withWorld(ctx, 0, [&](World &world) { return finish(ctx, comp_db(world, ctx.progress(QStringLiteral("Komprimiere")))); });
+    return inworld(ctx, 0, [&](World &world) { return finish(ctx, comp_db(world, ctx.progress(QStringLiteral("Komprimiere")))); });
 }
 
 const bool registered =
