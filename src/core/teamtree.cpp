@@ -30,8 +30,8 @@ TeamTree load_dbteam(Database *db)
         return tree;
 
     Statement countries = db->prepare(QStringLiteral(
-        "SELECT DISTINCT NUMMER, NAME, KONTINENT, NATION FROM vereine_national ORDER BY NAME, NUMMER"));
-    Statement clubs = db->prepare(QStringLiteral("SELECT NUMMER, NAME FROM vereine WHERE samename(NATION, ?1) ORDER BY NAME, NUMMER"));
+        "SELECT DISTINCT NUMMER, NAME, KONTINENT, NATION FROM vereine_national ORDER BY NAME COLLATE deutsch, NUMMER"));
+    Statement clubs = db->prepare(QStringLiteral("SELECT NUMMER, NAME FROM vereine WHERE samename(NATION, ?1) ORDER BY NAME COLLATE deutsch, NUMMER"));
     while (countries.step()) {
         const QString key = QStringLiteral("L") + QString::number(countries.integer(0));
         const QString name = countries.text(1);
