@@ -1,0 +1,167 @@
+#include "core/problems.h"
+
+#include "core/problemsink.h"
+
+#include <algorithm>
+
+namespace zorbo {
+
+using detail::ProblemSink;
+
+namespace {
+
+// Squads, as vereinspieler holds them: the checks that look at more than one row.
+void checksquads(Database &db, ProblemSink &sink)
+{
+    Statement repeated = db.prepare(QStringLiteral(
+        "SELECT v.verein, s.RUECKENNUMMER, group_concat(s.NUMMER, ', ') FROM vereinspieler v "
+        "JOIN spieler s ON s.NUMMER = v.spieler WHERE v.verein > 0 "
+        "GROUP BY v.verein, s.RUECKENNUMMER HAVING count(*) > 1 ORDER BY v.verein, s.RUECKENNUMMER"));
+    while (repeated.step()) {
+        const qint64 team = repeated.integer(0);
+        sink.team(ProblemKind::RepeatedSquadNumber, team, sink.countries.contains(team), QStringLiteral("RUECKENNUMMER"),
+                  QStringLiteral("die Rückennummer %1 tragen die Spieler %2")
+                      .arg(repeated.isNull(1) ? QStringLiteral("(leer)") : QString::number(repeated.integer(1)),
+                           repeated.text(2)));
+    }
+
+    Statement noClub = db.prepare(QStringLiteral(
+        "SELECT NUMMER, VORNAME, NAME FROM spieler WHERE NUMMER NOT IN (SELECT spieler FROM vereinspieler) ORDER BY NUMMER"));
+    while (noClub.step())
+        sink.player(ProblemKind::PlayerInNoClub, noClub.integer(0), {},
+                    QStringLiteral("„%1 %2“ steht in keinem Kader").arg(noClub.text(1), noClub.text(2)));
+
+    Statement noPlayer = db.prepare(QStringLiteral(
+        "SELECT verein, spieler FROM vereinspieler WHERE spieler NOT IN (SELECT NUMMER FROM spieler) ORDER BY verein, spieler"));
+    while (noPlayer.step()) {
+        const qint64 team = noPlayer.integer(0);
+        sink.team(ProblemKind::SquadRowWithoutPlayer, team, sink.countries.contains(team), {},
+                  QStringLiteral("der Kader nennt den Spieler %1, den es nicht gibt").arg(noPlayer.integer(1)));
+    }
+
+    Statement twice = db.prepare(QStringLiteral(
+        "SELECT spieler, group_concat(verein, ', ') FROM vereinspieler GROUP BY spieler HAVING count(*) > 1 ORDER BY spieler"));
+    while (twice.step())
+        sink.player(ProblemKind::PlayerInTwoClubs, twice.integer(0), {},
+                    QStringLiteral("steht in mehreren Kadern: Teams %1").arg(twice.text(1)));
+
+    // Club squads, not the market's; a national team may be left without one.
+    Statement sizes = db.prepare(QStringLiteral(
+        "SELECT t.NUMMER, t.NAME, count(v.spieler) FROM vereine t LEFT JOIN vereinspieler v ON v.verein = t.NUMMER "
+        "WHERE t.NUMMER <> 0 GROUP BY t.NUMMER HAVING count(v.spieler) <> 20 ORDER BY t.NUMMER"));
+    while (sizes.step())
+        sink.team(ProblemKind::SquadSize, sizes.integer(0), false, {},
+                  QStringLiteral("Verein „%1“ hat %2 Spieler statt 20").arg(sizes.text(1)).arg(sizes.integer(2)));
+
+    Statement keepers = db.prepare(QStringLiteral(
+        "SELECT v.verein FROM vereinspieler v LEFT JOIN spieler s ON s.NUMMER = v.spieler WHERE v.verein <> 0 "
+        "GROUP BY v.verein HAVING coalesce(sum(s.ART = 0), 0) = 0 ORDER BY v.verein"));
+    while (keepers.step()) {
+        const qint64 team = keepers.integer(0);
+        sink.team(ProblemKind::NoGoalkeeper, team, sink.countries.contains(team), {},
+                  QStringLiteral("der Kader hat keinen Torwart"));
+    }
+}
+
+// The club a player's line opens: his first squad.
+void placeplayers(Database &db, ProblemSink &sink)
+{
+    const auto key = [&](qint64 team) {
+        return (sink.countries.contains(team) ? QStringLiteral("L") : QStringLiteral("T")) + QString::number(team);
+    };
+    QHash<qint64, qint64> clubOf;
+    const bool players = std::any_of(sink.problems.begin(), sink.problems.end(), [](const Problem &p) { return p.where.player >= 0; });
+    if (players) {
+        Statement squads = db.prepare(QStringLiteral("SELECT spieler, verein FROM vereinspieler ORDER BY rowid DESC"));
+        while (squads.step())
+            clubOf.insert(squads.integer(0), squads.integer(1));
+    }
+    for (Problem &p : sink.problems) {
+        if (p.where.player >= 0) {
+            const auto club = clubOf.constFind(p.where.player);
+            if (club != clubOf.constEnd())
+                p.teamKey = key(*club);
+        } else if (p.where.team >= 0) {
+            p.teamKey = key(p.where.team);
+        }
+    }
+}
+
+} // namespace
+
+bool iswarning(ProblemKind kind)
+{
+    return kind == ProblemKind::SquadSize || kind == ProblemKind::NoGoalkeeper;
+}
+
+QString problemheading(ProblemKind kind)
+{
+    switch (kind) {
+    case ProblemKind::LongClubName: return QStringLiteral("Vereinsnamen über 15 Zeichen");
+    case ProblemKind::RepeatedSquadNumber: return QStringLiteral("Doppelte Rückennummern");
+    case ProblemKind::NotCp1252: return QStringLiteral("Zeichen außerhalb von Codepage 1252");
+    case ProblemKind::BadColour: return QStringLiteral("Unlesbare Trikotfarben");
+    case ProblemKind::KitOutsideSet: return QStringLiteral("Trikots außerhalb des Trikotsatzes");
+    case ProblemKind::CrestMissing: return QStringLiteral("Wappen ohne Datei");
+    case ProblemKind::FaceMissing: return QStringLiteral("Gesichter ohne Bilder");
+    case ProblemKind::TalentOutside: return QStringLiteral("Talente außerhalb von 0 bis 52");
+    case ProblemKind::NullColumn: return QStringLiteral("Leere Spalten in Teams");
+    case ProblemKind::NumberTooLarge: return QStringLiteral("Nummern, die die Spieldateien nicht fassen");
+    case ProblemKind::PlayerInNoClub: return QStringLiteral("Spieler ohne Verein");
+    case ProblemKind::SquadRowWithoutPlayer: return QStringLiteral("Kaderzeilen ohne Spieler");
+    case ProblemKind::PlayerInTwoClubs: return QStringLiteral("Spieler in mehreren Vereinen");
+    case ProblemKind::ClubWithoutCountry: return QStringLiteral("Vereine ohne Land");
+    case ProblemKind::CountryWithoutContinent: return QStringLiteral("Länder ohne Kontinent");
+    case ProblemKind::SquadSize: return QStringLiteral("Warnung: Kader nicht mit 20 Spielern");
+    case ProblemKind::NoGoalkeeper: return QStringLiteral("Warnung: Kader ohne Torwart");
+    }
+    return {};
+}
+
+int ProblemReport::errors() const
+{
+    return int(std::count_if(problems.begin(), problems.end(), [](const Problem &p) { return !iswarning(p.kind); }));
+}
+
+int ProblemReport::warnings() const
+{
+    return int(problems.size()) - errors();
+}
+
+ProblemReport checkproblems(Database &db, const Settings &settings, const Progress &progress)
+{
+    ProblemReport report;
+    ProblemSink sink;
+    constexpr int steps = 4;
+    zorbo::report(progress, 0, steps);
+    detail::checkteamrows(db, settings, sink);
+    zorbo::report(progress, 1, steps);
+    detail::checkplayerrows(db, settings, sink);
+    zorbo::report(progress, 2, steps);
+    checksquads(db, sink);
+    zorbo::report(progress, 3, steps);
+    placeplayers(db, sink);
+    std::stable_sort(sink.problems.begin(), sink.problems.end(),
+                     [](const Problem &a, const Problem &b) { return a.kind < b.kind; });
+    report.problems = std::move(sink.problems);
+    zorbo::report(progress, steps, steps);
+    report.result = Result::success(report.problems.isEmpty()
+                                        ? QStringLiteral("Keine Probleme gefunden.")
+                                        : QStringLiteral("%1 Probleme, %2 Warnungen.").arg(report.errors()).arg(report.warnings()));
+    return report;
+}
+
+QStringList problemlines(const ProblemReport &report)
+{
+    QStringList lines;
+    for (qsizetype i = 0; i < report.problems.size(); ++i) {
+        const Problem &p = report.problems[i];
+        if (i == 0 || report.problems[i - 1].kind != p.kind)
+            lines << problemheading(p.kind) + QLatin1Char(':');
+        lines << QStringLiteral("  ") + p.where.toString();
+    }
+    lines << report.result.message;
+    return lines;
+}
+
+} // namespace zorbo
