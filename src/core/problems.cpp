@@ -87,6 +87,11 @@ void placeplayers(Database &db, ProblemSink &sink)
     }
 }
 
+QString counted(int n, const char *one, const char *many)
+{
+    return QString::number(n) + QLatin1Char(' ') + QString::fromUtf8(n == 1 ? one : many);
+}
+
 } // namespace
 
 bool iswarning(ProblemKind kind)
@@ -147,7 +152,8 @@ ProblemReport checkproblems(Database &db, const Settings &settings, const Progre
     zorbo::report(progress, steps, steps);
     report.result = Result::success(report.problems.isEmpty()
                                         ? QStringLiteral("Keine Probleme gefunden.")
-                                        : QStringLiteral("%1 Probleme, %2 Warnungen.").arg(report.errors()).arg(report.warnings()));
+                                        : QStringLiteral("%1, %2.").arg(counted(report.errors(), "Problem", "Probleme"),
+                                                                                   counted(report.warnings(), "Warnung", "Warnungen")));
     return report;
 }
 

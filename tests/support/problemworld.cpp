@@ -17,12 +17,24 @@ void touch(const QString &path)
 
 } // namespace
 
-Settings makecleanworld(Database &db, const QString &folder)
+Settings testsettings(const QString &folder)
 {
     Settings settings;
     settings.programFolder = folder;
     for (size_t i = 0; i < settings.verzeichnisse.size(); ++i)
         settings.verzeichnisse[i] = folder + QStringLiteral("/ordner%1/").arg(i);
+    return settings;
+}
+
+Settings makecleanworld(Database &db, const QString &folder)
+{
+    const Settings settings = testsettings(folder);
+    makecleanworld(db, settings);
+    return settings;
+}
+
+void makecleanworld(Database &db, const Settings &settings)
+{
     QDir().mkpath(settings.folder(GesichtFolder));
     QDir().mkpath(settings.folder(WappenFolder));
     for (int farbe : {0, 1})
@@ -45,7 +57,6 @@ Settings makecleanworld(Database &db, const QString &folder)
                100 + i, i == 0 ? 0 : 2, i + 1);
         db.run("INSERT INTO vereinspieler VALUES (10, ?1)", 100 + i);
     }
-    return settings;
 }
 
 void addeveryproblem(Database &db)
