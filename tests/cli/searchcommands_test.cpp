@@ -2,6 +2,7 @@
 #include "platform/database.h"
 #include "support/cli.h"
 #include "support/problemworld.h"
+#include "support/qstringprint.h"
 #include "support/testsupport.h"
 
 #include <gtest/gtest.h>
@@ -35,4 +36,16 @@ TEST(CliCheck, ExitsOneOnProblemsOnlyNotOnWarnings)
     EXPECT_EQ(failed.exitCode, 1);
     EXPECT_TRUE(failed.out.startsWith("Talente außerhalb von 0 bis 52:\n  Spieler 101, Feld ERLERNT: ")) << failed.out.toStdString();
     EXPECT_TRUE(failed.out.endsWith("1 Problem, 1 Warnung.\n"));
+}
+
+TEST(CliFind, PrintsTheHitsGroupedAndExitsOneOnNone)
+{
+    TempFolder dir;
+    ASSERT_EQ(runCli({"--dir", dir.path(), "init"}).exitCode, 0);
+    const CliRun found = runCli({"--dir", dir.path(), "find", "#17"});
+    EXPECT_EQ(found.exitCode, 0) << found.err.toStdString();
+    EXPECT_EQ(found.out, "Spieler:\n  S. 17 (#17) – TRANSFERMARKT, Sturm\n");
+    const CliRun none = runCli({"--dir", dir.path(), "find", "Zorbo", "Müller"});
+    EXPECT_EQ(none.exitCode, 1);
+    EXPECT_EQ(none.out, "Nichts gefunden.\n");
 }
