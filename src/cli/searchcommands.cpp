@@ -68,7 +68,7 @@ int find(Context &ctx)
     const std::unique_ptr<World> world = existingworld(ctx);
     if (!world)
         return 1;
-    const SearchIndex index(*world);
+    SearchIndex index(*world);
     const SearchResult result = index.find(ctx.args.join(QLatin1Char(' ')));
     printhits(ctx, QStringLiteral("Länder"), result.laender);
     printhits(ctx, QStringLiteral("Vereine"), result.vereine);

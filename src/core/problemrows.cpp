@@ -147,8 +147,19 @@ void walkteams(Database &db, const QString &table, bool country, const QSet<qint
 bool fitsCp1252Utf8(const unsigned char *text, int bytes)
 {
     for (int i = 0; i < bytes; ++i) {
-        if (text[i] >= 0x80)
-            return fitsCp1252(QString::fromUtf8(reinterpret_cast<const char *>(text), bytes));
+        if (text[i] < 0x80)
+            continue;
+        // U+00A0 to U+00FF (umlauts, ß, accents of Western Europe) stand at
+        // the same place in the code page; anything else is looked up.
+        if (text[i] == 0xC2 && i + 1 < bytes && text[i + 1] >= 0xA0 && text[i + 1] <= 0xBF) {
+            ++i;
+            continue;
+        }
+        if (text[i] == 0xC3 && i + 1 < bytes && text[i + 1] >= 0x80 && text[i + 1] <= 0xBF) {
+            ++i;
+            continue;
+        }
+        return fitsCp1252(QString::fromUtf8(reinterpret_cast<const char *>(text), bytes));
     }
     return true;
 }
@@ -194,15 +205,24 @@ void checkplayerrows(Database &db, const Settings &settings, ProblemSink &sink)
                             QStringLiteral("%1: das Gesicht %2 nennt Bilder, die es nicht gibt").arg(who()).arg(code));
         }
         for (int c : {5, 6}) {
-            const QString list = st.text(c);
+            const auto *raw = reinterpret_cast<const char *>(sqlite3_column_text(st.handle(), c));
+            const QByteArrayView list(raw, raw ? sqlite3_column_bytes(st.handle(), c) : 0);
             if (list.isEmpty())
                 continue;
-            for (const QString &piece : list.split(QLatin1Char(','))) {
-                bool ok = false;
-                const int t = piece.toInt(&ok);
-                if (!ok || t < 0 || t > 52) {
+            qsizetype from = 0;
+            while (from <= list.size()) {
+                qsizetype to = list.indexOf(',', from);
+                if (to < 0)
+                    to = list.size();
+                const QByteArrayView piece = list.sliced(from, to - from);
+                from = to + 1;
+                // "0" to "52", as the talent list writes them.
+                bool ok = !piece.isEmpty() && piece.size() <= 2;
+                for (char d : piece)
+                    ok = ok && d >= '0' && d <= '9';
+                if (!ok || piece.toInt() > 52) {
                     sink.player(ProblemKind::TalentOutside, nr, columns[c],
-                                QStringLiteral("%1: %2 ist kein Talent (0 bis 52)").arg(who(), quoted(piece)));
+                                QStringLiteral("%1: %2 ist kein Talent (0 bis 52)").arg(who(), quoted(QString::fromUtf8(piece))));
                     break;
                 }
             }

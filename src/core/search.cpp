@@ -1,5 +1,7 @@
 #include "core/search.h"
 
+#include <QHash>
+#include <sqlite3.h>
 #include <algorithm>
 
 namespace zorbo {
@@ -8,13 +10,11 @@ namespace {
 
 // The three tables are FTS5 tables with the trigram tokenizer: a query of
 // three characters or more finds its text anywhere in a name through the
-// index; shorter ones are a LIKE over the table. The rowid is the row's
+// index; shorter ones look through the table's texts. The rowid is the row's
 // NUMMER. The text is folded by searchfold before it goes in, as the query
 // is, because the trigram tokenizer of SQLite 3.40 keeps accents.
 const char *const tables[] = {"suche_laender", "suche_vereine", "suche_spieler"};
 
-// A run that changes more rows than this is followed by a rebuild, which
-// is quicker than looking up the rows one by one.
 constexpr int rowsForRebuild = 2000;
 
 QString foldchar(QChar c)
@@ -40,13 +40,16 @@ void create(Database &db)
                     .arg(QLatin1String(t)));
 }
 
-QString likepattern(const QString &folded)
+// suchtext(text): searchfold for statements; Null stays Null.
+void foldSql(sqlite3_context *context, int, sqlite3_value **argv)
 {
-    QString escaped = folded;
-    escaped.replace(QLatin1Char('\\'), QLatin1String("\\\\"))
-        .replace(QLatin1Char('%'), QLatin1String("\\%"))
-        .replace(QLatin1Char('_'), QLatin1String("\\_"));
-    return QLatin1Char('%') + escaped + QLatin1Char('%');
+    if (sqlite3_value_type(argv[0]) == SQLITE_NULL) {
+        sqlite3_result_null(context);
+        return;
+    }
+    const auto *text = reinterpret_cast<const char *>(sqlite3_value_text(argv[0]));
+    const QByteArray folded = searchfold(QString::fromUtf8(text, sqlite3_value_bytes(argv[0]))).toUtf8();
+    sqlite3_result_text(context, folded.constData(), int(folded.size()), SQLITE_TRANSIENT);
 }
 
 QString position(qint64 art)
@@ -59,129 +62,140 @@ QString position(qint64 art)
 
 QString searchfold(const QString &text)
 {
-    bool ascii = true;
-    for (QChar c : text)
-        ascii = ascii && c.unicode() < 0x80;
-    if (ascii)
-        return text.toLower();
+    // Names are mostly ASCII with a few accented letters; each letter
+    // beyond ASCII is folded once and remembered.
+    thread_local QHash<char16_t, QString> folded;
     QString out;
-    out.reserve(text.size());
+    out.reserve(text.size() + 4);
     for (QChar c : text) {
-        const QString special = foldchar(c);
-        out += special.isEmpty() ? QString(c) : special;
+        const char16_t u = c.unicode();
+        if (u < 0x80) {
+            out += QChar(u >= 'A' && u <= 'Z' ? u + 32 : u);
+            continue;
+        }
+        auto known = folded.constFind(u);
+        if (known == folded.constEnd()) {
+            QString f = foldchar(c);
+            if (f.isEmpty() && !c.isSurrogate()) {
+                for (QChar d : QString(c).normalized(QString::NormalizationForm_KD)) {
+                    if (d.category() != QChar::Mark_NonSpacing && d.category() != QChar::Mark_Enclosing
+                        && d.category() != QChar::Mark_SpacingCombining)
+                        f += d;
+                }
+                f = f.toCaseFolded();
+            } else if (f.isEmpty()) {
+                f = QString(c); // half of a pair: kept as it is
+            }
+            known = folded.insert(u, f);
+        }
+        out += *known;
     }
-    const QString decomposed = out.normalized(QString::NormalizationForm_KD);
-    QString plain;
-    plain.reserve(decomposed.size());
-    for (QChar c : decomposed) {
-        if (c.category() != QChar::Mark_NonSpacing && c.category() != QChar::Mark_Enclosing
-            && c.category() != QChar::Mark_SpacingCombining)
-            plain += c;
-    }
-    return plain.toCaseFolded();
+    return out;
 }
 
 SearchIndex::SearchIndex(World &world, QObject *parent) : QObject(parent), m_world(world)
 {
     connect(&world, &World::changed, this, &SearchIndex::update);
-    rebuild();
+    if (Database *db = world.db()) {
+        sqlite3_create_function_v2(db->handle(), "suchtext", 1, SQLITE_UTF8 | SQLITE_DETERMINISTIC, nullptr, foldSql,
+                                   nullptr, nullptr, nullptr);
+        create(*db);
+    }
 }
 
 SearchIndex::~SearchIndex() = default;
 
 void SearchIndex::rebuild()
 {
-    Database *db = m_world.db();
-    if (!db)
-        return;
-    Transaction tx(*db);
-    create(*db);
-    for (const char *t : tables)
-        db->exec(QStringLiteral("DELETE FROM temp.%1").arg(QLatin1String(t)));
-    putteams({});
-    putplayers({});
-    tx.commit();
-    m_ready = true;
+    m_dirtyTeams = m_dirtyPlayers = true;
+    refresh();
 }
 
-// Puts the rows of the numbers in anew, or all rows when numbers is empty.
+// Builds the parts that a large change left out of date; the first search
+// after a whole-world import pays for it, not the import.
+void SearchIndex::refresh()
+{
+    Database *db = m_world.db();
+    if (!db || (!m_dirtyTeams && !m_dirtyPlayers))
+        return;
+    Transaction tx(*db);
+    if (m_dirtyTeams)
+        db->exec(QStringLiteral(
+            "DELETE FROM temp.suche_laender; DELETE FROM temp.suche_vereine;"
+            "INSERT INTO temp.suche_laender (rowid, text) SELECT NUMMER, suchtext(NAME || char(10) || coalesce(NATION, '')) "
+            "FROM vereine_national;"
+            "INSERT INTO temp.suche_vereine (rowid, text) SELECT NUMMER, suchtext(NAME) FROM vereine"));
+    if (m_dirtyPlayers)
+        db->exec(QStringLiteral("DELETE FROM temp.suche_spieler;"
+                                "INSERT INTO temp.suche_spieler (rowid, text) SELECT NUMMER, suchtext(VORNAME || ' ' || NAME) FROM spieler"));
+    tx.commit();
+    m_dirtyTeams = m_dirtyPlayers = false;
+}
+
 void SearchIndex::putteams(const QList<qint64> &numbers)
 {
     Database &db = *m_world.db();
-    const QString where = numbers.isEmpty() ? QString() : QStringLiteral(" WHERE NUMMER = ?1");
-    Statement countries = db.prepare(QStringLiteral("SELECT NUMMER, NAME, NATION FROM vereine_national") + where);
-    Statement clubs = db.prepare(QStringLiteral("SELECT NUMMER, NAME FROM vereine") + where);
-    Statement putCountry = db.prepare(QStringLiteral("INSERT INTO temp.suche_laender (rowid, text) VALUES (?1, ?2)"));
-    Statement putClub = db.prepare(QStringLiteral("INSERT INTO temp.suche_vereine (rowid, text) VALUES (?1, ?2)"));
-    const auto walk = [&](qint64 number) {
-        if (!numbers.isEmpty()) {
-            db.run(QStringLiteral("DELETE FROM temp.suche_laender WHERE rowid = ?1"), number);
-            db.run(QStringLiteral("DELETE FROM temp.suche_vereine WHERE rowid = ?1"), number);
-            countries.bind(1, number);
-            clubs.bind(1, number);
-        }
-        while (countries.step()) {
-            const QString name = countries.text(1), nation = countries.text(2);
-            putCountry.bindAll(countries.integer(0), searchfold(nation.isEmpty() || nation == name ? name : name + QLatin1Char('\n') + nation));
-            putCountry.exec();
-        }
-        while (clubs.step()) {
-            putClub.bindAll(clubs.integer(0), searchfold(clubs.text(1)));
-            putClub.exec();
-        }
-        countries.reset();
-        clubs.reset();
-    };
-    if (numbers.isEmpty())
-        walk(0);
-    for (qint64 n : numbers)
-        walk(n);
+    for (qint64 n : numbers) {
+        db.run(QStringLiteral("DELETE FROM temp.suche_laender WHERE rowid = ?1"), n);
+        db.run(QStringLiteral("DELETE FROM temp.suche_vereine WHERE rowid = ?1"), n);
+        db.run(QStringLiteral("INSERT INTO temp.suche_laender (rowid, text) SELECT NUMMER, "
+                              "suchtext(NAME || char(10) || coalesce(NATION, '')) FROM vereine_national WHERE NUMMER = ?1"), n);
+        db.run(QStringLiteral("INSERT INTO temp.suche_vereine (rowid, text) SELECT NUMMER, suchtext(NAME) FROM vereine WHERE NUMMER = ?1"), n);
+    }
 }
 
 void SearchIndex::putplayers(const QList<qint64> &numbers)
 {
     Database &db = *m_world.db();
-    const QString where = numbers.isEmpty() ? QString() : QStringLiteral(" WHERE NUMMER = ?1");
-    Statement players = db.prepare(QStringLiteral("SELECT NUMMER, VORNAME, NAME FROM spieler") + where);
-    Statement put = db.prepare(QStringLiteral("INSERT INTO temp.suche_spieler (rowid, text) VALUES (?1, ?2)"));
-    const auto walk = [&](qint64 number) {
-        if (!numbers.isEmpty()) {
-            db.run(QStringLiteral("DELETE FROM temp.suche_spieler WHERE rowid = ?1"), number);
-            players.bind(1, number);
-        }
-        while (players.step()) {
-            put.bindAll(players.integer(0), searchfold(players.text(1) + QLatin1Char(' ') + players.text(2)));
-            put.exec();
-        }
-        players.reset();
-    };
-    if (numbers.isEmpty())
-        walk(0);
-    for (qint64 n : numbers)
-        walk(n);
+    for (qint64 n : numbers) {
+        db.run(QStringLiteral("DELETE FROM temp.suche_spieler WHERE rowid = ?1"), n);
+        db.run(QStringLiteral("INSERT INTO temp.suche_spieler (rowid, text) SELECT NUMMER, suchtext(VORNAME || ' ' || NAME) "
+                              "FROM spieler WHERE NUMMER = ?1"), n);
+    }
 }
 
 void SearchIndex::update(const Change &change)
 {
-    if (!m_world.db())
+    Database *db = m_world.db();
+    if (!db)
         return;
-    if (!m_ready || change.everything || change.teams.size() + change.players.size() > rowsForRebuild) {
-        rebuild();
+    if (change.everything && change.tables.isEmpty()) {
+        m_dirtyTeams = m_dirtyPlayers = true;
         return;
     }
-    Transaction tx(*m_world.db());
-    putteams(QList<qint64>(change.teams.begin(), change.teams.end()));
-    putplayers(QList<qint64>(change.players.begin(), change.players.end()));
+    // A run that cleared a table or changed many rows has its part built
+    // anew, which is quicker than looking up the rows one by one. A table
+    // cleared without a row told, and not filled again, shows as one whose
+    // rows the index counts otherwise.
+    const auto counted = [&](const char *table, const char *index) {
+        return db->scalar(QStringLiteral("SELECT count(*) FROM %1").arg(QLatin1String(table))).toLongLong()
+            != db->scalar(QStringLiteral("SELECT count(*) FROM temp.%1").arg(QLatin1String(index))).toLongLong();
+    };
+    const bool teamTables = change.tables.contains(QStringLiteral("vereine")) || change.tables.contains(QStringLiteral("vereine_national"));
+    const bool playerTable = change.tables.contains(QStringLiteral("spieler"));
+    if (teamTables ? change.everything || change.teams.size() > rowsForRebuild
+                   : change.everything && !m_dirtyTeams
+                         && (counted("vereine", "suche_vereine") || counted("vereine_national", "suche_laender")))
+        m_dirtyTeams = true;
+    if (playerTable ? change.everything || change.players.size() > rowsForRebuild
+                    : change.everything && !m_dirtyPlayers && counted("spieler", "suche_spieler"))
+        m_dirtyPlayers = true;
+    Transaction tx(*db);
+    if (!m_dirtyTeams)
+        putteams(QList<qint64>(change.teams.begin(), change.teams.end()));
+    if (!m_dirtyPlayers)
+        putplayers(QList<qint64>(change.players.begin(), change.players.end()));
     tx.commit();
 }
 
-SearchResult SearchIndex::find(const QString &text, int limit) const
+SearchResult SearchIndex::find(const QString &text, int limit)
 {
     SearchResult result;
     Database *db = m_world.db();
     const QString trimmed = text.trimmed();
-    if (!db || !m_ready || trimmed.isEmpty())
+    if (!db || trimmed.isEmpty())
         return result;
+    refresh();
 
     Statement clubOf = db->prepare(QStringLiteral(
         "SELECT v.verein, coalesce(t.NAME, n.NAME), n.NUMMER IS NOT NULL FROM vereinspieler v "
@@ -232,12 +246,16 @@ SearchResult SearchIndex::find(const QString &text, int limit) const
     // Three characters and more go through the trigram index as one phrase.
     const bool indexed = folded.size() >= 3;
     const QVariant value = indexed ? QVariant(QLatin1Char('"') + QString(folded).replace(QLatin1Char('"'), QLatin1String("\"\"")) + QLatin1Char('"'))
-                                   : QVariant(likepattern(folded));
+                                   : QVariant(folded);
     const auto match = [&](const char *table) {
-        // The first hits of the index, then in German order: sorting every
-        // match of a single letter would take longer than a keystroke.
-        return QStringLiteral("NUMMER IN (SELECT rowid FROM temp.%1 WHERE text %2 LIMIT ?2)")
-            .arg(QLatin1String(table), indexed ? QStringLiteral("MATCH ?1") : QStringLiteral("LIKE ?1 ESCAPE '\\'"));
+        // The first hits, then in German order: sorting every match of a
+        // single letter would take longer than a keystroke. Short texts are
+        // looked for in the FTS5 table's own store of the texts (its
+        // _content table, columns id and c0), five times quicker to walk
+        // than the table itself.
+        if (indexed)
+            return QStringLiteral("NUMMER IN (SELECT rowid FROM temp.%1 WHERE text MATCH ?1 LIMIT ?2)").arg(QLatin1String(table));
+        return QStringLiteral("NUMMER IN (SELECT id FROM temp.%1_content WHERE instr(c0, ?1) > 0 LIMIT ?2)").arg(QLatin1String(table));
     };
     result.laender = hitsOf(HitKind::Land, countrySql.arg(match(tables[0])), value);
     result.vereine = hitsOf(HitKind::Verein, clubSql.arg(match(tables[1])), value);

@@ -40,23 +40,27 @@ class SearchIndex : public QObject {
     Q_OBJECT
 
 public:
-    // Builds the index of the world's database (none when there is none).
+    // The index of the world's database (none when there is none), built at
+    // the first search.
     explicit SearchIndex(World &world, QObject *parent = nullptr);
     ~SearchIndex() override;
 
-    SearchResult find(const QString &text, int limit = 50) const;
+    // Brings parts a large change left out of date up to date first.
+    SearchResult find(const QString &text, int limit = 50);
 
-    // Builds all anew; the change notices call it when a run changed more
-    // than a few rows.
+    // Builds all anew, now.
     void rebuild();
 
 private:
     void update(const Change &change);
+    void refresh();
     void putteams(const QList<qint64> &numbers);
     void putplayers(const QList<qint64> &numbers);
 
     World &m_world;
-    bool m_ready = false;
+    // Parts that a large change left out of date, built at the next search.
+    bool m_dirtyTeams = true;
+    bool m_dirtyPlayers = true;
 };
 
 } // namespace zorbo

@@ -45,7 +45,7 @@ struct SearchWorld {
 TEST(Search, FindsWithoutRegardToCaseAccentsAndSpelling)
 {
     SearchWorld w;
-    const SearchIndex index(*w.world);
+    SearchIndex index(*w.world);
     EXPECT_EQ(names(index.find("muller").spieler), QStringList{"T. Müller"});
     EXPECT_EQ(names(index.find("MÜLLER").spieler), QStringList{"T. Müller"});
     EXPECT_EQ(names(index.find("koln").vereine), QStringList{"1. FC Köln"});
@@ -62,7 +62,7 @@ TEST(Search, FindsWithoutRegardToCaseAccentsAndSpelling)
 TEST(Search, FindsAnyPartOfANameAndGroupsHitsWithClubAndPosition)
 {
     SearchWorld w;
-    const SearchIndex index(*w.world);
+    SearchIndex index(*w.world);
     const SearchResult part = index.find("  ller ");
     EXPECT_EQ(names(part.spieler), (QStringList{"M. MUELLER", "T. Müller"})) << "in German order";
     ASSERT_EQ(part.spieler.size(), 2);
@@ -86,7 +86,7 @@ TEST(Search, FindsAnyPartOfANameAndGroupsHitsWithClubAndPosition)
 TEST(Search, FindsNumbers)
 {
     SearchWorld w;
-    const SearchIndex index(*w.world);
+    SearchIndex index(*w.world);
     const SearchResult r = index.find("#4321");
     EXPECT_EQ(names(r.vereine), QStringList{"Straßenbahn SV"});
     EXPECT_EQ(names(r.spieler), QStringList{"Š. Štefan"});
@@ -98,7 +98,7 @@ TEST(Search, FindsNumbers)
 TEST(Search, StaysCurrentWithEveryRun)
 {
     SearchWorld w;
-    const SearchIndex index(*w.world);
+    SearchIndex index(*w.world);
     w.world->run([](Database &db) {
         db.run("UPDATE spieler SET NAME = 'Schmidt' WHERE NUMMER = 5000");
         db.run("UPDATE vereine SET NAME = 'Austria Wien' WHERE NUMMER = 11");
