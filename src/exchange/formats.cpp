@@ -47,7 +47,7 @@ FileFormat configformat(ConfigKind kind)
             [&](Database &db) { return importconfig(db, request.path, kind, progress, encoding(request)); }));
     };
     f.write = [kind](World &world, const FormatRequest &request, const Progress &progress) {
-        return fromexchange(world.run([&](Database &db) { return exportconfig(db, request.path, kind, progress); }));
+        return fromexchange(world.run([&](Database &db) { return exportconfig(db, request.path, kind, progress, request.nearest); }));
     };
     return f;
 }
