@@ -80,7 +80,7 @@ void SearchField::typed(const QString &text)
     m_popup->setCurrentItem(nullptr);
     move(1);
     m_popup->setMinimumWidth(width());
-    m_popup->resize(std::max(width(), 420), 320);
+    m_popup->resize(std::max(width(), 420), std::min(320, m_popup->topLevelItemCount() * (fontMetrics().height() + 4) + 8));
     m_popup->move(mapToGlobal(QPoint(0, height())));
     m_popup->show();
 }

@@ -11,6 +11,8 @@
 #include <QAction>
 #include <QApplication>
 #include <QLineEdit>
+#include <QPainter>
+#include <QPixmap>
 #include <QTabWidget>
 #include <QTest>
 #include <QTreeWidget>
@@ -66,6 +68,18 @@ TEST(SearchField, TypingShowsGroupedHitsAndEnterOpensThem)
     w.findChild<QWidget *>("tvdb")->setFocus();
     QTest::keyClick(&w, Qt::Key_F, Qt::ControlModifier);
     EXPECT_TRUE(field->hasFocus());
+
+    const QString shot = qEnvironmentVariable("ZORBO_SCREENSHOT_DIR");
+    if (!shot.isEmpty()) {
+        QTest::keyClicks(field, "r");
+        // The list is a window of its own: drawn onto the main window where it stands.
+        QPixmap picture = w.grab();
+        QPainter painter(&picture);
+        painter.drawPixmap(w.mapFromGlobal(field->popup()->pos()), field->popup()->grab());
+        painter.end();
+        picture.save(shot + "/search.png");
+        field->clear();
+    }
 
     QTest::keyClicks(field, "rapid");
     QTreeWidget *popup = field->popup();
@@ -128,6 +142,8 @@ TEST(ProblemsPanel, ListsProblemsByKindAndAClickOpensTheClub)
     list->scrollToItem(line);
     QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, list->visualItemRect(line).center());
     EXPECT_EQ(w.shell().shownkey(), "T22");
+    if (const QString shot = qEnvironmentVariable("ZORBO_SCREENSHOT_DIR"); !shot.isEmpty())
+        w.grab().save(shot + "/problems.png");
 
     // The panel follows each change.
     w.shell().run([&](Database &db) {
