@@ -155,7 +155,19 @@ int main(int argc, char **argv)
         if (!r.result.ok)
             std::exit(1);
     });
-    const ProblemReport r = world->run([&](Database &d) { return checkproblems(d, world->settings()); });
+    // The phases of one check, as its progress tells them.
+    QElapsedTimer phase;
+    std::vector<double> phases;
+    phase.start();
+    const ProblemReport r = world->run([&](Database &d) {
+        return checkproblems(d, world->settings(), [&](qint64, qint64) {
+            phases.push_back(double(phase.nsecsElapsed()) / 1e6);
+            return true;
+        });
+    });
     std::printf("full problem check                  %8.1f ms (%d problems, %d warnings)\n", checked, r.errors(), r.warnings());
+    if (phases.size() == 5)
+        std::printf("  team rows %.1f ms, player rows %.1f ms, squads %.1f ms, placing and sorting %.1f ms\n",
+                    phases[1] - phases[0], phases[2] - phases[1], phases[3] - phases[2], phases[4] - phases[3]);
     return 0;
 }

@@ -6,6 +6,7 @@
 #include "platform/codepage.h"
 
 #include <QDir>
+#include <vector>
 #include <sqlite3.h>
 
 namespace zorbo::detail {
@@ -23,6 +24,29 @@ QString quoted(const QString &text)
 // around them allowed: what the kit reader splits.
 bool readablecolour(const QString &text)
 {
+    // Most colours are plain "r,g,b" with blanks: read without splitting.
+    // Anything else goes the long way.
+    int parts = 0, value = -1;
+    bool plainOk = true, ended = false;
+    for (QChar ch : text) {
+        const char16_t u = ch.unicode();
+        if (u >= '0' && u <= '9' && !ended) {
+            value = (value < 0 ? 0 : value * 10) + (u - '0');
+            plainOk = plainOk && value <= 255;
+        } else if (u == ',') {
+            plainOk = plainOk && value >= 0;
+            ++parts;
+            value = -1;
+            ended = false;
+        } else if (u == ' ') {
+            ended = value >= 0;
+        } else {
+            plainOk = false;
+            break;
+        }
+    }
+    if (plainOk && parts == 2 && value >= 0)
+        return true;
     QString plain = text;
     plain.remove(QLatin1Char('"'));
     const QStringList pieces = plain.split(QLatin1Char(','));
@@ -79,6 +103,16 @@ void walkteams(Database &db, const QString &table, bool country, const QSet<qint
     const int continentCol = st.columnIndex(QStringLiteral("KONTINENT"));
     const int crestCol = st.columnIndex(QStringLiteral("GRAFIK_NR"));
     const QSet<QString> shortForm = {QStringLiteral("NUMMER"), QStringLiteral("NAME"), QStringLiteral("GRAFIK_NR")};
+    struct Column {
+        QString name;
+        bool squad, text, shortForm, colour, kitArt;
+    };
+    std::vector<Column> cols;
+    for (const ColumnInfo &info : columns) {
+        const QString name = info.name.toUpper();
+        cols.push_back({name, name == QLatin1String("SPIELER"), info.isText(), shortForm.contains(name),
+                        name.startsWith(QLatin1String("F_")), name.endsWith(QLatin1String("TRIKOT_ART"))});
+    }
     while (st.step()) {
         const qint64 nr = st.integer(0);
         const QString name = st.text(nameCol);
@@ -89,23 +123,24 @@ void walkteams(Database &db, const QString &table, bool country, const QSet<qint
                           .arg(who).arg(nr).arg(numberMax));
         QStringList nulls;
         bool onlyShort = true;
-        for (int c = 0; c < columns.size(); ++c) {
-            const QString column = columns[c].name.toUpper();
-            if (column == QLatin1String("SPIELER"))
+        for (int c = 0; c < int(cols.size()); ++c) {
+            const Column &col = cols[size_t(c)];
+            const QString &column = col.name;
+            if (col.squad)
                 continue;
             if (st.isNull(c)) {
                 nulls << column;
                 continue;
             }
-            if (!shortForm.contains(column))
+            if (!col.shortForm)
                 onlyShort = false;
-            if (columns[c].isText())
+            if (col.text)
                 checktext(st, c, column, sink, false, nr, country);
-            if (column.startsWith(QLatin1String("F_")) && !readablecolour(st.text(c)))
+            if (col.colour && !readablecolour(st.text(c)))
                 sink.team(ProblemKind::BadColour, nr, country, column,
                           QStringLiteral("%1: die Farbe %2 ist nicht Rot, Grün, Blau (0 bis 255) mit Kommas getrennt")
                               .arg(who, quoted(st.text(c))));
-            if (column.endsWith(QLatin1String("TRIKOT_ART")) && !arts.contains(st.integer(c)))
+            if (col.kitArt && !arts.contains(st.integer(c)))
                 sink.team(ProblemKind::KitOutsideSet, nr, country, column,
                           QStringLiteral("%1: das Trikot %2 gibt es im Trikotsatz nicht").arg(who).arg(st.integer(c)));
         }
@@ -131,6 +166,7 @@ void walkteams(Database &db, const QString &table, bool country, const QSet<qint
                                                   : QStringLiteral("%1: %2 ist keiner der zwölf Kontinente")
                                                         .arg(who, quoted(continent)));
         } else if (nr != 0) {
+            sink.clubs.insert(nr, name);
             if (name.toUcs4().size() > 15)
                 sink.team(ProblemKind::LongClubName, nr, false, QStringLiteral("NAME"),
                           QStringLiteral("%1 hat %2 Zeichen, das Spiel nimmt höchstens 15").arg(who).arg(name.toUcs4().size()));
@@ -181,8 +217,10 @@ void checkplayerrows(Database &db, const Settings &settings, ProblemSink &sink)
                                QStringLiteral("NATION"), QStringLiteral("GESICHT"), QStringLiteral("ERLERNT"),
                                QStringLiteral("GESPERRT")};
     QHash<qint64, bool> faceKnown; // most players share a few face codes
+    sink.players.reserve(size_t(db.scalar(QStringLiteral("SELECT count(*) FROM spieler")).toLongLong()));
     while (st.step()) {
         const qint64 nr = st.integer(0);
+        sink.players.push_back(nr);
         const auto who = [&] { return QStringLiteral("Spieler %1").arg(quoted(st.text(2) + QLatin1Char(' ') + st.text(1))); };
         if (nr < 0 || nr > numberMax)
             sink.player(ProblemKind::NumberTooLarge, nr, columns[0],

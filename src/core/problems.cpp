@@ -10,59 +10,6 @@ using detail::ProblemSink;
 
 namespace {
 
-// Squads, as vereinspieler holds them: the checks that look at more than one row.
-void checksquads(Database &db, ProblemSink &sink)
-{
-    Statement repeated = db.prepare(QStringLiteral(
-        "SELECT v.verein, s.RUECKENNUMMER, group_concat(s.NUMMER, ', ') FROM vereinspieler v "
-        "JOIN spieler s ON s.NUMMER = v.spieler WHERE v.verein > 0 "
-        "GROUP BY v.verein, s.RUECKENNUMMER HAVING count(*) > 1 ORDER BY v.verein, s.RUECKENNUMMER"));
-    while (repeated.step()) {
-        const qint64 team = repeated.integer(0);
-        sink.team(ProblemKind::RepeatedSquadNumber, team, sink.countries.contains(team), QStringLiteral("RUECKENNUMMER"),
-                  QStringLiteral("die Rückennummer %1 tragen die Spieler %2")
-                      .arg(repeated.isNull(1) ? QStringLiteral("(leer)") : QString::number(repeated.integer(1)),
-                           repeated.text(2)));
-    }
-
-    Statement noClub = db.prepare(QStringLiteral(
-        "SELECT NUMMER, VORNAME, NAME FROM spieler WHERE NUMMER NOT IN (SELECT spieler FROM vereinspieler) ORDER BY NUMMER"));
-    while (noClub.step())
-        sink.player(ProblemKind::PlayerInNoClub, noClub.integer(0), {},
-                    QStringLiteral("„%1 %2“ steht in keinem Kader").arg(noClub.text(1), noClub.text(2)));
-
-    Statement noPlayer = db.prepare(QStringLiteral(
-        "SELECT verein, spieler FROM vereinspieler WHERE spieler NOT IN (SELECT NUMMER FROM spieler) ORDER BY verein, spieler"));
-    while (noPlayer.step()) {
-        const qint64 team = noPlayer.integer(0);
-        sink.team(ProblemKind::SquadRowWithoutPlayer, team, sink.countries.contains(team), {},
-                  QStringLiteral("der Kader nennt den Spieler %1, den es nicht gibt").arg(noPlayer.integer(1)));
-    }
-
-    Statement twice = db.prepare(QStringLiteral(
-        "SELECT spieler, group_concat(verein, ', ') FROM vereinspieler GROUP BY spieler HAVING count(*) > 1 ORDER BY spieler"));
-    while (twice.step())
-        sink.player(ProblemKind::PlayerInTwoClubs, twice.integer(0), {},
-                    QStringLiteral("steht in mehreren Kadern: Teams %1").arg(twice.text(1)));
-
-    // Club squads, not the market's; a national team may be left without one.
-    Statement sizes = db.prepare(QStringLiteral(
-        "SELECT t.NUMMER, t.NAME, count(v.spieler) FROM vereine t LEFT JOIN vereinspieler v ON v.verein = t.NUMMER "
-        "WHERE t.NUMMER <> 0 GROUP BY t.NUMMER HAVING count(v.spieler) <> 20 ORDER BY t.NUMMER"));
-    while (sizes.step())
-        sink.team(ProblemKind::SquadSize, sizes.integer(0), false, {},
-                  QStringLiteral("Verein „%1“ hat %2 Spieler statt 20").arg(sizes.text(1)).arg(sizes.integer(2)));
-
-    Statement keepers = db.prepare(QStringLiteral(
-        "SELECT v.verein FROM vereinspieler v LEFT JOIN spieler s ON s.NUMMER = v.spieler WHERE v.verein <> 0 "
-        "GROUP BY v.verein HAVING coalesce(sum(s.ART = 0), 0) = 0 ORDER BY v.verein"));
-    while (keepers.step()) {
-        const qint64 team = keepers.integer(0);
-        sink.team(ProblemKind::NoGoalkeeper, team, sink.countries.contains(team), {},
-                  QStringLiteral("der Kader hat keinen Torwart"));
-    }
-}
-
 // The club a player's line opens: his first squad.
 void placeplayers(Database &db, ProblemSink &sink)
 {
@@ -143,7 +90,7 @@ ProblemReport checkproblems(Database &db, const Settings &settings, const Progre
     zorbo::report(progress, 1, steps);
     detail::checkplayerrows(db, settings, sink);
     zorbo::report(progress, 2, steps);
-    checksquads(db, sink);
+    detail::checksquads(db, sink);
     zorbo::report(progress, 3, steps);
     placeplayers(db, sink);
     std::stable_sort(sink.problems.begin(), sink.problems.end(),

@@ -89,3 +89,24 @@ TEST(Problems, OnlyTheMarketsThreeValuesMakeAShortRecord)
     EXPECT_EQ(report.problems[0].where.team, 11);
     EXPECT_TRUE(report.problems[0].where.field.startsWith("KURZNAME, STAERKE")) << report.problems[0].where.field.toStdString();
 }
+
+TEST(Problems, ColourTextsAsTheKitReaderSplitsThem)
+{
+    NewWorld w;
+    const Settings settings = makecleanworld(w.db(), w.dir.path());
+    const QStringList readable = {"255,255,255", "  0,  0,  0", "\" 48, 48, 48\"", "1 ,2, 3"};
+    const QStringList unreadable = {"1 2,3,4", "256,0,0", "1,2", "1,2,3,4", "a,b,c", "-1,0,0", "1,,3", ""};
+    const QString columns[] = {"F_TRIKOT_SPIELER", "F_AUSW_TRIKOT_SPIELER", "F_ALTERN_TRIKOT_SPIELER", "F_HOSE_SPIELER",
+                               "F_AUSW_HOSE_SPIELER", "F_ALTERN_HOSE_SPIELER", "F_TRIKOT_WERBUNG", "F_HOSE_STREIFEN",
+                               "F_TRIKOT_TORWART", "F_HOSE_TORWART", "F_TRIKOT_TRAINER", "F_HOSE_TRAINER"};
+    for (int i = 0; i < readable.size() + unreadable.size(); ++i)
+        w.db().run(QString("UPDATE vereine SET %1 = ?1 WHERE NUMMER = 10").arg(columns[i % 12]),
+                   i < readable.size() ? readable[i] : unreadable[i - readable.size()]);
+    QStringList bad;
+    for (const Problem &p : checkproblems(w.db(), settings).problems) {
+        EXPECT_EQ(p.kind, ProblemKind::BadColour);
+        bad << p.where.field;
+    }
+    EXPECT_EQ(bad, (QStringList{"F_AUSW_HOSE_SPIELER", "F_ALTERN_HOSE_SPIELER", "F_TRIKOT_WERBUNG", "F_HOSE_STREIFEN",
+                                "F_TRIKOT_TORWART", "F_HOSE_TORWART", "F_TRIKOT_TRAINER", "F_HOSE_TRAINER"}));
+}
