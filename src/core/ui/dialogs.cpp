@@ -20,8 +20,10 @@ int Dialogs::choose(QWidget *parent, const QString &title, const QString &text, 
     QList<QAbstractButton *> added;
     for (const QString &caption : buttons)
         added << box.addButton(caption, added.isEmpty() ? QMessageBox::AcceptRole : QMessageBox::ActionRole);
-    if (!added.isEmpty())
+    if (!added.isEmpty()) {
         box.setDefaultButton(qobject_cast<QPushButton *>(added.first()));
+        box.setEscapeButton(added.last()); // Escape answers as the last button, mostly "Abbrechen"
+    }
     box.exec();
     return int(added.indexOf(box.clickedButton()));
 }
