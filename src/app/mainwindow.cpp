@@ -3,6 +3,8 @@
 #include "anstoss/ui/anstossmenus.h"
 #include "app/aboutdialog.h"
 #include "app/busy.h"
+#include "app/problemspanel.h"
+#include "app/searchfield.h"
 #include "core/defaultfolders.h"
 #include "core/teamlists.h"
 #include "core/ui/dialogs.h"
@@ -64,6 +66,8 @@ MainWindow::MainWindow(const QString &programFolder, Dialogs *dialogs)
     installresources(*m_shell);
     installanstoss(*m_shell);
     installtools(*m_shell);
+    installsearch(*m_shell);
+    installproblems(*m_shell);
 }
 
 MainWindow::~MainWindow() = default;

@@ -17,6 +17,7 @@ struct FormatRequest {
     qint64 team = -1;       // the club a team file is written from, or read over
     QString country{};      // the country a club read from a team file joins as a new club
     bool addToList = false; // crests: name the crests wa.lst lacks there
+    bool nearest = false;   // game files: text outside code page 1252 in its nearest letters
 };
 
 // Where a run of a file format works: the program folder's settings, and

@@ -39,12 +39,12 @@ TeamTree load_dbteam(Database *db)
     };
     QHash<QString, QList<Club>> clubsof;
     Statement clubs = db->prepare(QStringLiteral("SELECT NUMMER, NAME, NATION FROM vereine WHERE NATION IS NOT NULL "
-                                                 "ORDER BY NAME, NUMMER"));
+                                                 "ORDER BY NAME COLLATE deutsch, NUMMER"));
     while (clubs.step())
         clubsof[foldname(clubs.text(2))].append({clubs.integer(0), clubs.text(1)});
 
     Statement countries = db->prepare(QStringLiteral(
-        "SELECT DISTINCT NUMMER, NAME, KONTINENT, NATION FROM vereine_national ORDER BY NAME, NUMMER"));
+        "SELECT DISTINCT NUMMER, NAME, KONTINENT, NATION FROM vereine_national ORDER BY NAME COLLATE deutsch, NUMMER"));
     while (countries.step()) {
         const QString key = QStringLiteral("L") + QString::number(countries.integer(0));
         const QString name = countries.text(1);

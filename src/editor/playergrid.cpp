@@ -22,7 +22,7 @@ QList<GridPlayer> loadspielerliste(Database &db, qint64 team)
     Statement st = db.prepare(QStringLiteral(
         "SELECT nummer, name, vorname, \"stärke\", \"MAX_STÄRKE\", NATION, GROESSE, art, rueckennummer, "
         "\"REST_EINSÄTZE\", LIEBLINGSPOS_X, LIEBLINGSPOS_Y, verein, GESICHT, HAUTFARBE, HAARFARBE, ERLERNT, GESPERRT "
-        "FROM spielerinvereine WHERE verein = ?1 ORDER BY art, name, vorname"));
+        "FROM spielerinvereine WHERE verein = ?1 ORDER BY art, name COLLATE deutsch, vorname COLLATE deutsch"));
     st.bind(1, team);
     const auto integer = [&](int c) { return st.isNull(c) ? std::optional<qint64>() : st.integer(c); };
     const auto real = [&](int c) { return st.isNull(c) ? std::optional<double>() : st.real(c); };

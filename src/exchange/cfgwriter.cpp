@@ -4,6 +4,7 @@
 #include "generated/version.h"
 #include "platform/codepage.h"
 #include "platform/fileerror.h"
+#include "platform/nearestletter.h"
 #include "platform/numbers.h"
 #include "platform/safefile.h"
 
@@ -11,12 +12,18 @@
 
 namespace zorbo {
 
-namespace {
-
-bool encode(const QString &text, QByteArray &out, QString *problem)
+bool CfgWriter::encode(const QString &text, QString *problem, const Finding &place)
 {
+    QByteArray &out = m_bytes;
     int bad = -1;
-    const std::optional<QByteArray> encoded = toCp1252(text, &bad);
+    std::optional<QByteArray> encoded = toCp1252(text, &bad);
+    if (!encoded && m_nearest) {
+        const QString nearest = nearestcp1252(text);
+        encoded = toCp1252(nearest);
+        Finding replaced = place;
+        replaced.text = QStringLiteral("„%1“ als „%2“ geschrieben").arg(text, nearest);
+        m_replaced << replaced;
+    }
     if (!encoded) {
         *problem = QStringLiteral("das Zeichen »%1« gibt es in der Zeichentabelle der Spieldateien (Windows-1252) nicht.")
                        .arg(text.mid(bad, text.at(bad).isHighSurrogate() ? 2 : 1));
@@ -30,19 +37,17 @@ bool encode(const QString &text, QByteArray &out, QString *problem)
     return true;
 }
 
-} // namespace
-
 void CfgWriter::text(const QString &text, const QString &what, const Finding &place)
 {
     QString problem;
-    if (!encode(text, m_bytes, &problem)) {
+    if (!encode(text, &problem, place)) {
         Finding where = place;
         where.text = problem;
         throw Fault(what + QStringLiteral(": ") + problem, where);
     }
 }
 
-bool CfgWriter::columnText(const Statement &row, int column, QString *problem)
+bool CfgWriter::columnText(const Statement &row, int column, QString *problem, const Finding &place)
 {
     const auto *data = reinterpret_cast<const char *>(sqlite3_column_text(row.handle(), column));
     const int size = sqlite3_column_bytes(row.handle(), column);
@@ -53,7 +58,7 @@ bool CfgWriter::columnText(const Statement &row, int column, QString *problem)
         m_bytes.append(data, size);
         return true;
     }
-    return encode(QString::fromUtf8(data, size), m_bytes, problem);
+    return encode(QString::fromUtf8(data, size), problem, place);
 }
 
 void CfgWriter::line(const QString &text, const QString &what, const Finding &place)

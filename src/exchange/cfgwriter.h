@@ -28,14 +28,24 @@ public:
     void text(const QString &text, const QString &what, const Finding &place = {});
     // The text of a column, checked as in line(); false with the reason in
     // *problem, so that callers build their message only when it is needed.
-    bool columnText(const Statement &row, int column, QString *problem);
+    bool columnText(const Statement &row, int column, QString *problem, const Finding &place = {});
+
+    // Writes text outside code page 1252 with the nearest letters of the
+    // code page instead of refusing it; each text so written is told in
+    // replacements(), at its place.
+    void setnearest(bool on) { m_nearest = on; }
+    const QList<Finding> &replacements() const { return m_replaced; }
 
     Result save();
     const QByteArray &data() const { return m_bytes; }
 
 private:
+    bool encode(const QString &text, QString *problem, const Finding &place);
+
     QString m_path;
     QByteArray m_bytes;
+    bool m_nearest = false;
+    QList<Finding> m_replaced;
 };
 
 // ";Datenexport vom " and the date and time in the German general form.

@@ -50,9 +50,11 @@ ExchangeResult importconfig(Database &db, const QString &path, ConfigKind kind, 
                                      : importplayersrun(db, path, progress, encoding);
 }
 
-ExchangeResult exportconfig(Database &db, const QString &path, ConfigKind kind, const Progress &progress)
+ExchangeResult exportconfig(Database &db, const QString &path, ConfigKind kind, const Progress &progress, bool nearest)
 {
-    return kind == ConfigKind::Teams ? exportvereine(db, path, progress) : exportspieler(db, path, progress);
+    const QDateTime now = QDateTime::currentDateTime();
+    return kind == ConfigKind::Teams ? exportvereine(db, path, progress, now, nearest)
+                                     : exportspieler(db, path, progress, now, nearest);
 }
 
 } // namespace zorbo

@@ -24,7 +24,10 @@ enum class ConfigKind { Teams, Players };
 
 ExchangeResult importconfig(Database &db, const QString &path, ConfigKind kind, const Progress &progress = {},
                               FileEncoding encoding = FileEncoding::Detect);
-// Writes 1_tm.cfg (teams) or 1_sp.cfg (players) with the current date.
-ExchangeResult exportconfig(Database &db, const QString &path, ConfigKind kind, const Progress &progress = {});
+// Writes 1_tm.cfg (teams) or 1_sp.cfg (players) with the current date;
+// with nearest, text outside code page 1252 goes out in its nearest letters
+// and each such text is a finding.
+ExchangeResult exportconfig(Database &db, const QString &path, ConfigKind kind, const Progress &progress = {},
+                            bool nearest = false);
 
 } // namespace zorbo

@@ -47,7 +47,8 @@ FileFormat configformat(ConfigKind kind)
             [&](Database &db) { return importconfig(db, request.path, kind, progress, encoding(request)); }));
     };
     f.write = [kind](const FormatPlace &place, const FormatRequest &request, const Progress &progress) {
-        return fromexchange(place.world->run([&](Database &db) { return exportconfig(db, request.path, kind, progress); }));
+        return fromexchange(
+            place.world->run([&](Database &db) { return exportconfig(db, request.path, kind, progress, request.nearest); }));
     };
     return f;
 }

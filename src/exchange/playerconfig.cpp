@@ -138,7 +138,7 @@ QString sp_header(Database &db, const QDateTime &now)
         + (last.isNull() ? QString() : QString::number(last.toLongLong())) + crlf;
 }
 
-ExchangeResult exportspieler(Database &db, const QString &path, const Progress &progress, const QDateTime &now)
+ExchangeResult exportspieler(Database &db, const QString &path, const Progress &progress, const QDateTime &now, bool nearest)
 {
     return runtransaction(db, QStringLiteral("Export nach %1 abgebrochen").arg(path), [&] {
         ExchangeResult result;
@@ -150,6 +150,7 @@ ExchangeResult exportspieler(Database &db, const QString &path, const Progress &
                                + QByteArray(std::max<int>(0, nameWidth - int(upper.size())), ' '));
         }
         CfgWriter out(path);
+        out.setnearest(nearest);
         out.head(sp_header(db, now));
         const qint64 total = db.scalar(QStringLiteral("SELECT count(*) FROM spieler")).toLongLong();
         Statement st = db.prepare(QStringLiteral("SELECT * FROM spieler ORDER BY NUMMER"));
@@ -166,7 +167,7 @@ ExchangeResult exportspieler(Database &db, const QString &path, const Progress &
                     QString problem;
                     if (!bareColumn(c))
                         out.bytes("\"");
-                    if (!out.columnText(st, c, &problem))
+                    if (!out.columnText(st, c, &problem, Finding{.field = field, .player = number}))
                         throw Fault(QStringLiteral("Spieler %1, Feld %2: %3").arg(number).arg(field, problem),
                                     Finding{.text = problem, .field = field, .player = number});
                     if (!bareColumn(c))
@@ -188,6 +189,7 @@ ExchangeResult exportspieler(Database &db, const QString &path, const Progress &
             }
         }
         result.result = out.save();
+        result.findings << out.replacements();
         if (result.ok())
             result.result.message = QStringLiteral("%1 Spieler nach %2 geschrieben.").arg(result.players).arg(path);
         return result;

@@ -13,7 +13,7 @@ QString sp_header(Database &db, const QDateTime &now);
 
 // Writes all players into a new 1_sp.cfg, 17 lines each.
 ExchangeResult exportspieler(Database &db, const QString &path, const Progress &progress = {},
-                             const QDateTime &now = QDateTime::currentDateTime());
+                             const QDateTime &now = QDateTime::currentDateTime(), bool nearest = false);
 
 // Reads a 1_sp.cfg into spieler: the 17 lines after each NEUER_SPIELER, by
 // position, whatever they hold. A player number that comes twice keeps its

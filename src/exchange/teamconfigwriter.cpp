@@ -120,11 +120,12 @@ QString tm_player(Database &db, qint64 team)
     return QString::fromLatin1(squads.line(team));
 }
 
-ExchangeResult exportvereine(Database &db, const QString &path, const Progress &progress, const QDateTime &now)
+ExchangeResult exportvereine(Database &db, const QString &path, const Progress &progress, const QDateTime &now, bool nearest)
 {
     return runtransaction(db, QStringLiteral("Export nach %1 abgebrochen").arg(path), [&] {
         ExchangeResult result;
         CfgWriter out(path);
+        out.setnearest(nearest);
         out.head(tm_header(db, now));
         const qint64 total = db.scalar(QStringLiteral("SELECT (SELECT count(*) FROM vereine) + "
                                                       "(SELECT count(*) FROM vereine_national)"))
@@ -143,6 +144,7 @@ ExchangeResult exportvereine(Database &db, const QString &path, const Progress &
         result.nationalTeams = writeTable(db, out, QStringLiteral("vereine_national"), QStringLiteral("Nationalteam"), squads,
                                           result.findings, rowDone);
         result.result = out.save();
+        result.findings << out.replacements();
         if (result.ok())
             result.result.message = QStringLiteral("%1 Vereine und %2 Nationalteams nach %3 geschrieben.")
                                         .arg(result.teams)

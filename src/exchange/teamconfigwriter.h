@@ -18,6 +18,6 @@ QString tm_player(Database &db, qint64 team);
 // Writes all clubs, then all national teams, into a new 1_tm.cfg. Null
 // columns get no line, so the transfer market goes out as the short record.
 ExchangeResult exportvereine(Database &db, const QString &path, const Progress &progress = {},
-                             const QDateTime &now = QDateTime::currentDateTime());
+                             const QDateTime &now = QDateTime::currentDateTime(), bool nearest = false);
 
 } // namespace zorbo

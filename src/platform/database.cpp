@@ -1,5 +1,6 @@
 #include "platform/database.h"
 
+#include "platform/germanorder.h"
 #include "platform/names.h"
 
 #include <sqlite3.h>
@@ -195,6 +196,8 @@ Database::Database(const QString &path) : m_path(path)
     int rc = sqlite3_open_v2(name.constData(), &m_db, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE, nullptr);
     if (rc == SQLITE_OK)
         rc = registernamefunctions(m_db);
+    if (rc == SQLITE_OK)
+        rc = registergermanorder(m_db);
     if (rc != SQLITE_OK) {
         const QString detail = QStringLiteral("open %1: %2").arg(path, QString::fromUtf8(sqlite3_errmsg(m_db)));
         sqlite3_close(m_db);

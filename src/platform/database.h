@@ -98,7 +98,8 @@ using UpdateHook = std::function<void(RowChange change, const char *table, qint6
 class Database {
 public:
     // Opens (or creates) the file. Throws DbError when it cannot be opened.
-    // Every connection knows the SQL function samename() of platform/names.h.
+    // Every connection knows the SQL function samename() of platform/names.h
+    // and the collation deutsch of platform/germanorder.h.
     explicit Database(const QString &path);
     ~Database();
     Database(const Database &) = delete;

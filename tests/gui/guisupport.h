@@ -28,6 +28,12 @@ public:
         asked << title + QLatin1Char('|') + text;
         return answer;
     }
+    int choice = 0; // for questions with buttons of their own: the default button
+    int choose(QWidget *, const QString &title, const QString &text, const QStringList &buttons) override
+    {
+        asked << title + QLatin1Char('|') + text + QLatin1Char('|') + buttons.join(QLatin1Char('/'));
+        return choice;
+    }
     void information(QWidget *, const QString &title, const QString &text) override { asked << title + QLatin1Char('|') + text; }
     void warning(QWidget *, const QString &title, const QString &text) override { asked << title + QLatin1Char('|') + text; }
     // A run's outcome: its message, then one line per finding.

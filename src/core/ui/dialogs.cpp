@@ -4,6 +4,7 @@
 
 #include <QFileDialog>
 #include <QMessageBox>
+#include <QPushButton>
 
 namespace zorbo {
 
@@ -11,6 +12,20 @@ bool Dialogs::question(QWidget *parent, const QString &title, const QString &tex
 {
     return QMessageBox::question(parent, title, text, QMessageBox::Yes | QMessageBox::No, QMessageBox::No)
            == QMessageBox::Yes;
+}
+
+int Dialogs::choose(QWidget *parent, const QString &title, const QString &text, const QStringList &buttons)
+{
+    QMessageBox box(QMessageBox::Question, title, text, QMessageBox::NoButton, parent);
+    QList<QAbstractButton *> added;
+    for (const QString &caption : buttons)
+        added << box.addButton(caption, added.isEmpty() ? QMessageBox::AcceptRole : QMessageBox::ActionRole);
+    if (!added.isEmpty()) {
+        box.setDefaultButton(qobject_cast<QPushButton *>(added.first()));
+        box.setEscapeButton(added.last()); // Escape answers as the last button, mostly "Abbrechen"
+    }
+    box.exec();
+    return int(added.indexOf(box.clickedButton()));
 }
 
 void Dialogs::information(QWidget *parent, const QString &title, const QString &text)

@@ -15,6 +15,10 @@ public:
     virtual ~Dialogs() = default;
     // A Yes/No question with No as the default button; true on Yes.
     virtual bool question(QWidget *parent, const QString &title, const QString &text);
+    // A question with buttons of its own, the first the default, the last
+    // the one Escape presses; the index of the button chosen, -1 when the
+    // box is closed otherwise.
+    virtual int choose(QWidget *parent, const QString &title, const QString &text, const QStringList &buttons);
     virtual void information(QWidget *parent, const QString &title, const QString &text);
     virtual void warning(QWidget *parent, const QString &title, const QString &text);
     // The outcome of a run: its message, and all its findings in a list the

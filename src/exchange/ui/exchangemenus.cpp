@@ -1,11 +1,13 @@
 #include "exchange/ui/exchangemenus.h"
 
+#include "core/problems.h"
 #include "core/settings.h"
 #include "core/ui/dialogs.h"
 #include "core/ui/shell.h"
 #include "exchange/formats.h"
 #include "exchange/ui/opendialog.h"
 
+#include <QAction>
 #include <QWidget>
 
 namespace zorbo {
@@ -70,6 +72,29 @@ void importconfigfile(Shell &shell)
         tell(shell, QStringLiteral("Import"), *run);
 }
 
+// Before an export: the world's problems. False when the user would rather
+// not export now (and perhaps look at the problems first).
+bool exportdespiteproblems(Shell &shell)
+{
+    const Settings &settings = shell.settings();
+    ProblemReport report;
+    {
+        const auto busy = shell.busy(QStringLiteral("Prüfe die Welt..."));
+        const Progress progress = busy->progress();
+        report = shell.run([&](Database &db) { return checkproblems(db, settings, progress); });
+    }
+    if (!report.result.ok || report.errors() == 0)
+        return report.result.ok;
+    const int answer = shell.dialogs().choose(
+        shell.window(), QStringLiteral("Export"), QStringLiteral("%1 Probleme gefunden. Trotzdem exportieren?").arg(report.errors()),
+        {QStringLiteral("Exportieren"), QStringLiteral("Probleme anzeigen"), QStringLiteral("Abbrechen")});
+    if (answer == 1) {
+        if (QAction *panel = shell.entry(QStringLiteral("mnutoolitem(8)")))
+            panel->trigger();
+    }
+    return answer == 0;
+}
+
 void exportconfigfile(Shell &shell)
 {
     if (!shell.db())
@@ -78,13 +103,18 @@ void exportconfigfile(Shell &shell)
     const QString file = shell.dialogs().savefile(shell.window(), QStringLiteral("Zorbo Config exportieren"),
                                                   shell.settings().folder(ZorboconfigFolder),
                                                   formatfilters(configformats()), &filter);
-    if (file.isEmpty())
+    if (file.isEmpty() || !exportdespiteproblems(shell))
         return;
     const FileFormat &format = *configformats().value(filter, configformats().first());
     FormatRun run;
     {
         const auto busy = shell.busy(format.writing);
-        run = format.write(FormatPlace{shell.settings(), shell.world()}, {file}, busy->progress());
+        // What code page 1252 can't hold goes out in its nearest letters,
+        // each such text told in the closing message.
+        FormatRequest request;
+        request.path = file;
+        request.nearest = true;
+        run = format.write(FormatPlace{shell.settings(), shell.world()}, request, busy->progress());
     }
     tell(shell, QStringLiteral("Export"), run);
 }

@@ -1,4 +1,4 @@
-#include "editor/facecode.h"
+#include "core/facecode.h"
 
 namespace zorbo {
 

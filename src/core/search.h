@@ -1,0 +1,66 @@
+#pragma once
+
+#include "core/world.h"
+
+#include <QList>
+#include <QObject>
+#include <QString>
+
+namespace zorbo {
+
+// A name as the search compares it: lower case, without accents, ß as ss,
+// the letters that carry no accent of their own (ł, ø, æ) as the plain
+// letters a German reader types for them. "Štefan Müller-Straße" is
+// "stefan muller-strasse".
+QString searchfold(const QString &text);
+
+enum class HitKind { Land, Verein, Spieler };
+
+struct SearchHit {
+    HitKind kind = HitKind::Land;
+    qint64 number = 0; // the row's NUMMER
+    QString text;      // the name as shown: country, club, or "Vorname Name"
+    QString detail;    // a player's club and position, as "FC Test, Tor"
+    // The tree's key of the node to open: "L<n>" a country, "T<n>" a club, for
+    // a player his (first) club; empty when the player is in none.
+    QString teamKey;
+};
+
+struct SearchResult {
+    QList<SearchHit> laender, vereine, spieler; // each at most the limit, by name
+    bool isEmpty() const { return laender.isEmpty() && vereine.isEmpty() && spieler.isEmpty(); }
+};
+
+// The search over the names of countries, clubs and players, kept in
+// temporary tables of the world's connection (nothing goes into the file)
+// and brought up to date from the world's change notices. A text finds
+// every name that holds it anywhere, without regard to case and accents;
+// "#1234" finds the rows numbered 1234.
+class SearchIndex : public QObject {
+    Q_OBJECT
+
+public:
+    // The index of the world's database (none when there is none), built at
+    // the first search.
+    explicit SearchIndex(World &world, QObject *parent = nullptr);
+    ~SearchIndex() override;
+
+    // Brings parts a large change left out of date up to date first.
+    SearchResult find(const QString &text, int limit = 50);
+
+    // Builds all anew, now.
+    void rebuild();
+
+private:
+    void update(const Change &change);
+    void refresh();
+    void putteams(const QList<qint64> &numbers);
+    void putplayers(const QList<qint64> &numbers);
+
+    World &m_world;
+    // Parts that a large change left out of date, built at the next search.
+    bool m_dirtyTeams = true;
+    bool m_dirtyPlayers = true;
+};
+
+} // namespace zorbo

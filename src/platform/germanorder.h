@@ -1,0 +1,21 @@
+#pragma once
+
+#include <QStringView>
+
+struct sqlite3;
+
+namespace zorbo {
+
+// Names sort as a German reader expects: umlauts beside their plain letters
+// ("Österreich" between "Niederlande" and "Polen", "Ärmel" beside "Armel"),
+// ß as ss, and case only breaks ties, so it never splits a list. Texts the
+// rule holds equal but that differ in any way still get a fixed order (by
+// their UTF-16 code units), so that a sort is the same on every run.
+// Returns < 0, 0 or > 0.
+int germancompare(QStringView a, QStringView b);
+
+// Registers the collation "deutsch" on a connection, for statements that
+// sort names: "ORDER BY NAME COLLATE deutsch". Returns SQLite's result code.
+int registergermanorder(sqlite3 *db);
+
+} // namespace zorbo

@@ -1,0 +1,54 @@
+// "Export..." of the configuration asks first when the world has problems.
+#include "app/mainwindow.h"
+#include "core/ui/shell.h"
+#include "guisupport.h"
+#include "support/testsupport.h"
+
+#include <QAction>
+#include <QFile>
+#include <gtest/gtest.h>
+
+using namespace zorbo;
+using zorbo::test::ScriptedDialogs;
+using zorbo::test::TempFolder;
+
+TEST(ExportQuestion, ThreeAnswers)
+{
+    TempFolder dir;
+    ScriptedDialogs dialogs;
+    MainWindow w(dir.path(), &dialogs);
+    w.formload();
+    int panelShown = 0;
+    w.shell().handle("mnutoolitem(8)", [&] { ++panelShown; });
+    w.db()->exec("UPDATE spieler SET NAME = 'Łukasz' WHERE NUMMER = 3");
+    dialogs.file = dir.file("1_sp.cfg");
+    dialogs.filter = 1;
+    const QString question = "Export|1 Probleme gefunden. Trotzdem exportieren?|Exportieren/Probleme anzeigen/Abbrechen";
+
+    dialogs.choice = 2; // Abbrechen
+    w.action("mnuexportitem(0)")->trigger();
+    EXPECT_EQ(dialogs.asked.last(), question);
+    EXPECT_FALSE(QFile::exists(dialogs.file));
+    EXPECT_EQ(panelShown, 0);
+
+    dialogs.choice = 1; // Probleme anzeigen
+    w.action("mnuexportitem(0)")->trigger();
+    EXPECT_EQ(dialogs.asked.last(), question);
+    EXPECT_FALSE(QFile::exists(dialogs.file));
+    EXPECT_EQ(panelShown, 1);
+
+    dialogs.choice = 0; // Exportieren
+    w.action("mnuexportitem(0)")->trigger();
+    EXPECT_TRUE(QFile::exists(dialogs.file));
+    EXPECT_TRUE(dialogs.asked.last().startsWith("Export|1700 Spieler nach")) << dialogs.asked.last().toStdString();
+    EXPECT_TRUE(dialogs.asked.last().endsWith("\nSpieler 3, Feld NAME: „Łukasz“ als „Lukasz“ geschrieben"))
+        << dialogs.asked.last().toStdString();
+    EXPECT_EQ(w.db()->scalar("SELECT NAME FROM spieler WHERE NUMMER = 3").toString(), "Łukasz");
+
+    // A world without problems is exported without the question.
+    w.db()->exec("UPDATE spieler SET NAME = 'Lukas' WHERE NUMMER = 3");
+    const qsizetype asked = dialogs.asked.size();
+    w.action("mnuexportitem(0)")->trigger();
+    ASSERT_EQ(dialogs.asked.size(), asked + 2) << "the file, then the outcome";
+    EXPECT_TRUE(dialogs.asked.last().startsWith("Export|1700 Spieler nach")) << dialogs.asked.last().toStdString();
+}
