@@ -40,7 +40,10 @@ void checksquads(Database &db, ProblemSink &sink)
     while (rows.step()) {
         const qint64 team = rows.integer(0), player = rows.integer(1);
         const bool exists = rows.integer(2) != 0;
-        if (const auto first = firstTeam.constFind(player); first != firstTeam.constEnd()) {
+        // A national team calls up players of the clubs; only two clubs
+        // (the market counting as one) are one too many.
+        if (sink.countries.contains(team)) {
+        } else if (const auto first = firstTeam.constFind(player); first != firstTeam.constEnd()) {
             QList<qint64> &teams = twice[player];
             if (teams.isEmpty())
                 teams << *first;

@@ -57,6 +57,9 @@ void makecleanworld(Database &db, const Settings &settings)
                100 + i, i == 0 ? 0 : 2, i + 1);
         db.run("INSERT INTO vereinspieler VALUES (10, ?1)", 100 + i);
     }
+    // The national team calls up the club's keeper: a player of a club and
+    // of his country is no player of two clubs.
+    db.run("INSERT INTO vereinspieler VALUES (1, 100)");
 }
 
 void addeveryproblem(Database &db)
