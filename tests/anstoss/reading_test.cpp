@@ -1,5 +1,6 @@
 #include "anstoss/aetfile.h"
 #include "anstoss/league.h"
+#include "anstoss/preselect.h"
 #include "core/staerkegewinn.h"
 #include "editor/facecode.h"
 #include "platform/random.h"
@@ -132,4 +133,16 @@ TEST(Rules, GesichtbauenForBothSkins)
         EXPECT_EQ(face.farbe, h);
         EXPECT_EQ(face.digits[Haare], 5);
     }
+}
+
+TEST(Preselection, NameBeatsTownAndCountryAndTheLastTownMatchStands)
+{
+    const QStringList entries{"SC Nordstadt (Deutschland)", "Nordstadt Süd (Deutschland)", "FC Nordstadt (Deutschland)",
+                              "Werder Nordstadt (Deutschland)", "Weiß (Österreich)"};
+    EXPECT_EQ(a4preselect(entries, "Werder", "Nordstadt", "Deutschland"), 3);
+    EXPECT_EQ(a4preselect(entries, "Borussia", "Nordstadt", "Deutschland"), 3); // the last " Nordstadt (Deutschland)"
+    EXPECT_EQ(a4preselect(entries, "werder", "Süd", "Deutschland"), 1);         // name case counts; town match
+    EXPECT_EQ(a4preselect(entries, "Borussia", "", ""), -1);  // no town and country: no club with a country fits
+    EXPECT_EQ(a4preselect(entries, "", "Nordstadt", "Deutschland"), 0); // an empty name is in every entry
+    EXPECT_EQ(a4preselect(entries, "Deutschland", "x", "y"), -1);      // the country part is not the name
 }
