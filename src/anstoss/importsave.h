@@ -32,6 +32,16 @@ struct TeamImport {
     std::array<QVariant, 3> kitart;
 };
 
+// A club's row as the workbench shows it beside the file.
+struct ClubShown {
+    bool found = false;
+    qint64 nummer = 0;
+    QString grafiknr, name, kurzname, stadt, nation, stadion, sitz, steh;
+    std::array<QVariant, 3> kitart;     // home, away, goalkeeper
+    std::array<QString, 12> colours;    // four colour texts a kit, in the same order
+};
+ClubShown readclubshown(Database &db, qint64 club);
+
 // Values of the page at its first fill from the file (a missing key leaves
 // its field empty) and the club's kit drawings.
 TeamImport teamfromfile(Database &db, const AetFile &file, qint64 club);

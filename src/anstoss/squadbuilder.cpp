@@ -127,6 +127,15 @@ void SquadBuilder::autochoose(int system)
     }
 }
 
+void SquadBuilder::ghost(Source source, const QList<int> &rows)
+{
+    QList<ListEntry> &from = sourcelist(source);
+    for (int row : rows) {
+        if (row >= 0 && row < from.size())
+            from[row].ghosted = true;
+    }
+}
+
 QList<SquadEntry> SquadBuilder::entries() const
 {
     QList<SquadEntry> out;

@@ -66,6 +66,8 @@ public:
     // their strength text, counting ghosted ones, each chosen one ghosted.
     void autochoose(int system);
 
+    // Marks source rows as taken elsewhere (sent to the free players).
+    void ghost(Source source, const QList<int> &rows);
     // The squad in its order, for the save.
     QList<SquadEntry> entries() const;
     // Row of the source entry with that id, or -1.

@@ -22,6 +22,29 @@ qint64 seats(const QString &caption, const QString &text)
 
 } // namespace
 
+ClubShown readclubshown(Database &db, qint64 club)
+{
+    Statement st = db.prepare(QStringLiteral(
+        "SELECT NUMMER, GRAFIK_NR, NAME, KURZNAME, STADT, NATION, STADION_NAME, STADION_SITZPL, STADION_STEHPL, "
+        "TRIKOT_ART, AUSWEICH_TRIKOT_ART, TW_TRIKOT_ART, F_TRIKOT_SPIELER, F_AUSW_TRIKOT_SPIELER, "
+        "F_ALTERN_TRIKOT_SPIELER, F_HOSE_SPIELER, F_AUSW_HOSE_SPIELER, F_ALTERN_HOSE_SPIELER, F_TRIKOT_WERBUNG, "
+        "F_HOSE_STREIFEN, F_TRIKOT_TORWART, F_HOSE_TORWART, F_TRIKOT_TRAINER, F_HOSE_TRAINER FROM vereine WHERE NUMMER = ?1"));
+    st.bind(1, club);
+    ClubShown c;
+    if (!st.step())
+        return c;
+    c.found = true;
+    c.nummer = st.integer(0);
+    QString *texts[] = {&c.grafiknr, &c.name, &c.kurzname, &c.stadt, &c.nation, &c.stadion, &c.sitz, &c.steh};
+    for (int i = 0; i < 8; ++i)
+        *texts[i] = st.text(i + 1);
+    for (int i = 0; i < 3; ++i)
+        c.kitart[size_t(i)] = st.value(9 + i);
+    for (int i = 0; i < 12; ++i)
+        c.colours[size_t(i)] = st.text(12 + i);
+    return c;
+}
+
 TeamImport teamfromfile(Database &db, const AetFile &file, qint64 club)
 {
     TeamImport t;
