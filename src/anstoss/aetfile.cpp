@@ -162,7 +162,10 @@ AetFace aetface(Database &db, const AetFile &file, int i)
 
 QString aetcolourtext(const AetFile &file, const QString &key, const QString &def)
 {
-    const QString text = file.value(QStringLiteral("team"), key, def);
+    // The default goes in as given: the black of a missing key keeps its blanks.
+    if (!file.has(QStringLiteral("team"), key))
+        return def;
+    const QString text = file.value(QStringLiteral("team"), key);
     if (!splitcolour(text))
         file.fail(QStringLiteral("team"), key,
                   QStringLiteral("»%1« sind nicht drei Zahlen von 0 bis 255, durch Kommas getrennt.").arg(text));

@@ -97,7 +97,7 @@ AnstossResult importleague(Database &db, const QString &path, const Progress &pr
         AnstossResult r;
         r.missing = list.missing;
         QString league;
-        a4deleteid(db);
+        A4Keys keys(db);
         for (int i = 0; i < list.clubs.size(); ++i) {
             const LeagueClub &club = list.clubs[i];
             if (leagueshown && club.league != league)
@@ -108,7 +108,7 @@ AnstossResult importleague(Database &db, const QString &path, const Progress &pr
             const Result loaded = file.load(club.path);
             if (!loaded)
                 throw Fault(loaded.message, Finding{loaded.message, club.path});
-            const AnstossResult one = importfreeplayers(db, file, {}, {}, false);
+            const AnstossResult one = importfreeplayers(db, file, {}, {}, &keys);
             r.players += one.players;
             ++r.clubs;
         }
