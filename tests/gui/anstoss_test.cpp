@@ -1,5 +1,6 @@
 #include "anstoss/ui/a4lists.h"
 #include "anstoss/ui/workbench.h"
+#include "app/busy.h"
 #include "app/mainwindow.h"
 #include "core/generator.h"
 #include "core/landneu.h"
@@ -18,6 +19,7 @@
 #include <QMimeData>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QTabWidget>
 #include <QTimer>
 #include <QTreeWidget>
 #include <functional>
@@ -45,6 +47,14 @@ void whenOpen(QWidget &w, const QString &name, std::function<void(QDialog *)> wo
         ASSERT_NE(dialog, nullptr) << name.toStdString();
         work(dialog);
     });
+}
+
+// With ZORBO_SCREENSHOT_DIR set, the window's picture goes there.
+void screenshot(QWidget *w, const QString &name)
+{
+    const QString shot = qEnvironmentVariable("ZORBO_SCREENSHOT_DIR");
+    if (!shot.isEmpty())
+        w->grab().save(shot + "/" + name);
 }
 
 int selectedCount(QTreeWidget *list)
@@ -113,10 +123,12 @@ TEST_F(AnstossWindows, WorkbenchBuildsASquadOfTwentyAndSavesClubAndPlayers)
     QString dropped;
     whenOpen(*window, "frma4open", [&](QDialog *d) {
         child<QRadioButton>(*d, "optnew(1)")->click();
+        screenshot(d, "frma4open.png");
         auto *clubs = child<QComboBox>(*d, "cboverein");
         clubs->setCurrentIndex(clubs->findText("FC Fern (Schweiz)"));
         whenOpen(*window, "frma4import", [&](QDialog *w) {
             worked = true;
+            screenshot(w, "frma4import-verein.png");
             EXPECT_EQ(child<QLineEdit>(*w, "txtteamlang")->text(), "VfL Königsau");
             EXPECT_EQ(child<QLineEdit>(*w, "txtteamkurz")->text(), "FCF");
             EXPECT_EQ(child<QLineEdit>(*w, "txttnr")->text(), "23");
@@ -133,8 +145,16 @@ TEST_F(AnstossWindows, WorkbenchBuildsASquadOfTwentyAndSavesClubAndPlayers)
             child<QCheckBox>(*w, "chkimport(1)")->click();
             EXPECT_EQ(child<QLineEdit>(*w, "txtstadion")->text(), "");
 
-            // Ctrl+A, Ctrl+C: twenty copied, the rest stays selected.
+            auto *tabs = child<QTabWidget>(*w, "tabedit");
+            tabs->setCurrentIndex(1);
+            // Ten by Ctrl+C first; then Ctrl+A, Ctrl+C: twenty copied, the rest stays selected.
             imp->setFocus();
+            for (int i = 0; i < 10; ++i)
+                imp->topLevelItem(i * 2)->setSelected(true);
+            QTest::keyClick(imp, Qt::Key_C, Qt::ControlModifier);
+            EXPECT_EQ(neu->topLevelItemCount(), 10);
+            screenshot(w, "frma4import-spieler.png");
+            tabs->setCurrentIndex(0);
             QTest::keyClick(imp, Qt::Key_A, Qt::ControlModifier);
             QTest::keyClick(imp, Qt::Key_C, Qt::ControlModifier);
             EXPECT_EQ(neu->topLevelItemCount(), 20);
@@ -193,4 +213,22 @@ TEST_F(AnstossWindows, WorkbenchBuildsASquadOfTwentyAndSavesClubAndPlayers)
     ASSERT_TRUE(st.step());
     EXPECT_EQ(st.text(0), dropped);
     EXPECT_EQ(count("SELECT count(*) FROM spielerinvereine WHERE verein = 23 AND name GLOB '*[^0-9]*'"), 19);
+}
+
+TEST_F(AnstossWindows, CountryFileGoesIntoTheFreePlayersInOneRunOrNotAtAll)
+{
+    dialogs.file = ZORBO_EXAMPLES "/anstoss/deutschland.lan";
+    dialogs.filter = 1;
+    dialogs.answer = true;
+    window->action("mnuimportitem(3)")->trigger();
+    EXPECT_EQ(count("SELECT count(*) FROM a4spieler"), 238);
+    EXPECT_TRUE(dialogs.asked.last().contains("Phantom_Kickers")) << dialogs.asked.last().toStdString();
+
+    // Stopped from its progress, a second run adds nothing.
+    window->db()->run("DELETE FROM a4spieler");
+    const int delay = Busy::setcanceldelay(0);
+    zorbo::test::cancelWhenOffered();
+    window->action("mnuimportitem(3)")->trigger();
+    Busy::setcanceldelay(delay);
+    EXPECT_EQ(count("SELECT count(*) FROM a4spieler"), 0);
 }

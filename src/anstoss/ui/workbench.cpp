@@ -49,6 +49,7 @@ Workbench::Workbench(Shell &shell, const QString &file, qint64 importnummer, QWi
     tabs->addTab(teampage(), QStringLiteral("Land/Verein"));
     tabs->addTab(playerpage(), QStringLiteral("Spieler"));
     layout->addWidget(tabs);
+    resize(820, 600);
     updatesave();
 }
 
