@@ -20,6 +20,7 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QTabWidget>
+#include <QTableView>
 #include <QTimer>
 #include <QTreeWidget>
 #include <functional>
@@ -231,4 +232,34 @@ TEST_F(AnstossWindows, CountryFileGoesIntoTheFreePlayersInOneRunOrNotAtAll)
     window->action("mnuimportitem(3)")->trigger();
     Busy::setcanceldelay(delay);
     EXPECT_EQ(count("SELECT count(*) FROM a4spieler"), 0);
+}
+
+TEST_F(AnstossWindows, WorkbenchPicksADrawingThroughTheEditorsKitPickerAndKeepsTheFileColours)
+{
+    bool worked = false;
+    whenOpen(*window, "frma4open", [&](QDialog *d) {
+        child<QRadioButton>(*d, "optnew(1)")->click();
+        auto *clubs = child<QComboBox>(*d, "cboverein");
+        clubs->setCurrentIndex(clubs->findText("FC Fern (Schweiz)"));
+        whenOpen(*window, "frma4import", [&](QDialog *w) {
+            auto *bench = qobject_cast<Workbench *>(w);
+            ASSERT_NE(bench, nullptr);
+            whenOpen(*window, "frmtrikotauswahl", [&](QDialog *picker) {
+                auto *grid = picker->findChild<QTableView *>();
+                ASSERT_NE(grid, nullptr);
+                grid->clicked(grid->model()->index(2, 3));
+                child<QPushButton>(*picker, "btnok")->click();
+            });
+            bench->pictrikot_DblClick(0);
+            worked = true;
+            child<QPushButton>(*w, "btnteamsave")->click();
+            bench->btnabbrechen_Click();
+        });
+        child<QPushButton>(*d, "btnok")->click();
+    });
+    window->action("mnuimportitem(2)")->trigger();
+    ASSERT_TRUE(worked);
+    // A new drawing, saved with the exporter's colours of the home kit.
+    EXPECT_NE(count("SELECT TRIKOT_ART FROM vereine WHERE NUMMER = 23"), 7);
+    EXPECT_EQ(window->db()->scalar("SELECT F_TRIKOT_SPIELER FROM vereine WHERE NUMMER = 23").toString(), "61, 70,218");
 }

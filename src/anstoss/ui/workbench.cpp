@@ -106,6 +106,7 @@ QWidget *Workbench::teampage()
         auto *box = new QGroupBox(QString::fromUtf8(frames[i]), page);
         m_pictrikot[i] = new KitShow(QStringLiteral("pictrikot(%1)").arg(i), box);
         (new QVBoxLayout(box))->addWidget(m_pictrikot[i]);
+        connect(m_pictrikot[i], &KitShow::doubleclicked, this, [this, i] { pictrikot_DblClick(i); });
         kits->addWidget(box);
     }
     grid->addLayout(kits, 2, 0, 1, 2);
@@ -198,6 +199,22 @@ void Workbench::showtrikot(int slot)
     for (int c = 0; c < 4; ++c)
         colours[size_t(c)] = colouroftext(m_club.colours[size_t(slot * 4 + c)]);
     m_pictrikot[slot]->setcolours(colours);
+}
+
+void Workbench::pictrikot_DblClick(int slot)
+{
+    // The kit picker is the editor's; a drawing picked here is saved with
+    // the club, and with the file's colours ticked they stay on show.
+    const auto chosen = m_shell.choosekit(slot, m_pictrikot[slot]->tag.toInt());
+    if (!chosen)
+        return;
+    const QString picture = m_shell.settings().kitFolder()
+                            + QStringLiteral("trikot_%1.gif").arg(chosen->art, 2, 10, QLatin1Char('0'));
+    m_pictrikot[slot]->setdrawing(chosen->art, QPixmap(picture));
+    if (chosen->colours)
+        m_pictrikot[slot]->setcolours(*chosen->colours);
+    if (m_chkimport[2]->isChecked() && slot < 2)
+        showlivetrikot(slot);
 }
 
 void Workbench::showlivetrikot(int slot)

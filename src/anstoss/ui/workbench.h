@@ -39,6 +39,7 @@ public:
     void mnupopup_selbest_Click(int index);
     // Copies the selection of a source list into the new squad, as a drop does.
     void dropfrom(const QString &source);
+    void pictrikot_DblClick(int slot);
     void btnteamsave_Click();
     void btnspielersave_Click();
     // Clears the boxes and closes.
