@@ -263,3 +263,16 @@ TEST_F(AnstossWindows, WorkbenchPicksADrawingThroughTheEditorsKitPickerAndKeepsT
     EXPECT_NE(count("SELECT TRIKOT_ART FROM vereine WHERE NUMMER = 23"), 7);
     EXPECT_EQ(window->db()->scalar("SELECT F_TRIKOT_SPIELER FROM vereine WHERE NUMMER = 23").toString(), "61, 70,218");
 }
+
+TEST(AnstossPictures, TheSixPicturesOfIltrikotAreDelivered)
+{
+    for (int image = 1; image <= 4; ++image)
+        EXPECT_EQ(a4picture(image).size(), QSize(16, 16)) << image;
+    EXPECT_EQ(a4picture(5).size(), QSize(32, 32));
+    EXPECT_EQ(a4picture(6).size(), QSize(32, 32));
+    // Strikers red, goalkeepers grey: the shirt's middle tells the position.
+    const QColor sturm = a4picture(1).toImage().pixelColor(8, 9);
+    const QColor tor = a4picture(4).toImage().pixelColor(8, 9);
+    EXPECT_GT(sturm.red(), sturm.green() + 60);
+    EXPECT_LT(qAbs(tor.red() - tor.green()), 20);
+}

@@ -4,71 +4,17 @@
 #include <QDragEnterEvent>
 #include <QHeaderView>
 #include <QMimeData>
-#include <QPainter>
-#include <QPainterPath>
 
 namespace zorbo {
 
-namespace {
-
-QPixmap shirt(const QColor &colour)
-{
-    QPixmap p(16, 16);
-    p.fill(QColor(192, 192, 192)); // the window's grey
-    QPainter g(&p);
-    g.setRenderHint(QPainter::Antialiasing);
-    QPainterPath path;
-    path.moveTo(5, 1);
-    path.lineTo(11, 1);
-    path.lineTo(15, 5);
-    path.lineTo(13, 7);
-    path.lineTo(12, 6);
-    path.lineTo(12, 15);
-    path.lineTo(4, 15);
-    path.lineTo(4, 6);
-    path.lineTo(3, 7);
-    path.lineTo(1, 5);
-    path.closeSubpath();
-    g.setPen(colour.darker(160));
-    g.setBrush(colour);
-    g.drawPath(path);
-    return p;
-}
-
-QPixmap cursor(bool over)
-{
-    QPixmap p(32, 32);
-    p.fill(Qt::transparent);
-    QPainter g(&p);
-    g.setRenderHint(QPainter::Antialiasing);
-    if (!over) {
-        g.setPen(QPen(QColor(200, 0, 0), 3));
-        g.drawEllipse(QRectF(6, 6, 20, 20));
-        g.drawLine(QPointF(9, 9), QPointF(23, 23));
-        return p;
-    }
-    g.setPen(QPen(Qt::black, 1, Qt::DotLine));
-    g.drawRect(10, 14, 16, 12);
-    QPolygonF arrow{{1, 1}, {1, 16}, {5, 12}, {8, 19}, {10, 18}, {7, 11}, {12, 11}};
-    g.setPen(Qt::black);
-    g.setBrush(Qt::white);
-    g.drawPolygon(arrow);
-    return p;
-}
-
-} // namespace
-
 QPixmap a4picture(int image)
 {
-    switch (image) {
-    case 1: return shirt(QColor(128, 0, 0));
-    case 2: return shirt(QColor(128, 128, 0));
-    case 3: return shirt(QColor(0, 128, 0));
-    case 4: return shirt(QColor(64, 64, 64));
-    case 5: return cursor(false);
-    case 6: return cursor(true);
-    default: return {};
-    }
+    // Drawn by tools/drawpictures into the program's icons.
+    static const char *const files[] = {"iltrikot_sturm", "iltrikot_mittelfeld", "iltrikot_abwehr", "iltrikot_tor",
+                                        "cursor_verboten", "cursor_ablegen"};
+    if (image < 1 || image > 6)
+        return {};
+    return QPixmap(QStringLiteral(":/icons/%1.png").arg(QLatin1String(files[image - 1])));
 }
 
 A4List::A4List(const QString &name, bool source, QWidget *parent) : QTreeWidget(parent), m_source(source)
