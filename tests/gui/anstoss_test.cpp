@@ -129,6 +129,9 @@ TEST_F(AnstossWindows, WorkbenchBuildsASquadOfTwentyAndSavesClubAndPlayers)
         clubs->setCurrentIndex(clubs->findText("FC Fern (Schweiz)"));
         whenOpen(*window, "frma4import", [&](QDialog *w) {
             worked = true;
+            // The main window takes no input while the workbench is open.
+            EXPECT_TRUE(w->isModal());
+            EXPECT_EQ(QApplication::activeModalWidget(), w);
             screenshot(w, "frma4import-verein.png");
             EXPECT_EQ(child<QLineEdit>(*w, "txtteamlang")->text(), "VfL Königsau");
             EXPECT_EQ(child<QLineEdit>(*w, "txtteamkurz")->text(), "FCF");
