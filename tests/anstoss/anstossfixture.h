@@ -17,7 +17,7 @@ struct AetPlayer {
     QString vorname = QStringLiteral("Anton");
     QString position = QStringLiteral("2");
     QString staerke = QStringLiteral("4000");
-    QString extra; // further lines, "key=value\n" each
+    QString extra = {}; // further lines, "key=value\r\n" each
 };
 
 // The text of an exporter file: the team section, then one section per player.
