@@ -16,7 +16,7 @@ public:
         Fractional, // the base keeps what lies between half stars (transfer market)
     };
 
-    explicit Staerkegewinn(Base base = Base::Whole) : m_base(base) {}
+    explicit Staerkegewinn(Base base = Base::Whole, int gain = 0) : m_base(base), m_gain(gain) {}
 
     // MAX_STÄRKE for strength s; draws one random number from rnd() when s
     // lies in one of the ranges.
@@ -27,5 +27,9 @@ private:
     Base m_base;
     int m_gain = 0;
 };
+
+// MAX_STÄRKE of an imported player of strength s, with whole half stars;
+// gain is the run's gain, carried from player to player.
+int staerkegewinn(double s, int &gain);
 
 } // namespace zorbo

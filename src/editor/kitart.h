@@ -1,6 +1,6 @@
 #pragma once
 
-#include "editor/kitcolours.h"
+#include "core/kitcolours.h"
 #include "platform/database.h"
 
 #include <QString>

@@ -1,6 +1,6 @@
 #include "core/schema.h"
 #include "editor/kitart.h"
-#include "editor/kitcolours.h"
+#include "core/kitcolours.h"
 #include "editor/kitfigure.h"
 #include "editor/provisional.h"
 #include "support/testsupport.h"

@@ -1,7 +1,7 @@
 #include "core/market.h"
 #include "core/schema.h"
 #include "core/teamtree.h"
-#include "editor/kitcolours.h"
+#include "core/kitcolours.h"
 #include "editor/teamsave.h"
 #include "exchange/configruns.h"
 #include "support/testsupport.h"

@@ -1,7 +1,7 @@
 #include "core/defaultfolders.h"
 #include "app/mainwindow.h"
 #include "editor/kitart.h"
-#include "editor/kitcolours.h"
+#include "core/kitcolours.h"
 #include "editor/ui/kitgridmodel.h"
 #include "editor/ui/kitpicker.h"
 #include "editor/ui/kitpreview.h"

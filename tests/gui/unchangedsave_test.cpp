@@ -4,7 +4,7 @@
 #include "core/schema.h"
 #include "app/mainwindow.h"
 #include "core/generator.h"
-#include "editor/kitcolours.h"
+#include "core/kitcolours.h"
 #include "editor/playergrid.h"
 #include "exchange/configruns.h"
 #include "exchange/teamfile.h"

@@ -1,11 +1,115 @@
 #include "anstoss/ui/anstossmenus.h"
 
+#include "anstoss/freeplayers.h"
+#include "anstoss/league.h"
+#include "anstoss/ui/a4opendialog.h"
+#include "anstoss/ui/workbench.h"
 #include "core/gamedb.h"
+#include "core/settings.h"
+#include "core/ui/dialogs.h"
 #include "core/ui/shell.h"
 
 #include <QAction>
+#include <QFileInfo>
+#include <QWidget>
 
 namespace zorbo {
+
+namespace {
+
+void tell(Shell &shell, const QString &title, const AnstossResult &r)
+{
+    if (r.result.cancelled)
+        shell.status(r.result.message);
+    else if (!r.ok() || !r.findings.isEmpty())
+        shell.dialogs().report(shell.window(), title, r.result.message, r.findings, !r.ok());
+    else
+        shell.status(r.result.message);
+}
+
+void importclubfile(Shell &shell)
+{
+    if (!shell.db())
+        return;
+    int filter = 0;
+    const QString file =
+        shell.dialogs().openfile(shell.window(), QStringLiteral("Öffnen..."), shell.settings().folder(A4datenFolder),
+                                 {QStringLiteral("Anstoss Exporter Team (*.aet)")}, &filter);
+    if (file.isEmpty())
+        return;
+    importa4club(shell, file, QFileInfo(file).fileName().chopped(qMin<qsizetype>(4, QFileInfo(file).fileName().size())));
+}
+
+// A league or country file: all its clubs into the free players at once, in
+// one run that can be stopped, or one club after the other through frma4open.
+void importleaguefile(Shell &shell)
+{
+    if (!shell.db())
+        return;
+    int filter = 0;
+    const QString file = shell.dialogs().openfile(
+        shell.window(), QStringLiteral("Öffnen..."), shell.settings().folder(A4datenFolder),
+        {QStringLiteral("Anstoss Exporter Liga (*.lig)"), QStringLiteral("Anstoss Exporter Land (*.lan)")}, &filter);
+    if (file.isEmpty())
+        return;
+    LeagueList list;
+    try {
+        list = readleague(file);
+    } catch (const Fault &fault) {
+        shell.dialogs().warning(shell.window(), QStringLiteral("Import"), fault.message());
+        return;
+    }
+    if (shell.dialogs().question(shell.window(), QStringLiteral("Import"),
+                                 QStringLiteral("Alle %1 Vereinsdateien der Datei in 'Freie Spieler' importieren?\n\n"
+                                                "Mit Nein wird jeder Verein einzeln geöffnet.")
+                                     .arg(list.clubs.size()))) {
+        AnstossResult r;
+        {
+            const auto busy = shell.busy(QStringLiteral("Speichere Freie Spieler..."));
+            const Progress progress = busy->progress();
+            r = shell.run([&](Database &db) {
+                return importleague(db, file, progress, [&](const QString &league) { shell.status(league); });
+            });
+        }
+        tell(shell, QStringLiteral("Import"), r);
+        return;
+    }
+    for (const LeagueClub &club : list.clubs)
+        importa4club(shell, club.path, club.name);
+}
+
+} // namespace
+
+void importa4club(Shell &shell, const QString &file, const QString &clubname)
+{
+    // Kept hidden between uses, so its lists follow every rebuild.
+    auto *dialog = shell.window()->findChild<A4OpenDialog *>(QStringLiteral("frma4open"));
+    if (!dialog)
+        dialog = new A4OpenDialog(shell.lists(), shell.window());
+    dialog->setfile(file, clubname);
+    if (dialog->exec() != QDialog::Accepted)
+        return;
+    if (dialog->freeplayers()) {
+        AnstossResult r;
+        {
+            const auto busy = shell.busy(QStringLiteral("Speichere Freie Spieler..."));
+            const Progress progress = busy->progress();
+            r = shell.run([&](Database &db) { return runfreeplayers(db, file, {}, progress); });
+        }
+        tell(shell, QStringLiteral("Freie Spieler"), r);
+        return;
+    }
+    AetFile aet;
+    const Result loaded = aet.load(file);
+    if (!loaded) {
+        shell.dialogs().warning(shell.window(), QStringLiteral("Import"), loaded.message);
+        return;
+    }
+    Workbench bench(shell, file, dialog->club(), shell.window());
+    for (int i = 0; i < 4; ++i)
+        bench.setimport(i, true);
+    bench.exec();
+}
 
 void installanstoss(Shell &shell)
 {
@@ -15,6 +119,8 @@ void installanstoss(Shell &shell)
         if (QAction *button = shell.entry(QStringLiteral("impanstoss4")))
             button->setEnabled(shell.db() && checka4(*shell.db()));
     });
+    shell.handle(QStringLiteral("mnuimportitem(2)"), [&shell] { importclubfile(shell); });
+    shell.handle(QStringLiteral("mnuimportitem(3)"), [&shell] { importleaguefile(shell); });
 }
 
 } // namespace zorbo

@@ -1,12 +1,18 @@
 #pragma once
 
+#include <QString>
+
 namespace zorbo {
 
 class Shell;
 
-// The Anstoss import's entries. The import itself is still to come; the
-// toolbar's button shows whether the world holds the free players' table
-// it fills.
+// The Anstoss import's entries: a club file (mnuimportitem(2), toolbar
+// impanstoss4) or a league or country file (mnuimportitem(3)). The toolbar's
+// button shows whether the world holds the free players' table.
 void installanstoss(Shell &shell);
+
+// One exporter club: frma4open asks for the free players or a club to
+// replace, then runs the free-player import or opens the workbench.
+void importa4club(Shell &shell, const QString &file, const QString &clubname);
 
 } // namespace zorbo

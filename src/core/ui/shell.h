@@ -3,9 +3,11 @@
 #include "core/world.h"
 #include "platform/operation.h"
 
+#include <QColor>
 #include <QImage>
 #include <QObject>
 #include <QString>
+#include <array>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -38,6 +40,20 @@ struct CrestService {
     std::function<QImage(int n)> image;
     // The crest picker, opened on the crest on show; nothing when cancelled.
     std::function<std::optional<ChosenCrest>(const QImage &current, const QString &wappennr)> choose;
+};
+
+// A kit drawing chosen in the kit picker, with the four colours (Trikot1,
+// Trikot2, Hose, Streifen) that the current colour table gives it, if any.
+struct ChosenKit {
+    int art = 0;
+    std::optional<std::array<QColor, 4>> colours;
+};
+
+// What the editor lends the other windows: the kit picker for one slot
+// (0 home, 1 away, 2 goalkeeper), opened on the drawing on show; nothing
+// when cancelled.
+struct KitService {
+    std::function<std::optional<ChosenKit>(int slot, int art)> choose;
 };
 
 // What the main window offers the windows of the subsystems: the open world,
@@ -95,6 +111,13 @@ public:
         return m_crests.choose ? m_crests.choose(current, wappennr) : std::nullopt;
     }
 
+    // The kit picker, once the editor has lent it; no choice before.
+    void setkits(KitService service) { m_kits = std::move(service); }
+    std::optional<ChosenKit> choosekit(int slot, int art) const
+    {
+        return m_kits.choose ? m_kits.choose(slot, art) : std::nullopt;
+    }
+
     // Runs op on the world's database in one transaction; when it commits,
     // every window hears through changed() what it changed. Without a
     // database, a failure that says so.
@@ -122,6 +145,7 @@ signals:
 
 private:
     CrestService m_crests;
+    KitService m_kits;
     QString m_shownkey;
     QString m_showntext;
 };

@@ -7,6 +7,7 @@
 #include "core/ui/dialogs.h"
 #include "editor/kitart.h"
 #include "editor/ui/kitpicker.h"
+#include "editor/ui/kittarget.h"
 #include "editor/ui/teamtab.h"
 #include "editor/ui/kitpreview.h"
 
@@ -40,7 +41,7 @@ void EditorView::showtrikot2(int art, int slot, KitTarget *target)
     (target ? target : m_teamtab)->showkit(slot, art, colours);
 }
 
-void EditorView::pictrikot_DblClick(int slot)
+KitPicker *EditorView::makekitpicker()
 {
     if (!m_kitpicker) {
         // Made from the kit set current now; a switch of sets drops it.
@@ -57,8 +58,39 @@ void EditorView::pictrikot_DblClick(int slot)
             },
             m_shell.window());
     }
-    m_kitpicker->prepare(m_teamtab, slot);
+    return m_kitpicker;
+}
+
+void EditorView::pictrikot_DblClick(int slot)
+{
+    makekitpicker()->prepare(m_teamtab, slot);
     m_kitpicker->exec();
+}
+
+std::optional<ChosenKit> EditorView::choosekit(int slot, int art)
+{
+    // The picker shows its choice on a target; this one only keeps it.
+    struct Keep : KitTarget {
+        int art = 0;
+        std::optional<ChosenKit> chosen;
+        int kitart(int) const override { return art; }
+        void showkit(int, int picked, const std::optional<KitColours> &colours) override
+        {
+            ChosenKit c;
+            c.art = picked;
+            if (colours) {
+                std::array<QColor, 4> q;
+                for (size_t i = 0; i < 4; ++i)
+                    q[i] = QColor((*colours)[i].red, (*colours)[i].green, (*colours)[i].blue);
+                c.colours = q;
+            }
+            chosen = c;
+        }
+    } keep;
+    keep.art = art;
+    makekitpicker()->prepare(&keep, slot);
+    m_kitpicker->exec();
+    return keep.chosen;
 }
 
 void EditorView::ImgXwappen_Click()

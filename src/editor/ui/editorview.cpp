@@ -277,6 +277,7 @@ EditorView *installeditor(Shell &shell)
 {
     auto *view = new EditorView(shell);
     shell.setcentral(view);
+    shell.setkits({[view](int slot, int art) { return view->choosekit(slot, art); }});
     shell.handle(QStringLiteral("mnudateiitem(0)"), [view] { view->shownew(); });
     shell.handle(QStringLiteral("mnupopupitem(0)"), [view] { view->reloadtree(); });
     for (int index = 0; index < 2; ++index)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/teamtree.h"
+#include "core/ui/shell.h"
 #include "editor/teamsave.h"
 
 #include <QIcon>
@@ -73,6 +74,8 @@ public:
     // Art with the colours it comes with in the current set; target: the team tab when none.
     void showtrikot2(int art, int slot, KitTarget *target = nullptr);
     void pictrikot_DblClick(int slot);
+    // The kit picker for a window of another subsystem (the shell's KitService).
+    std::optional<ChosenKit> choosekit(int slot, int art);
     void ImgXwappen_Click();
     // The kit picker once it has been opened; nothing before.
     KitPicker *kitpicker() const { return m_kitpicker; }
@@ -109,6 +112,7 @@ private:
     bool m_reloaded = false;
     bool m_ownsave = false;
     KitPicker *m_kitpicker = nullptr;
+    KitPicker *makekitpicker();
 };
 
 // Makes the editor's view the middle of the shell's window and takes the

@@ -1,4 +1,4 @@
-#include "editor/kitcolours.h"
+#include "core/kitcolours.h"
 
 namespace zorbo {
 

@@ -1,0 +1,23 @@
+#pragma once
+
+#include "platform/operation.h"
+
+#include <QList>
+#include <QStringList>
+
+namespace zorbo {
+
+// Outcome of an import from exporter files: success with the counts, or the
+// German message that names file, section and key; nothing was saved then.
+struct AnstossResult {
+    Result result;
+    int clubs = 0;   // club files read
+    int players = 0; // players saved (free players or squad rows)
+    // League lines whose club file exists at neither place, as "Liga/Name".
+    QStringList missing;
+    QList<Finding> findings;
+
+    bool ok() const { return result.ok; }
+};
+
+} // namespace zorbo

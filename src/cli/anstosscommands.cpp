@@ -1,0 +1,178 @@
+// Commands that bring clubs of the Anstoss Exporter into the world.
+#include "anstoss/freeplayers.h"
+#include "anstoss/importsave.h"
+#include "anstoss/league.h"
+#include "anstoss/squadbuilder.h"
+#include "cli/command.h"
+#include "core/fieldcheck.h"
+#include "core/world.h"
+
+#include <QDir>
+#include <QFileInfo>
+
+namespace zorbo::cli {
+
+namespace {
+
+// Takes "--name" from the arguments; true when it was there.
+bool takeFlag(Context &ctx, const QString &name)
+{
+    return ctx.args.removeAll(name) > 0;
+}
+
+std::unique_ptr<World> openfor(Context &ctx)
+{
+    std::unique_ptr<World> world = openworld(ctx.dir, ctx.progress(QStringLiteral("Erstelle Transfermarkt")));
+    for (const QString &m : world->messages())
+        ctx.err << m << '\n';
+    return world;
+}
+
+int finish(Context &ctx, const AnstossResult &r)
+{
+    if (!r.ok())
+        return ctx.fail(r.result.message);
+    ctx.out << r.result.message << '\n';
+    return 0;
+}
+
+// The squad of --squad: the automatic choice by a system, or a list of I<i>
+// and E<n>, put in the workbench's order. Throws Fault with the reason.
+QList<SquadEntry> squadof(Database &db, const AetFile &file, qint64 club, const QString &spec)
+{
+    SquadBuilder builder;
+    builder.fill(db, file, club);
+    if (spec == QLatin1String("auto") || spec.startsWith(QLatin1String("auto:"))) {
+        int system = 0;
+        if (spec == QLatin1String("auto")) {
+            system = randomsystem();
+        } else {
+            const std::optional<qint64> k = parsewholenumber(spec.mid(5));
+            if (!k || *k < 0 || *k > 9)
+                throw Fault(QStringLiteral("--squad auto:K braucht ein System von 0 bis 9, nicht »%1«.").arg(spec.mid(5)));
+            system = int(*k);
+        }
+        builder.autochoose(system);
+        if (!builder.full())
+            throw Fault(QStringLiteral("Das System %1 findet in der Datei nur %2 passende Spieler statt 20; "
+                                       "es wurde nichts gespeichert.")
+                            .arg(systemcaption(system))
+                            .arg(builder.squad().size()));
+        return builder.entries();
+    }
+    const QStringList items = spec.split(QLatin1Char(','), Qt::SkipEmptyParts);
+    if (items.size() != squadSize)
+        throw Fault(QStringLiteral("Die Liste bei --squad nennt %1 statt 20 Spieler.").arg(items.size()));
+    for (const QString &raw : items) {
+        const QString item = raw.trimmed();
+        const bool fromFile = item.startsWith(QLatin1Char('I'), Qt::CaseInsensitive);
+        const std::optional<qint64> id = parsewholenumber(item.mid(1));
+        if (!id || (!fromFile && !item.startsWith(QLatin1Char('E'), Qt::CaseInsensitive)))
+            throw Fault(QStringLiteral("»%1« in --squad ist weder I<Nummer> noch E<Nummer>.").arg(item));
+        const SquadBuilder::Source source = fromFile ? SquadBuilder::Import : SquadBuilder::Editor;
+        const int row = builder.rowof(source, *id);
+        if (row < 0)
+            throw Fault(fromFile ? QStringLiteral("Die Datei hat keinen Spieler %1 (gezählt ab 0).").arg(*id)
+                                 : QStringLiteral("Der Spieler %1 gehört nicht zum Verein %2.").arg(*id).arg(club));
+        if (builder.copy(source, {row}).isEmpty())
+            throw Fault(QStringLiteral("»%1« steht zweimal in --squad.").arg(item));
+    }
+    return builder.entries();
+}
+
+int importaet(Context &ctx)
+{
+    const bool free = takeFlag(ctx, QStringLiteral("--free"));
+    const QString clubtext = ctx.takeOption(QStringLiteral("--club"));
+    const QString squad = ctx.takeOption(QStringLiteral("--squad"));
+    TeamImport groups;
+    groups.team = takeFlag(ctx, QStringLiteral("--team"));
+    groups.stadium = takeFlag(ctx, QStringLiteral("--stadium"));
+    groups.kits = takeFlag(ctx, QStringLiteral("--kits"));
+    if (ctx.args.size() != 1)
+        return ctx.fail(QStringLiteral("import-aet braucht genau eine Datei; »zorbo-cli --help« zeigt den Aufruf."));
+    if (free == !clubtext.isEmpty())
+        return ctx.fail(QStringLiteral("import-aet braucht genau eine der Angaben --free oder --club NUMMER."));
+    const bool grouped = groups.team || groups.stadium || groups.kits;
+    if (free && (grouped || !squad.isEmpty()))
+        return ctx.fail(QStringLiteral("--team, --stadium, --kits und --squad gehören zu --club, nicht zu --free."));
+    const std::optional<qint64> club = free ? std::optional<qint64>(-1) : parsewholenumber(clubtext);
+    if (!club)
+        return ctx.fail(QStringLiteral("--club braucht eine Vereinsnummer, nicht »%1«.").arg(clubtext));
+    if (!free && !grouped && squad.isEmpty())
+        return ctx.fail(QStringLiteral("Mit --club ist wenigstens eine der Angaben --team, --stadium, --kits oder --squad nötig."));
+    const QString path = QFileInfo(ctx.args.first()).absoluteFilePath();
+    const std::unique_ptr<World> world = openfor(ctx);
+    if (!world->db())
+        return ctx.fail(QStringLiteral("Die Welt in %1 ist nicht bereit.").arg(QDir::toNativeSeparators(ctx.dir)));
+    if (free)
+        return finish(ctx, world->run([&](Database &db) {
+            return runfreeplayers(db, path, {}, ctx.progress(QStringLiteral("Speichere Freie Spieler")));
+        }));
+    const int trikotsatz = world->settings().trikotsatz;
+    QStringList told;
+    const AnstossResult r = world->run(
+        [&](Database &db) {
+            AetFile file;
+            AnstossResult done;
+            done.result = file.load(path);
+            if (!done.ok())
+                return done;
+            if (grouped) {
+                TeamImport team = teamfromfile(db, file, *club);
+                team.team = groups.team;
+                team.stadium = groups.stadium;
+                team.kits = groups.kits;
+                done = saveimportteam(db, file, *club, team, trikotsatz);
+                if (!done.ok())
+                    return done;
+                told.append(done.result.message);
+            }
+            if (!squad.isEmpty()) {
+                done = saveimportplayers(db, file, *club, squadof(db, file, *club, squad),
+                                         ctx.progress(QStringLiteral("Speichere Spieler")));
+                if (done.ok())
+                    told.append(done.result.message);
+            }
+            return done;
+        },
+        QStringLiteral("Der Verein wurde nicht importiert"));
+    if (!r.ok())
+        return ctx.fail(r.result.message);
+    for (const QString &line : told)
+        ctx.out << line << '\n';
+    return 0;
+}
+
+int importleague(Context &ctx)
+{
+    const bool free = takeFlag(ctx, QStringLiteral("--free"));
+    if (!free || ctx.args.size() != 1)
+        return ctx.fail(QStringLiteral("import-league braucht eine .lig- oder .lan-Datei und --free."));
+    const QString path = QFileInfo(ctx.args.first()).absoluteFilePath();
+    const std::unique_ptr<World> world = openfor(ctx);
+    if (!world->db())
+        return ctx.fail(QStringLiteral("Die Welt in %1 ist nicht bereit.").arg(QDir::toNativeSeparators(ctx.dir)));
+    const AnstossResult r = world->run([&](Database &db) {
+        return zorbo::importleague(db, path, ctx.progress(QStringLiteral("Importiere Liga")));
+    });
+    if (r.ok()) {
+        for (const QString &m : r.missing)
+            ctx.out << "Nicht gefunden: " << m << ".aet\n";
+    }
+    return finish(ctx, r);
+}
+
+const bool registered =
+    registerCommand({QStringLiteral("import-aet"),
+                     QStringLiteral("DATEI (--free | --club NUMMER [--team] [--stadium] [--kits] "
+                                    "[--squad auto|auto:K|LISTE])"),
+                     QStringLiteral("bringt einen Verein des Anstoss Exporters in die freien Spieler oder über einen Verein"),
+                     importaet})
+    && registerCommand({QStringLiteral("import-league"), QStringLiteral("DATEI --free"),
+                        QStringLiteral("bringt alle Vereine einer .lig- oder .lan-Datei in die freien Spieler"),
+                        importleague});
+
+} // namespace
+
+} // namespace zorbo::cli

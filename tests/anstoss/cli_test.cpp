@@ -1,0 +1,88 @@
+#include "support/cli.h"
+#include "support/qstringprint.h"
+#include "support/testsupport.h"
+
+#include <QDir>
+#include <gtest/gtest.h>
+
+using namespace zorbo;
+using namespace zorbo::test;
+
+namespace {
+
+const QString sample = QStringLiteral(ZORBO_EXAMPLES "/anstoss");
+
+// A world with the competition template's clubs of 20 players each; the first club's number.
+QString templateworld(const TempFolder &dir)
+{
+    EXPECT_EQ(runCli({"--dir", dir.path(), "init"}).exitCode, 0);
+    EXPECT_EQ(runCli({"--dir", dir.path(), "template"}).exitCode, 0);
+    const OpenedDb opened = opendb(dir.file("zorbo.mdb"));
+    return opened.db->scalar("SELECT min(NUMMER) FROM vereine WHERE NUMMER > 0").toString();
+}
+
+QStringList dumpof(const TempFolder &dir)
+{
+    const OpenedDb opened = opendb(dir.file("zorbo.mdb"));
+    return dumpworld(*opened.db);
+}
+
+} // namespace
+
+TEST(AnstossCli, LeagueAndClubIntoTheFreePlayers)
+{
+    TempFolder dir;
+    ASSERT_EQ(runCli({"--dir", dir.path(), "init"}).exitCode, 0);
+    const CliRun league = runCli({"--dir", dir.path(), "import-league", sample + "/deutschland.lan", "--free"});
+    ASSERT_EQ(league.exitCode, 0) << league.err.toStdString();
+    // Ten clubs, the one stored at both places twice; the phantom line of each league told.
+    EXPECT_TRUE(league.out.contains("11 Vereine mit 261 Spielern")) << league.out.toStdString();
+    EXPECT_EQ(league.out.count("Nicht gefunden:"), 2);
+    const OpenedDb opened = opendb(dir.file("zorbo.mdb"));
+    EXPECT_EQ(opened.db->scalar("SELECT count(*) FROM a4spieler").toInt(), 238);
+    EXPECT_EQ(opened.db->scalar("SELECT count(*) FROM a4spieler WHERE verein = 'Borussia Weißensee'").toInt(), 25);
+
+    const CliRun club = runCli({"--dir", dir.path(), "import-aet",
+                                sample + "/Deutschland/Regionalliga/SC_Moorbach.aet", "--free"});
+    ASSERT_EQ(club.exitCode, 0) << club.err.toStdString();
+    EXPECT_TRUE(club.out.contains("Spieler in Freie Spieler importiert!"));
+}
+
+TEST(AnstossCli, ClubWithSquadIsTheSameInEveryFreshProcessAndBadListsChangeNothing)
+{
+    TempFolder a, b;
+    const QString club = templateworld(a);
+    templateworld(b);
+    const QString file = sample + "/Deutschland/Bundesliga/VfL_Koenigsau.aet";
+    for (const TempFolder *dir : {&a, &b}) {
+        const CliRun r = runCli({"--dir", dir->path(), "import-aet", file, "--club", club, "--team", "--kits",
+                                 "--squad", "auto"});
+        ASSERT_EQ(r.exitCode, 0) << r.err.toStdString();
+        EXPECT_TRUE(r.out.contains("20 Spieler gespeichert."));
+    }
+    EXPECT_EQ(dumpof(a), dumpof(b));
+    const OpenedDb opened = opendb(a.file("zorbo.mdb"));
+    EXPECT_EQ(opened.db->scalar("SELECT NAME FROM vereine WHERE NUMMER = ?1", club).toString(), "VfL Königsau");
+
+    const QStringList before = dumpof(a);
+    QStringList list;
+    for (int i = 0; i < 19; ++i)
+        list << QStringLiteral("I%1").arg(i);
+    CliRun r = runCli({"--dir", a.path(), "import-aet", file, "--club", club, "--squad", list.join(',')});
+    EXPECT_NE(r.exitCode, 0);
+    EXPECT_TRUE(r.err.contains("19 statt 20")) << r.err.toStdString();
+    r = runCli({"--dir", a.path(), "import-aet", file, "--club", club, "--team", "--squad", list.join(',') + ",I0"});
+    EXPECT_NE(r.exitCode, 0);
+    EXPECT_TRUE(r.err.contains("zweimal")) << r.err.toStdString();
+    EXPECT_EQ(dumpof(a), before);
+
+    // A list mixing the file's and the club's players, saved in position order.
+    const QString keeper =
+        opened.db->scalar("SELECT min(spieler) FROM vereinspieler WHERE verein = ?1", club).toString();
+    list.removeLast();
+    list.prepend("E" + keeper);
+    list << "I22";
+    r = runCli({"--dir", a.path(), "import-aet", file, "--club", club, "--squad", list.join(',')});
+    ASSERT_EQ(r.exitCode, 0) << r.err.toStdString();
+    EXPECT_EQ(opened.db->scalar("SELECT count(*) FROM spielerinvereine WHERE verein = ?1 AND art = 0", club).toInt(), 4);
+}

@@ -1,0 +1,204 @@
+#include "anstoss/freeplayers.h"
+#include "anstoss/importsave.h"
+#include "anstoss/league.h"
+#include "core/strength.h"
+#include "support/qstringprint.h"
+
+#include "anstossfixture.h"
+
+using namespace zorbo;
+using namespace zorbo::test;
+
+namespace {
+
+struct Saving : ClubWorld {
+    AetFile file;
+
+    void load(const QString &team, const QList<AetPlayer> &players)
+    {
+        ASSERT_TRUE(file.load(writeaet(files, "club.aet", aettext(team, players))));
+    }
+    QVariantList player(qint64 nummer)
+    {
+        Statement st = db().prepare("SELECT * FROM spieler WHERE NUMMER = ?1");
+        st.bind(1, nummer);
+        EXPECT_TRUE(st.step());
+        QVariantList row;
+        for (int c = 0; c < st.columnCount(); ++c)
+            row << st.value(c);
+        return row;
+    }
+    // Saving must fail with a message holding the words, and change nothing.
+    void expectRefused(const std::function<AnstossResult()> &save, const QStringList &words)
+    {
+        const QStringList before = dumpworld(db());
+        const AnstossResult r = save();
+        EXPECT_FALSE(r.ok());
+        for (const QString &w : words)
+            EXPECT_TRUE(r.result.message.contains(w)) << r.result.message.toStdString() << " / " << w.toStdString();
+        EXPECT_EQ(dumpworld(db()), before);
+    }
+};
+
+QList<SquadEntry> fromFile(int from, int count)
+{
+    QList<SquadEntry> out;
+    for (int i = 0; i < count; ++i)
+        out.append({true, from + i});
+    return out;
+}
+
+} // namespace
+
+TEST_F(Saving, EntriesLandOnTheSlotsInOrderClubRowsReadBeforeTheyAreOverwritten)
+{
+    load("Name=Neu\r\n", squadof({2, 6, 6, 6}));
+    const QList<qint64> slot = squadslots();
+    db().run("UPDATE spieler SET NAME = 'Letzter', ERLERNT = '1,2', GESPERRT = '3', NATION = 'Atlantis' WHERE NUMMER = ?1",
+             slot[19]);
+    const QVariantList last = player(slot[19]);
+    // The club's last player goes first, onto the slot that an entry before him overwrites.
+    QList<SquadEntry> squad{{false, slot[19]}};
+    squad += fromFile(0, 19);
+    const AnstossResult r = saveimportplayers(db(), file, club, squad);
+    ASSERT_TRUE(r.ok()) << r.result.message.toStdString();
+    QVariantList moved = player(slot[0]);
+    moved[0] = last[0];
+    EXPECT_EQ(moved, last); // every column along, talents and country included
+    EXPECT_EQ(db().scalar("SELECT count(*) FROM vereine_national WHERE NAME = 'Atlantis'").toInt(), 1);
+
+    // The file's players follow in list order, the draws replayed from the
+    // generator's start in the save's order: maximum strength, height, games left, face.
+    Rnd replay;
+    int gain = 0;
+    for (int i = 0; i < 19; ++i) {
+        const QVariantList p = player(slot[i + 1]);
+        const int art = i < 2 ? 0 : i < 8 ? 1 : i < 14 ? 2 : 3;
+        const int k = i - (art == 0 ? 0 : art == 1 ? 2 : art == 2 ? 8 : 14);
+        const double s = 10000 - 500 * k;
+        EXPECT_EQ(p[1].toString(), file.value(aetsection(i), "Name"));
+        EXPECT_EQ(p[2].toString(), "V.");
+        EXPECT_EQ(p[3].toLongLong(), qint64(s));
+        EXPECT_EQ(p[7].toInt(), art);
+        EXPECT_EQ(p[11].toInt(), i + 1);
+        EXPECT_EQ(p[15].toString(), "");
+        EXPECT_EQ(p[16].toString(), "");
+        rnd() = replay;
+        EXPECT_EQ(p[4].toLongLong(), staerkegewinn(s, gain)) << i;
+        EXPECT_EQ(p[6].toInt(), int(rnd().next() * 30.0f) + 175) << i;
+        EXPECT_EQ(p[8].toInt(), 10 + int(rnd().next() * 5.0f)) << i;
+        EXPECT_EQ(p[12].toLongLong(), gesichtbauen(0, 3)) << i;
+        replay = rnd();
+    }
+}
+
+TEST_F(Saving, AllClubPlayersReorderTheSquadAndKeepTheirData)
+{
+    load("Name=Neu\r\n", {});
+    const QList<qint64> slot = squadslots();
+    QList<QVariantList> before;
+    QList<SquadEntry> squad;
+    for (int i = 19; i >= 0; --i) {
+        before.prepend(player(slot[i]));
+        squad.append({false, slot[i]});
+    }
+    ASSERT_TRUE(saveimportplayers(db(), file, club, squad).ok());
+    for (int i = 0; i < 20; ++i) {
+        QVariantList now = player(slot[i]);
+        now[0] = before[19 - i][0];
+        EXPECT_EQ(now, before[19 - i]);
+    }
+}
+
+TEST_F(Saving, PlayerSaveRefusals)
+{
+    load("Name=Neu\r\n", squadof({2, 6, 6, 6}) + QList<AetPlayer>{{"X", "Y", "7"}, {"Z", "Y", QString()}});
+    expectRefused([&] { return saveimportplayers(db(), file, club, fromFile(0, 19)); }, {"19 statt 20"});
+    expectRefused([&] { return saveimportplayers(db(), file, club, fromFile(0, 19) + fromFile(20, 1)); }, {"[Spieler21]", "Position", "»7«"});
+    expectRefused([&] { return saveimportplayers(db(), file, club, fromFile(0, 19) + fromFile(21, 1)); }, {"[Spieler22]", "Position", "fehlt"});
+    db().run("DELETE FROM vereinspieler WHERE spieler = (SELECT max(spieler) FROM vereinspieler)");
+    expectRefused([&] { return saveimportplayers(db(), file, club, fromFile(0, 20)); }, {"nur 19 Spieler"});
+}
+
+TEST_F(Saving, TeamSaveWritesTheTickedGroupsAndTheExporterColours)
+{
+    load("Name=Neuer \"FC\" d'Or\r\nStadt=Neustadt\r\nLand=Neuland\r\nstadion=Arena\r\nStadionsitz=9000\r\n"
+         "Stadionsteh=1000\r\ntrikoth0=1, 2,3\r\ntrikota2=  9,8,7\r\n",
+         {});
+    TeamImport t = teamfromfile(db(), file, club);
+    t.team = true;
+    t.kitart[2] = 9;
+    ASSERT_TRUE(saveimportteam(db(), file, club, t, 0).ok());
+    Statement st = db().prepare("SELECT NAME, STADT, NATION, STADION_NAME, TW_TRIKOT_ART, F_TRIKOT_SPIELER, KURZNAME "
+                                "FROM vereine WHERE NUMMER = 7");
+    ASSERT_TRUE(st.step());
+    EXPECT_EQ(st.text(0), "Neuer \"FC\" d'Or");
+    EXPECT_EQ(st.text(1), "Neustadt");
+    EXPECT_EQ(st.text(2), "Neuland");
+    EXPECT_EQ(st.text(3), "Altstadion"); // stadium not ticked
+    EXPECT_EQ(st.integer(4), 9);
+    const QString tableColour = db().scalar("SELECT Trikot1 FROM e_trikotfarbeoriginal WHERE Nummer = 3").toString();
+    EXPECT_EQ(st.text(5), tableColour); // kits not ticked: the colour table's
+    EXPECT_EQ(st.text(6), "ALT");
+    EXPECT_EQ(db().scalar("SELECT KONTINENT FROM vereine_national WHERE NAME = 'Neuland'").toString(), "Atlantis");
+
+    t.team = false;
+    t.stadium = true;
+    t.kits = true;
+    ASSERT_TRUE(saveimportteam(db(), file, club, t, 0).ok());
+    Statement c = db().prepare("SELECT F_TRIKOT_SPIELER, F_AUSW_TRIKOT_SPIELER, F_HOSE_SPIELER, F_TRIKOT_WERBUNG, "
+                               "F_HOSE_STREIFEN, STADION_NAME, STADION_SITZPL, F_TRIKOT_TORWART FROM vereine WHERE NUMMER = 7");
+    ASSERT_TRUE(c.step());
+    EXPECT_EQ(c.text(0), "1, 2,3"); // the file's spacing
+    EXPECT_EQ(c.text(1), "  0,  0,  0"); // missing key: black
+    EXPECT_EQ(c.text(2), "  0,  0,  0");
+    EXPECT_EQ(c.text(3), "9,8,7");
+    EXPECT_EQ(c.text(4), "  0,  0,  0");
+    EXPECT_EQ(c.text(5), "Arena");
+    EXPECT_EQ(c.integer(6), 9000);
+    EXPECT_EQ(c.text(7), db().scalar("SELECT Trikot1 FROM e_trikotfarbeoriginal WHERE Nummer = 9").toString());
+}
+
+TEST_F(Saving, TeamSaveRefusals)
+{
+    load("trikoth1=1,2\r\n", {});
+    TeamImport t = teamfromfile(db(), file, club);
+    expectRefused([&] { return saveimportteam(db(), file, club, t, 0); }, {"keine der Gruppen"});
+    t.kits = true;
+    expectRefused([&] { return saveimportteam(db(), file, club, t, 0); }, {"[team]", "trikoth1"});
+    t.kits = false;
+    t.stadium = true;
+    expectRefused([&] { return saveimportteam(db(), file, club, t, 0); }, {"Sitzplätze"});
+    t.stadium = false;
+    t.team = true;
+    expectRefused([&] { return saveimportteam(db(), file, 99, t, 0); }, {"99"});
+}
+
+TEST_F(Saving, FreePlayersAndLeagueRunsAllOrNothing)
+{
+    QList<AetPlayer> players = squadof({2, 7, 7, 7});
+    const QString path = writeaet(files, "Land/Liga/Eins.aet", aettext("Name=Eins\r\n", players));
+    AnstossResult r = runfreeplayers(db(), path);
+    ASSERT_TRUE(r.ok());
+    EXPECT_EQ(r.result.message, "23 Spieler in Freie Spieler importiert!");
+    EXPECT_EQ(db().scalar("SELECT count(*) FROM a4spieler").toInt(), 23);
+    EXPECT_EQ(db().scalar("SELECT verein FROM a4spieler LIMIT 1").toString(), "Eins");
+    // The same file again only brings duplicates, which a4deleteid removes.
+    ASSERT_TRUE(runfreeplayers(db(), path, {0, 1}).ok());
+    EXPECT_EQ(db().scalar("SELECT count(*) FROM a4spieler").toInt(), 23);
+
+    players[3].position = "9";
+    writeaet(files, "Land/Liga/Zwei.aet", aettext("Name=Zwei\r\n", squadof({2, 7, 7, 7})));
+    writeaet(files, "Land/Liga/Drei.aet", aettext("Name=Drei\r\n", players));
+    const QString lan = writeaet(files, "l.lan", "[K]\r\nLand=Land\r\n[Liga]\r\n1=Zwei\r\n2=Drei\r\n");
+    expectRefused([&] { return importleague(db(), lan); }, {"Drei.aet", "[Spieler4]"});
+    writeaet(files, "Land/Liga/Drei.aet", aettext("Name=Drei\r\n", squadof({2, 7, 7, 7})));
+    int calls = 0;
+    expectRefused([&] { return importleague(db(), lan, [&](qint64, qint64) { return ++calls < 2; }); },
+                  {"Abgebrochen"});
+    r = importleague(db(), lan);
+    ASSERT_TRUE(r.ok());
+    EXPECT_EQ(r.clubs, 2);
+    EXPECT_EQ(r.players, 46);
+    EXPECT_EQ(db().scalar("SELECT count(*) FROM a4spieler").toInt(), 69);
+}

@@ -1,0 +1,281 @@
+#include "anstoss/ui/a4lists.h"
+#include "anstoss/ui/workbench.h"
+#include "app/busy.h"
+#include "app/mainwindow.h"
+#include "core/generator.h"
+#include "core/landneu.h"
+#include "guisupport.h"
+#include "support/qstringprint.h"
+#include "support/testsupport.h"
+
+#include <QAction>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDialog>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMenu>
+#include <QDragEnterEvent>
+#include <QMimeData>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QTabWidget>
+#include <QTableView>
+#include <QTimer>
+#include <QTreeWidget>
+#include <functional>
+
+using namespace zorbo;
+using zorbo::test::child;
+using zorbo::test::ScriptedDialogs;
+using zorbo::test::TempFolder;
+
+namespace {
+
+const QString koenigsau = QStringLiteral(ZORBO_EXAMPLES "/anstoss/Deutschland/Bundesliga/VfL_Koenigsau.aet");
+
+// Works a dialog of that name as soon as it runs modally.
+void whenOpen(QWidget &w, const QString &name, std::function<void(QDialog *)> work, int tries = 200)
+{
+    QTimer::singleShot(tries == 200 ? 0 : 5, &w, [&w, name, work, tries] {
+        QDialog *dialog = nullptr;
+        for (QDialog *d : w.findChildren<QDialog *>(name)) {
+            if (d->isVisible())
+                dialog = d;
+        }
+        if (!dialog && tries > 0)
+            return whenOpen(w, name, work, tries - 1);
+        ASSERT_NE(dialog, nullptr) << name.toStdString();
+        work(dialog);
+    });
+}
+
+// With ZORBO_SCREENSHOT_DIR set, the window's picture goes there.
+void screenshot(QWidget *w, const QString &name)
+{
+    const QString shot = qEnvironmentVariable("ZORBO_SCREENSHOT_DIR");
+    if (!shot.isEmpty())
+        w->grab().save(shot + "/" + name);
+}
+
+int selectedCount(QTreeWidget *list)
+{
+    return int(list->selectedItems().size());
+}
+
+struct AnstossWindows : ::testing::Test {
+    void SetUp() override
+    {
+        window = std::make_unique<MainWindow>(dir.path(), &dialogs);
+        window->formload();
+        Database &db = *window->db();
+        // Three clubs: one by town and country, one by name, one elsewhere.
+        db.run("INSERT INTO vereine (NUMMER, NAME, KURZNAME, GRAFIK_NR, NATION, STADT, TRIKOT_ART, AUSWEICH_TRIKOT_ART, "
+               "TW_TRIKOT_ART) VALUES (21, 'SC Königsau', 'SCK', 1, 'Deutschland', 'Königsau', 1, 2, 3), "
+               "(22, 'Alt VfL Königsau', 'AVK', 2, 'Deutschland', 'Alt', 4, 5, 6), "
+               "(23, 'FC Fern', 'FCF', 3, 'Schweiz', 'Fern', 7, 8, 9)");
+        for (qint64 club : {21, 22, 23})
+            spieler20new(db, club, "Deutschland", 20);
+        landneu(db, "Deutschland");
+        landneu(db, "Schweiz");
+        window->editor()->reloadtree();
+        dialogs.file = koenigsau;
+    }
+    int count(const char *sql) { return window->db()->scalar(QString::fromUtf8(sql)).toInt(); }
+
+    TempFolder dir;
+    ScriptedDialogs dialogs;
+    std::unique_ptr<MainWindow> window;
+};
+
+} // namespace
+
+TEST_F(AnstossWindows, TargetDialogPreselectsByNameAndSendsAClubToTheFreePlayers)
+{
+    QString preselected, label;
+    bool okBefore = true;
+    whenOpen(*window, "frma4open", [&](QDialog *d) {
+        label = child<QLabel>(*d, "lblverein")->text();
+        okBefore = child<QPushButton>(*d, "btnok")->isEnabled();
+        child<QRadioButton>(*d, "optnew(1)")->click();
+        preselected = child<QComboBox>(*d, "cboverein")->currentText();
+        EXPECT_FALSE(child<QComboBox>(*d, "cboland")->isVisible());
+        child<QPushButton>(*d, "btnabbrechen")->click();
+    });
+    window->action("mnuimportitem(2)")->trigger();
+    EXPECT_EQ(label, "VfL_Koenigsau");
+    EXPECT_FALSE(okBefore);
+    EXPECT_EQ(preselected, "Alt VfL Königsau (Deutschland)");
+    EXPECT_EQ(count("SELECT count(*) FROM a4spieler"), 0);
+
+    whenOpen(*window, "frma4open", [&](QDialog *d) {
+        child<QRadioButton>(*d, "optnew(0)")->click();
+        EXPECT_FALSE(child<QComboBox>(*d, "cboverein")->isEnabled());
+        child<QPushButton>(*d, "btnok")->click();
+    });
+    window->action("mnuimportitem(2)")->trigger();
+    EXPECT_EQ(count("SELECT count(*) FROM a4spieler"), 23);
+    EXPECT_EQ(child<QLabel>(*window, "stbstatus(1)")->text(), "23 Spieler in Freie Spieler importiert!");
+}
+
+TEST_F(AnstossWindows, WorkbenchBuildsASquadOfTwentyAndSavesClubAndPlayers)
+{
+    bool worked = false;
+    QString dropped;
+    whenOpen(*window, "frma4open", [&](QDialog *d) {
+        child<QRadioButton>(*d, "optnew(1)")->click();
+        screenshot(d, "frma4open.png");
+        auto *clubs = child<QComboBox>(*d, "cboverein");
+        clubs->setCurrentIndex(clubs->findText("FC Fern (Schweiz)"));
+        whenOpen(*window, "frma4import", [&](QDialog *w) {
+            worked = true;
+            // The main window takes no input while the workbench is open.
+            EXPECT_TRUE(w->isModal());
+            EXPECT_EQ(QApplication::activeModalWidget(), w);
+            screenshot(w, "frma4import-verein.png");
+            EXPECT_EQ(child<QLineEdit>(*w, "txtteamlang")->text(), "VfL Königsau");
+            EXPECT_EQ(child<QLineEdit>(*w, "txtteamkurz")->text(), "FCF");
+            EXPECT_EQ(child<QLineEdit>(*w, "txttnr")->text(), "23");
+            auto *imp = child<QTreeWidget>(*w, "lstvimport");
+            auto *ed = child<QTreeWidget>(*w, "lstveditor");
+            auto *neu = child<QTreeWidget>(*w, "lstveditornew");
+            auto *save = child<QPushButton>(*w, "btnspielersave");
+            EXPECT_EQ(imp->topLevelItemCount(), 23);
+            EXPECT_EQ(ed->topLevelItemCount(), 20);
+            EXPECT_TRUE(imp->isColumnHidden(3));
+            EXPECT_FALSE(save->isEnabled());
+
+            // Unticking the stadium brings the database's values back.
+            child<QCheckBox>(*w, "chkimport(1)")->click();
+            EXPECT_EQ(child<QLineEdit>(*w, "txtstadion")->text(), "");
+
+            auto *tabs = child<QTabWidget>(*w, "tabedit");
+            tabs->setCurrentIndex(1);
+            // Ten by Ctrl+C first; then Ctrl+A, Ctrl+C: twenty copied, the rest stays selected.
+            imp->setFocus();
+            for (int i = 0; i < 10; ++i)
+                imp->topLevelItem(i * 2)->setSelected(true);
+            QTest::keyClick(imp, Qt::Key_C, Qt::ControlModifier);
+            EXPECT_EQ(neu->topLevelItemCount(), 10);
+            screenshot(w, "frma4import-spieler.png");
+            tabs->setCurrentIndex(0);
+            QTest::keyClick(imp, Qt::Key_A, Qt::ControlModifier);
+            QTest::keyClick(imp, Qt::Key_C, Qt::ControlModifier);
+            EXPECT_EQ(neu->topLevelItemCount(), 20);
+            EXPECT_TRUE(save->isEnabled());
+            EXPECT_FALSE(imp->topLevelItem(0)->flags() & Qt::ItemIsEnabled) << "ghosted";
+            // Del on the first of the squad frees it.
+            neu->topLevelItem(0)->setSelected(true);
+            QTest::keyClick(neu, Qt::Key_Delete);
+            EXPECT_EQ(neu->topLevelItemCount(), 19);
+            EXPECT_FALSE(save->isEnabled());
+            EXPECT_TRUE(imp->topLevelItem(0)->flags() & Qt::ItemIsEnabled);
+
+            // A drop of the club's first player fills the twentieth place.
+            ed->topLevelItem(0)->setSelected(true);
+            QMimeData mime;
+            mime.setData(A4List::mimetype, "lstveditor");
+            QDragEnterEvent enter(QPoint(5, 5), Qt::CopyAction, &mime, Qt::LeftButton, Qt::NoModifier);
+            QApplication::sendEvent(neu->viewport(), &enter);
+            EXPECT_TRUE(enter.isAccepted());
+            QDropEvent drop(QPointF(5, 5), Qt::CopyAction, &mime, Qt::LeftButton, Qt::NoModifier);
+            QApplication::sendEvent(neu->viewport(), &drop);
+            EXPECT_TRUE(drop.isAccepted()) << selectedCount(ed);
+            EXPECT_EQ(neu->topLevelItemCount(), 20);
+            EXPECT_EQ(neu->topLevelItem(2)->data(0, Qt::UserRole).toString(), "E_1") << "after the two file keepers";
+            dropped = ed->topLevelItem(0)->text(0);
+            EXPECT_TRUE(save->isEnabled());
+
+            // The popup of each list shows its own items.
+            auto *bench = qobject_cast<Workbench *>(w);
+            ASSERT_NE(bench, nullptr);
+            auto shown = [](QMenu *m, const char *name) { return child<QAction>(*m, name)->isVisible(); };
+            QMenu *m = bench->popupfor(imp);
+            EXPECT_TRUE(m->findChild<QMenu *>("mnupopup_item(0)")->menuAction()->isVisible());
+            EXPECT_FALSE(shown(m, "mnupopup_item(7)"));
+            EXPECT_TRUE(child<QAction>(*m, "mnupopup_item(8)")->isEnabled());
+            m = bench->popupfor(ed);
+            EXPECT_FALSE(m->findChild<QMenu *>("mnupopup_item(0)")->menuAction()->isVisible());
+            EXPECT_FALSE(child<QAction>(*m, "mnupopup_item(8)")->isEnabled());
+            m = bench->popupfor(neu);
+            EXPECT_TRUE(shown(m, "mnupopup_item(7)"));
+            EXPECT_FALSE(shown(m, "mnupopup_item(6)"));
+            EXPECT_FALSE(shown(m, "mnupopup_item(8)"));
+            save->click();
+            child<QPushButton>(*w, "btnteamsave")->click();
+            child<QPushButton>(*w, "btnabbrechen")->click();
+        });
+        child<QPushButton>(*d, "btnok")->click();
+    });
+    window->action("mnuimportitem(2)")->trigger();
+    ASSERT_TRUE(worked);
+    EXPECT_EQ(count("SELECT count(*) FROM vereine WHERE NUMMER = 23 AND NAME = 'VfL Königsau'"), 1);
+    EXPECT_EQ(count("SELECT count(*) FROM vereine WHERE NUMMER = 23 AND STADION_NAME IS NULL"), 1);
+    // The club's player went onto the third slot, the file's onto the others.
+    Statement st = window->db()->prepare("SELECT vorname || ' ' || name FROM spielerinvereine WHERE verein = 23 "
+                                         "ORDER BY nummer LIMIT 1 OFFSET 2");
+    ASSERT_TRUE(st.step());
+    EXPECT_EQ(st.text(0), dropped);
+    EXPECT_EQ(count("SELECT count(*) FROM spielerinvereine WHERE verein = 23 AND name GLOB '*[^0-9]*'"), 19);
+}
+
+TEST_F(AnstossWindows, CountryFileGoesIntoTheFreePlayersInOneRunOrNotAtAll)
+{
+    dialogs.file = ZORBO_EXAMPLES "/anstoss/deutschland.lan";
+    dialogs.filter = 1;
+    dialogs.answer = true;
+    window->action("mnuimportitem(3)")->trigger();
+    EXPECT_EQ(count("SELECT count(*) FROM a4spieler"), 238);
+    EXPECT_TRUE(dialogs.asked.last().contains("Phantom_Kickers")) << dialogs.asked.last().toStdString();
+
+    // Stopped from its progress, a second run adds nothing.
+    window->db()->run("DELETE FROM a4spieler");
+    const int delay = Busy::setcanceldelay(0);
+    zorbo::test::cancelWhenOffered();
+    window->action("mnuimportitem(3)")->trigger();
+    Busy::setcanceldelay(delay);
+    EXPECT_EQ(count("SELECT count(*) FROM a4spieler"), 0);
+}
+
+TEST_F(AnstossWindows, WorkbenchPicksADrawingThroughTheEditorsKitPickerAndKeepsTheFileColours)
+{
+    bool worked = false;
+    whenOpen(*window, "frma4open", [&](QDialog *d) {
+        child<QRadioButton>(*d, "optnew(1)")->click();
+        auto *clubs = child<QComboBox>(*d, "cboverein");
+        clubs->setCurrentIndex(clubs->findText("FC Fern (Schweiz)"));
+        whenOpen(*window, "frma4import", [&](QDialog *w) {
+            auto *bench = qobject_cast<Workbench *>(w);
+            ASSERT_NE(bench, nullptr);
+            whenOpen(*window, "frmtrikotauswahl", [&](QDialog *picker) {
+                auto *grid = picker->findChild<QTableView *>();
+                ASSERT_NE(grid, nullptr);
+                grid->clicked(grid->model()->index(2, 3));
+                child<QPushButton>(*picker, "btnok")->click();
+            });
+            bench->pictrikot_DblClick(0);
+            worked = true;
+            child<QPushButton>(*w, "btnteamsave")->click();
+            bench->btnabbrechen_Click();
+        });
+        child<QPushButton>(*d, "btnok")->click();
+    });
+    window->action("mnuimportitem(2)")->trigger();
+    ASSERT_TRUE(worked);
+    // A new drawing, saved with the exporter's colours of the home kit.
+    EXPECT_NE(count("SELECT TRIKOT_ART FROM vereine WHERE NUMMER = 23"), 7);
+    EXPECT_EQ(window->db()->scalar("SELECT F_TRIKOT_SPIELER FROM vereine WHERE NUMMER = 23").toString(), "61, 70,218");
+}
+
+TEST(AnstossPictures, TheSixPicturesOfIltrikotAreDelivered)
+{
+    for (int image = 1; image <= 4; ++image)
+        EXPECT_EQ(a4picture(image).size(), QSize(16, 16)) << image;
+    EXPECT_EQ(a4picture(5).size(), QSize(32, 32));
+    EXPECT_EQ(a4picture(6).size(), QSize(32, 32));
+    // Strikers red, goalkeepers grey: the shirt's middle tells the position.
+    const QColor sturm = a4picture(1).toImage().pixelColor(8, 9);
+    const QColor tor = a4picture(4).toImage().pixelColor(8, 9);
+    EXPECT_GT(sturm.red(), sturm.green() + 60);
+    EXPECT_LT(qAbs(tor.red() - tor.green()), 20);
+}
