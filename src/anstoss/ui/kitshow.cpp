@@ -1,5 +1,8 @@
 #include "anstoss/ui/kitshow.h"
 
+#include "core/kitfigure.h"
+#include "core/ui/kitfigurepainter.h"
+
 #include <QPainter>
 #include <QStringList>
 
@@ -36,29 +39,15 @@ void KitShow::setcolours(const std::array<QColor, 4> &colours)
 void KitShow::paintEvent(QPaintEvent *)
 {
     QPainter g(this);
-    if (!m_picture.isNull())
-        g.drawPixmap(QRect(0, 0, 80, 80), m_picture);
-    else
-        g.drawRect(0, 0, 79, 79);
-    // The figure: five shirt stripes (trikot1 and trikot2 in turn), arms in
-    // trikot2, three parts of shorts in hose with two stripes, socks in trikot1.
-    const int x = 95;
-    g.setPen(Qt::NoPen);
-    for (int i = 0; i < 5; ++i) {
-        g.setBrush(m_colours[i % 2 == 0 ? 0 : 1]);
-        g.drawRect(x + i * 8, 5, 8, 36);
+    // The drawing where the editor's kit preview shows it, the figure beside it.
+    const QRect drawing = kitpixels(KitPictureLeft, KitPictureTop, KitPictureWidth, KitPictureHeight);
+    if (!m_picture.isNull()) {
+        const QPixmap shown = m_picture.scaled(drawing.size(), Qt::KeepAspectRatio, Qt::SmoothTransformation);
+        g.drawPixmap(drawing.center() - shown.rect().center(), shown);
     }
-    g.setBrush(m_colours[1]);
-    g.drawRect(x - 10, 5, 10, 20);
-    g.drawRect(x + 40, 5, 10, 20);
-    g.setBrush(m_colours[2]);
-    g.drawRect(x, 41, 40, 18);
-    g.setBrush(m_colours[3]);
-    g.drawRect(x, 41, 3, 18);
-    g.drawRect(x + 37, 41, 3, 18);
-    g.setBrush(m_colours[0]);
-    g.drawRect(x + 4, 62, 10, 20);
-    g.drawRect(x + 26, 62, 10, 20);
+    else
+        g.drawRect(drawing.adjusted(0, 0, -1, -1));
+    paintkitfigure(g, m_colours);
 }
 
 void KitShow::mouseDoubleClickEvent(QMouseEvent *)

@@ -1,6 +1,7 @@
 #include "editor/ui/kitpreview.h"
 
-#include "editor/kitfigure.h"
+#include "core/kitfigure.h"
+#include "core/ui/kitfigurepainter.h"
 
 #include <QEvent>
 #include <QFileInfo>
@@ -9,32 +10,17 @@
 
 namespace zorbo {
 
-namespace {
-
-// The highest shapes, the sleeves and the outer stripes, stand this far down the frame.
-constexpr int figureTop = 195;
-
-// Frame twips to pixels of the preview, which starts at the picture's left
-// and the figure's top.
-QRect pixels(int left, int top, int width, int height)
-{
-    return QRect(twipstopixels(left - KitPictureLeft), twipstopixels(top - figureTop), twipstopixels(width),
-                 twipstopixels(height));
-}
-
-} // namespace
-
 KitPreview::KitPreview(int slot, QWidget *parent) : QWidget(parent), m_slot(slot)
 {
     setObjectName(QStringLiteral("kitpreview(%1)").arg(slot));
     m_picture = new QLabel(this);
     m_picture->setObjectName(QStringLiteral("pictrikot(%1)").arg(slot));
-    m_picture->setGeometry(pixels(KitPictureLeft, KitPictureTop, KitPictureWidth, KitPictureHeight));
+    m_picture->setGeometry(kitpixels(KitPictureLeft, KitPictureTop, KitPictureWidth, KitPictureHeight));
     m_picture->setAlignment(Qt::AlignCenter);
     m_picture->installEventFilter(this);
     int right = 0, bottom = m_picture->geometry().bottom();
     for (const KitShape &s : kitfigure()) {
-        const QRect r = pixels(s.left, s.top, s.width, s.height);
+        const QRect r = kitpixels(s.left, s.top, s.width, s.height);
         right = qMax(right, r.right());
         bottom = qMax(bottom, r.bottom());
     }
@@ -67,12 +53,10 @@ void KitPreview::setColours(const KitColours &colours)
 void KitPreview::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
-    painter.setPen(Qt::black);
-    for (const KitShape &s : kitfigure()) {
-        const Rgb &c = m_colours[size_t(s.colour)];
-        painter.setBrush(QColor(c.red, c.green, c.blue));
-        painter.drawRect(pixels(s.left, s.top, s.width, s.height).adjusted(0, 0, -1, -1));
-    }
+    std::array<QColor, 4> colours;
+    for (size_t i = 0; i < colours.size(); ++i)
+        colours[i] = QColor(m_colours[i].red, m_colours[i].green, m_colours[i].blue);
+    paintkitfigure(painter, colours);
 }
 
 bool KitPreview::eventFilter(QObject *watched, QEvent *event)

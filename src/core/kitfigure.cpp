@@ -1,4 +1,4 @@
-#include "editor/kitfigure.h"
+#include "core/kitfigure.h"
 
 namespace zorbo {
 
