@@ -1,7 +1,7 @@
 #include "core/schema.h"
 #include "editor/kitart.h"
 #include "core/kitcolours.h"
-#include "editor/kitfigure.h"
+#include "core/kitfigure.h"
 #include "editor/provisional.h"
 #include "support/testsupport.h"
 
