@@ -7,7 +7,6 @@
 #include "core/fieldcheck.h"
 #include "core/world.h"
 
-#include <QDir>
 #include <QFileInfo>
 
 namespace zorbo::cli {
@@ -20,14 +19,6 @@ bool takeFlag(Context &ctx, const QString &name)
     return ctx.args.removeAll(name) > 0;
 }
 
-std::unique_ptr<World> openfor(Context &ctx)
-{
-    std::unique_ptr<World> world = openworld(ctx.dir, ctx.progress(QStringLiteral("Erstelle Transfermarkt")));
-    for (const QString &m : world->messages())
-        ctx.err << m << '\n';
-    return world;
-}
-
 int finish(Context &ctx, const AnstossResult &r)
 {
     if (!r.ok())
@@ -38,18 +29,18 @@ int finish(Context &ctx, const AnstossResult &r)
 
 // The squad of --squad: the automatic choice by a system, or a list of I<i>
 // and E<n>, put in the workbench's order. Throws Fault with the reason.
-QList<SquadEntry> squadof(Database &db, const AetFile &file, qint64 club, const QString &spec)
+QList<SquadEntry> squadof(Database &db, const AetFile &file, qint64 club, const QString &choice)
 {
     SquadBuilder builder;
     builder.fill(db, file, club);
-    if (spec == QLatin1String("auto") || spec.startsWith(QLatin1String("auto:"))) {
+    if (choice == QLatin1String("auto") || choice.startsWith(QLatin1String("auto:"))) {
         int system = 0;
-        if (spec == QLatin1String("auto")) {
+        if (choice == QLatin1String("auto")) {
             system = randomsystem();
         } else {
-            const std::optional<qint64> k = parsewholenumber(spec.mid(5));
+            const std::optional<qint64> k = parsewholenumber(choice.mid(5));
             if (!k || *k < 0 || *k > 9)
-                throw Fault(QStringLiteral("--squad auto:K braucht ein System von 0 bis 9, nicht »%1«.").arg(spec.mid(5)));
+                throw Fault(QStringLiteral("--squad auto:K braucht ein System von 0 bis 9, nicht »%1«.").arg(choice.mid(5)));
             system = int(*k);
         }
         builder.autochoose(system);
@@ -60,7 +51,7 @@ QList<SquadEntry> squadof(Database &db, const AetFile &file, qint64 club, const 
                             .arg(builder.squad().size()));
         return builder.entries();
     }
-    const QStringList items = spec.split(QLatin1Char(','), Qt::SkipEmptyParts);
+    const QStringList items = choice.split(QLatin1Char(','), Qt::SkipEmptyParts);
     if (items.size() != squadSize)
         throw Fault(QStringLiteral("Die Liste bei --squad nennt %1 statt 20 Spieler.").arg(items.size()));
     for (const QString &raw : items) {
@@ -102,9 +93,9 @@ int importaet(Context &ctx)
     if (!free && !grouped && squad.isEmpty())
         return ctx.fail(QStringLiteral("Mit --club ist wenigstens eine der Angaben --team, --stadium, --kits oder --squad nötig."));
     const QString path = QFileInfo(ctx.args.first()).absoluteFilePath();
-    const std::unique_ptr<World> world = openfor(ctx);
-    if (!world->db())
-        return ctx.fail(QStringLiteral("Die Welt in %1 ist nicht bereit.").arg(QDir::toNativeSeparators(ctx.dir)));
+    const std::unique_ptr<World> world = ctx.openworld();
+    if (!world)
+        return 1;
     if (free)
         return finish(ctx, world->run([&](Database &db) {
             return runfreeplayers(db, path, {}, ctx.progress(QStringLiteral("Speichere Freie Spieler")));
@@ -150,9 +141,9 @@ int importleague(Context &ctx)
     if (!free || ctx.args.size() != 1)
         return ctx.fail(QStringLiteral("import-league braucht eine .lig- oder .lan-Datei und --free."));
     const QString path = QFileInfo(ctx.args.first()).absoluteFilePath();
-    const std::unique_ptr<World> world = openfor(ctx);
-    if (!world->db())
-        return ctx.fail(QStringLiteral("Die Welt in %1 ist nicht bereit.").arg(QDir::toNativeSeparators(ctx.dir)));
+    const std::unique_ptr<World> world = ctx.openworld();
+    if (!world)
+        return 1;
     const AnstossResult r = world->run([&](Database &db) {
         return zorbo::importleague(db, path, ctx.progress(QStringLiteral("Importiere Liga")));
     });

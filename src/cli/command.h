@@ -62,6 +62,15 @@ int finish(Context &ctx, const Outcome &outcome)
     return 0;
 }
 
+// The same for a plain Result, which has no findings.
+inline int finish(Context &ctx, const Result &result)
+{
+    if (!result.ok)
+        return ctx.fail(result.message);
+    ctx.out << result.message << '\n';
+    return 0;
+}
+
 // Runs operation(world) on the program folder's world, opened as the
 // editor's start-up opens it, and prints its outcome as finish does; refuses
 // when the arguments left are not fileArguments many.

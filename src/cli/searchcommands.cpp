@@ -20,14 +20,7 @@ std::unique_ptr<World> existingworld(Context &ctx)
                      .arg(QDir::toNativeSeparators(ctx.dir)));
         return nullptr;
     }
-    std::unique_ptr<World> world = openworld(ctx.dir);
-    for (const QString &m : world->messages())
-        ctx.err << m << '\n';
-    if (!world->db()) {
-        ctx.fail(QStringLiteral("Die Welt in %1 ist nicht bereit.").arg(QDir::toNativeSeparators(ctx.dir)));
-        return nullptr;
-    }
-    return world;
+    return ctx.openworld();
 }
 
 int check(Context &ctx)

@@ -26,14 +26,6 @@ int inworld(Context &ctx, qsizetype arguments, const std::function<int(World &)>
     return world ? work(*world) : 1;
 }
 
-int finish(Context &ctx, const Result &r)
-{
-    if (!r)
-        return ctx.fail(r.message);
-    ctx.out << r.message << '\n';
-    return 0;
-}
-
 // The i-th argument as a whole number, or nothing after a message.
 std::optional<qint64> number(Context &ctx, int i, const QString &what)
 {
