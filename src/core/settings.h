@@ -29,6 +29,8 @@ struct Settings {
     QString programFolder; // without trailing separator
     std::array<QString, 10> verzeichnisse;
     int trikotsatz = 0;
+    // How many restore points are kept ("punkte" in section "sicherungen").
+    int restorepoints = 10;
 
     QString file() const { return programFolder + QStringLiteral("/zorboeditor.ini"); }
     QString dbpfad() const { return programFolder + QStringLiteral("/zorbo.mdb"); }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/history.h"
 #include "core/schema.h"
 #include "core/settings.h"
 #include "platform/runner.h"
@@ -24,6 +25,14 @@ struct Change {
     bool everything = false;
 
     bool isEmpty() const { return tables.isEmpty() && !everything; }
+};
+
+// How a run that changes the world enters its history. A run that changes
+// no row leaves no step.
+struct Step {
+    QString text;         // German, as the menu names it: "Verein „FC Köln“ gespeichert"
+    QString restorepoint; // when set, a restore point with this reason is kept
+                          // before the run, and the run is refused without one
 };
 
 // A program folder brought up as the editor's start-up does it (see
@@ -56,8 +65,31 @@ public:
     // run that fails or is cancelled rolls back and tells nothing. A run
     // inside a run belongs to the outer one. Op returns Result or an outcome
     // with a member `result`.
+    // The rows the run changed become one step of the history, named by
+    // step; the steps undone before are dropped.
     template <typename Op>
-    std::invoke_result_t<Op &, Database &> run(Op &&op, const QString &lead = {});
+    std::invoke_result_t<Op &, Database &> run(Op &&op, const QString &lead = {}, const Step &step = {});
+
+    // The history, oldest step first.
+    QList<HistoryStep> history() const;
+    // Undoes the newest count steps that are done, or redoes the oldest
+    // count undone ones, all or none: when a row of a step was changed since
+    // (by another program), nothing changes and the result says where.
+    // Listeners of changed() hear what changed.
+    Result undo(int count = 1, const Progress &progress = {});
+    Result redo(int count = 1, const Progress &progress = {});
+    // Undoes or redoes steps until the step with this id is the newest done
+    // one; 0 undoes every kept step.
+    Result gotostep(qint64 id, const Progress &progress = {});
+    // Forgets every step.
+    Result drophistory();
+
+    // Keeps a copy of the world as a restore point with this reason and
+    // removes the oldest ones beyond the settings' number.
+    Result keeprestorepoint(const QString &reason);
+    // Brings the world of the restore point back, after keeping a restore
+    // point of the present one. Listeners hear that everything changed.
+    Result restore(const QString &name, const Progress &progress = {});
 
     // Closes the database, lets work have its file to itself (as a
     // compaction needs) and opens the file again as the start-up does;
@@ -68,6 +100,8 @@ public:
 
 signals:
     void changed(const zorbo::Change &change);
+    // A step was added, undone or redone, or the history was dropped.
+    void historychanged();
 
 private:
     friend std::unique_ptr<World> openworld(const QString &programFolder, const Progress &progress);
@@ -108,7 +142,7 @@ private:
 };
 
 template <typename Op>
-std::invoke_result_t<Op &, Database &> World::run(Op &&op, const QString &lead)
+std::invoke_result_t<Op &, Database &> World::run(Op &&op, const QString &lead, const Step &step)
 {
     using Outcome = std::invoke_result_t<Op &, Database &>;
     if (!m_db) {

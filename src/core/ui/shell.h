@@ -119,13 +119,14 @@ public:
     }
 
     // Runs op on the world's database in one transaction; when it commits,
-    // every window hears through changed() what it changed. Without a
+    // its rows become a step of the history named by step, and every window
+    // hears through changed() what it changed. Without a
     // database, a failure that says so.
     template <typename Op>
-    auto run(Op &&op, const QString &lead = {}) -> std::invoke_result_t<Op &, Database &>
+    auto run(Op &&op, const QString &lead = {}, const Step &step = {}) -> std::invoke_result_t<Op &, Database &>
     {
         if (World *w = world())
-            return w->run(std::forward<Op>(op), lead);
+            return w->run(std::forward<Op>(op), lead, step);
         std::invoke_result_t<Op &, Database &> none{};
         resultof(none) = Result::failure(QStringLiteral("Es ist keine Datenbank geöffnet."));
         return none;

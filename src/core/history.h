@@ -1,0 +1,51 @@
+#pragma once
+
+#include "platform/database.h"
+#include "platform/operation.h"
+
+#include <QDateTime>
+#include <QList>
+#include <QString>
+
+namespace zorbo {
+
+// One step of the world's history: the rows one run changed, kept in the
+// table verlauf of the world's own database so that it outlives the program.
+struct HistoryStep {
+    qint64 id = 0;      // grows with every step; 0 stands for "before the first kept step"
+    QDateTime time;     // local time of the run
+    QString text;       // German: "Verein „FC Köln“ gespeichert"
+    bool undone = false; // the step is undone and waits to be redone
+    qint64 bytes = 0;   // size of the kept changes
+};
+
+// The kept steps, oldest first. Undone steps follow the done ones.
+QList<HistoryStep> historysteps(Database &db);
+
+// The number of kept steps and the bytes they take.
+struct HistorySize {
+    qint64 steps = 0;
+    qint64 bytes = 0;
+};
+HistorySize historysize(Database &db);
+
+// A copy of the whole world in the folder "sicherungen" beside zorbo.mdb,
+// kept before a run that replaces or removes many rows.
+struct RestorePoint {
+    QString name;   // file name, also what "restore NAME" takes
+    QString path;
+    QDateTime time;
+    QString reason; // German: "Config-Import", "Datenbank löschen" …
+    qint64 size = 0;
+    qint64 clubs = -1;   // -1 when the copy can't be read
+    qint64 players = -1;
+};
+
+// The folder of the restore points of a program folder.
+QString restorepointfolder(const QString &programFolder);
+
+// The restore points of the folder, newest first. Files in it that are no
+// restore points of ours are left out and left alone.
+QList<RestorePoint> restorepoints(const QString &programFolder);
+
+} // namespace zorbo
