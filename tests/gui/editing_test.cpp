@@ -103,7 +103,6 @@ TEST_F(Editing, ClubCountryMarketAndContinentOpenTheirParts)
     EXPECT_EQ(child<QWidget>(*window, "pictrikot(0)")->property("Tag").toInt(), 4);
     EXPECT_EQ(grid()->rowCount(), 20);
     EXPECT_EQ(grid()->index(0, ColPosition).data().toString(), "Tor");
-    EXPECT_EQ(tree->property("Tag").toString(), "T20");
 
     clickNode(tree, "L11");
     EXPECT_EQ(text("txtteamlang"), "Österreich");
@@ -119,7 +118,6 @@ TEST_F(Editing, ClubCountryMarketAndContinentOpenTheirParts)
     EXPECT_EQ(runs, 0);
     EXPECT_FALSE(save->isEnabled() || window->action("save")->isEnabled() || save->property("Offen").toBool());
     EXPECT_TRUE(grid()->isEmptySquad()) << "Österreich's national team has no players";
-    EXPECT_EQ(grid()->rowCount(), 20);
     EXPECT_FALSE(enabled("flxgrdspieler")) << "empty rows take no click";
 
     clickNode(tree, "T0");
@@ -133,7 +131,6 @@ TEST_F(Editing, ClubCountryMarketAndContinentOpenTheirParts)
     clickNode(tree, "Asien");
     EXPECT_FALSE(enabled("btnteamsave") || enabled("Frame7") || enabled("Frame1"));
     EXPECT_EQ(text("txtteamlang"), "TRANSFERMARKT") << "fields keep their last content";
-    EXPECT_EQ(tree->property("Tag").toString(), "Asien");
 }
 
 TEST_F(Editing, RenamingACountryMovesItsClubsAndSelectsItAgain)
