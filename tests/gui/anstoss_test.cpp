@@ -27,8 +27,6 @@
 
 using namespace zorbo;
 using zorbo::test::child;
-using zorbo::test::ScriptedDialogs;
-using zorbo::test::TempFolder;
 using zorbo::test::screenshot;
 using zorbo::test::whenModal;
 
@@ -36,11 +34,10 @@ namespace {
 
 const QString koenigsau = QStringLiteral(ZORBO_EXAMPLES "/anstoss/Deutschland/Bundesliga/VfL_Koenigsau.aet");
 
-struct AnstossWindows : ::testing::Test {
+struct AnstossWindows : zorbo::test::WindowTest {
     void SetUp() override
     {
-        window = std::make_unique<MainWindow>(dir.path(), &dialogs);
-        window->formload();
+        openwindow();
         Database &db = *window->db();
         // Three clubs: one by town and country, one by name, one elsewhere.
         db.run("INSERT INTO vereine (NUMMER, NAME, KURZNAME, GRAFIK_NR, NATION, STADT, TRIKOT_ART, AUSWEICH_TRIKOT_ART, "
@@ -56,9 +53,6 @@ struct AnstossWindows : ::testing::Test {
     }
     int count(const char *sql) { return window->db()->scalar(QString::fromUtf8(sql)).toInt(); }
 
-    TempFolder dir;
-    ScriptedDialogs dialogs;
-    std::unique_ptr<MainWindow> window;
 };
 
 } // namespace

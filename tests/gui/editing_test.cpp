@@ -20,11 +20,9 @@
 #include <gtest/gtest.h>
 
 using namespace zorbo;
-using zorbo::test::ScriptedDialogs;
 using zorbo::test::node;
 using zorbo::test::child;
 using zorbo::test::clickNode;
-using zorbo::test::TempFolder;
 
 namespace {
 
@@ -54,15 +52,12 @@ void buildWorld(const QString &folder)
     }
 }
 
-class Editing : public ::testing::Test {
+class Editing : public zorbo::test::WindowTest {
 protected:
     void SetUp() override
     {
         buildWorld(dir.path());
-        window = std::make_unique<MainWindow>(dir.path(), &dialogs);
-        window->formload();
-        window->resize(1200, 800);
-        window->show();
+        openwindow(true);
         tree = child<QTreeWidget>(*window, "tvdb");
     }
     QString text(const char *name) { return child<QLineEdit>(*window, name)->text(); }
@@ -75,9 +70,6 @@ protected:
     PlayerGridModel *grid() { return window->editor()->gridmodel(); }
     void clickRow(int row) { zorbo::test::clickGridRow(*window, row); }
 
-    TempFolder dir;
-    ScriptedDialogs dialogs;
-    std::unique_ptr<MainWindow> window;
     QTreeWidget *tree = nullptr;
 };
 

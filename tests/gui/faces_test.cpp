@@ -23,9 +23,7 @@
 #include <gtest/gtest.h>
 
 using namespace zorbo;
-using zorbo::test::ScriptedDialogs;
 using zorbo::test::child;
-using zorbo::test::TempFolder;
 
 namespace {
 
@@ -37,7 +35,7 @@ QPushButton *button(QWidget &w, const char *kind, int part)
     return child<QPushButton>(w, QStringLiteral("%1(%2)").arg(QLatin1String(kind)).arg(part));
 }
 
-class FaceWindow : public ::testing::Test {
+class FaceWindow : public zorbo::test::WindowTest {
 protected:
     void SetUp() override
     {
@@ -53,19 +51,13 @@ protected:
             o.db->run("UPDATE spieler SET GESICHT = ?2, ERLERNT = '40,43,48', GESPERRT = '45' WHERE NUMMER = ?1", first,
                       encodeface({0, {2, 3, 4, 5, 6}}));
         }
-        window = std::make_unique<MainWindow>(dir.path(), &dialogs);
-        window->formload();
-        window->resize(1200, 800);
-        window->show();
+        openwindow(true);
         zorbo::test::clickNode(child<QTreeWidget>(*window, "tvdb"), "T20");
         for (int r = 0; r < window->editor()->gridmodel()->rowCount(); ++r)
             if (window->editor()->gridmodel()->player(r).nummer == first)
                 zorbo::test::clickGridRow(*window, r);
         face = child<FaceView>(*window, "picgesicht");
     }
-    TempFolder dir;
-    ScriptedDialogs dialogs;
-    std::unique_ptr<MainWindow> window;
     FaceView *face = nullptr;
     qint64 first = 0;
 };

@@ -1,7 +1,9 @@
 #pragma once
 
+#include "app/mainwindow.h"
 #include "core/ui/dialogs.h"
 #include "editor/ui/editorview.h"
+#include "support/testsupport.h"
 
 #include <QApplication>
 #include <QDialog>
@@ -57,6 +59,24 @@ public:
     QString savefile(QWidget *w, const QString &title, const QString &start, const QStringList &f, int *chosen) override
     {
         return openfile(w, title, start, f, chosen);
+    }
+};
+
+// A main window on the world in its own folder, its message boxes answered
+// by dialogs; opened once the folder holds what the test needs.
+struct WindowTest : ::testing::Test {
+    TempFolder dir;
+    ScriptedDialogs dialogs;
+    std::unique_ptr<MainWindow> window;
+    // shown: on screen at the size the window tests click in.
+    void openwindow(bool shown = false)
+    {
+        window = std::make_unique<MainWindow>(dir.path(), &dialogs);
+        window->formload();
+        if (shown) {
+            window->resize(1200, 800);
+            window->show();
+        }
     }
 };
 

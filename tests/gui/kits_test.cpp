@@ -32,8 +32,6 @@
 #include <functional>
 
 using namespace zorbo;
-using zorbo::test::ScriptedDialogs;
-using zorbo::test::TempFolder;
 using zorbo::test::whenModal;
 
 namespace {
@@ -73,7 +71,7 @@ void writeshirt(const QString &file, int art)
     ASSERT_TRUE(image.save(file, "PNG"));
 }
 
-class Kits : public ::testing::Test {
+class Kits : public zorbo::test::WindowTest {
 protected:
     void SetUp() override
     {
@@ -97,10 +95,7 @@ protected:
         ASSERT_TRUE(zorbo::test::writeBytes(dir.file("wappen/vereins_wappen_12.tga"), plaincrest(0xF800)));
         ASSERT_TRUE(zorbo::test::writeBytes(dir.file("wappen/vereins_wappen_5.tga"), plaincrest(0x07E0)));
 
-        window = std::make_unique<MainWindow>(dir.path(), &dialogs);
-        window->formload();
-        window->resize(1200, 800);
-        window->show();
+        openwindow(true);
         tree = window->findChild<QTreeWidget *>("tvdb");
         select("T20");
     }
@@ -132,9 +127,6 @@ protected:
     QVariant value(const QString &sql) { return window->db()->scalar(sql); }
     QString grafnr() { return window->findChild<QLineEdit *>("txtgrafnr")->text(); }
 
-    TempFolder dir;
-    ScriptedDialogs dialogs;
-    std::unique_ptr<MainWindow> window;
     QTreeWidget *tree = nullptr;
 };
 

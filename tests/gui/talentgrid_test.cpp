@@ -18,8 +18,6 @@
 #include <gtest/gtest.h>
 
 using namespace zorbo;
-using zorbo::test::ScriptedDialogs;
-using zorbo::test::TempFolder;
 
 namespace {
 
@@ -42,15 +40,12 @@ qint64 buildWorld(const QString &folder)
     return first;
 }
 
-class Talents : public ::testing::Test {
+class Talents : public zorbo::test::WindowTest {
 protected:
     void SetUp() override
     {
         first = buildWorld(dir.path());
-        window = std::make_unique<MainWindow>(dir.path(), &dialogs);
-        window->formload();
-        window->resize(1200, 800);
-        window->show();
+        openwindow(true);
         zorbo::test::clickNode(window->findChild<QTreeWidget *>("tvdb"), "T20");
         talents = window->findChild<TalentGrid *>("flxgrdattribute");
         ASSERT_NE(talents, nullptr);
@@ -70,9 +65,6 @@ protected:
     }
     QString state(int row) { return talents->item(row, 16)->text(); }
 
-    TempFolder dir;
-    ScriptedDialogs dialogs;
-    std::unique_ptr<MainWindow> window;
     TalentGrid *talents = nullptr;
     qint64 first = 0;
 };

@@ -15,19 +15,16 @@
 #include <functional>
 
 using namespace zorbo;
-using zorbo::test::ScriptedDialogs;
 using zorbo::test::node;
 using zorbo::test::child;
-using zorbo::test::TempFolder;
 using zorbo::test::whenModal;
 
 namespace {
 
-struct SampleWorld : ::testing::Test {
+struct SampleWorld : zorbo::test::WindowTest {
     void SetUp() override
     {
-        window = std::make_unique<MainWindow>(dir.path(), &dialogs);
-        window->formload();
+        openwindow();
         ASSERT_TRUE(importconfig(*window->db(), ZORBO_EXAMPLES "/beispielwelt/1_tm.cfg", ConfigKind::Teams).ok());
         ASSERT_TRUE(importconfig(*window->db(), ZORBO_EXAMPLES "/beispielwelt/1_sp.cfg", ConfigKind::Players).ok());
         window->editor()->reloadtree();
@@ -35,9 +32,6 @@ struct SampleWorld : ::testing::Test {
     }
     int count(const char *sql) { return window->db()->scalar(QString::fromUtf8(sql)).toInt(); }
 
-    TempFolder dir;
-    ScriptedDialogs dialogs;
-    std::unique_ptr<MainWindow> window;
     QTreeWidget *tree = nullptr;
 };
 

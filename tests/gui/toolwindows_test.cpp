@@ -19,8 +19,6 @@
 #include <functional>
 
 using namespace zorbo;
-using zorbo::test::ScriptedDialogs;
-using zorbo::test::TempFolder;
 using zorbo::test::child;
 using zorbo::test::screenshot;
 using zorbo::test::texts;
@@ -28,11 +26,10 @@ using zorbo::test::texts;
 namespace {
 
 // A main window on a fresh world with two clubs of one country.
-struct ToolWindows : ::testing::Test {
+struct ToolWindows : zorbo::test::WindowTest {
     void SetUp() override
     {
-        window = std::make_unique<MainWindow>(dir.path(), &dialogs);
-        window->formload();
+        openwindow();
         db().exec("INSERT INTO vereine_national (NUMMER, NAME, NATION) VALUES (1, 'Deutschland', 'Deutschland'); "
                   "INSERT INTO vereine (NUMMER, NAME, NATION) VALUES (10, 'FC Links', 'Deutschland'), "
                   "(20, 'SV Rechts', 'Deutschland')");
@@ -56,9 +53,6 @@ struct ToolWindows : ::testing::Test {
         window->action(entry)->trigger();
     }
 
-    TempFolder dir;
-    ScriptedDialogs dialogs;
-    std::unique_ptr<MainWindow> window;
 };
 
 void click(QListWidget *list, int row)

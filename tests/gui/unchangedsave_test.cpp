@@ -92,7 +92,7 @@ void importsample(Database &db)
     }
 }
 
-class UnchangedSave : public ::testing::TestWithParam<bool> {
+class UnchangedSave : public zorbo::test::WindowTest, public ::testing::WithParamInterface<bool> {
 protected:
     void SetUp() override
     {
@@ -104,10 +104,7 @@ protected:
             else
                 importsample(*o.db);
         }
-        window = std::make_unique<MainWindow>(dir.path(), &dialogs);
-        window->formload();
-        window->resize(1200, 800);
-        window->show();
+        openwindow(true);
         tree = child<QTreeWidget>(*window, "tvdb");
         tabs = child<QTabWidget>(*window, "tabedit");
     }
@@ -123,9 +120,6 @@ protected:
         QTest::mouseClick(save, Qt::LeftButton);
     }
 
-    TempFolder dir;
-    ScriptedDialogs dialogs;
-    std::unique_ptr<MainWindow> window;
     QTreeWidget *tree = nullptr;
     QTabWidget *tabs = nullptr;
 };
