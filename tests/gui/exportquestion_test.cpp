@@ -9,15 +9,13 @@
 #include <gtest/gtest.h>
 
 using namespace zorbo;
-using zorbo::test::ScriptedDialogs;
-using zorbo::test::TempFolder;
 
-TEST(ExportQuestion, ThreeAnswers)
+using ExportQuestion = zorbo::test::WindowTest;
+
+TEST_F(ExportQuestion, ThreeAnswers)
 {
-    TempFolder dir;
-    ScriptedDialogs dialogs;
-    MainWindow w(dir.path(), &dialogs);
-    w.formload();
+    openwindow();
+    MainWindow &w = *window;
     int panelShown = 0;
     w.shell().handle("mnutoolitem(8)", [&] { ++panelShown; });
     w.db()->exec("UPDATE spieler SET NAME = 'Łukasz' WHERE NUMMER = 3");
