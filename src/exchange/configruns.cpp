@@ -34,13 +34,14 @@ ExchangeResult run(Database &db, const QString &path, const QStringList &tables,
 
 ExchangeResult importteamsrun(Database &db, const QString &path, const Progress &progress, FileEncoding encoding)
 {
-    return run(db, path, {QStringLiteral("vereine"), QStringLiteral("vereine_national"), QStringLiteral("kaderzeilen")},
-               [&] { return importvereine(db, path, progress, encoding); });
+    // The reader replaces the teams and squads itself, row by row.
+    return run(db, path, {}, [&] { return importvereine(db, path, progress, encoding); });
 }
 
 ExchangeResult importplayersrun(Database &db, const QString &path, const Progress &progress, FileEncoding encoding)
 {
-    return run(db, path, {QStringLiteral("spieler")}, [&] { return importspieler(db, path, progress, encoding); });
+    // The reader replaces the players itself, row by row.
+    return run(db, path, {}, [&] { return importspieler(db, path, progress, encoding); });
 }
 
 ExchangeResult importconfig(Database &db, const QString &path, ConfigKind kind, const Progress &progress,

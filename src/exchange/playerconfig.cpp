@@ -5,6 +5,8 @@
 #include "platform/codepage.h"
 #include "platform/numbers.h"
 
+#include <QSet>
+
 namespace zorbo {
 
 namespace {
@@ -56,8 +58,23 @@ void readPlayers(Database &db, const CfgFile &file, ExchangeResult &result, cons
         keywords.push_back(*toCp1252(fields.back()));
         kinds.push_back(bareColumn(c) ? Kind::Bare : col.isText() ? Kind::Quoted : col.isInteger() ? Kind::Whole : Kind::Decimal);
     }
+    // A player as the world holds him already is left alone, so that a file
+    // read again changes only the rows it changes (and the history records
+    // only those).
+    QStringList names, set, olds, news;
+    for (const ColumnInfo &col : columns) {
+        const QString name = QLatin1Char('"') + col.name + QLatin1Char('"');
+        names << name;
+        set << name + QStringLiteral(" = excluded.") + name;
+        olds << QStringLiteral("spieler.") + name;
+        news << QStringLiteral("excluded.") + name;
+    }
     Statement insert = db.prepare(QStringLiteral("INSERT INTO spieler VALUES (?1, ?2, ?3, ?4, ?5, ?6, ?7, ?8, ?9, ?10, "
-                                                 "?11, ?12, ?13, ?14, ?15, ?16, ?17) ON CONFLICT (NUMMER) DO NOTHING"));
+                                                 "?11, ?12, ?13, ?14, ?15, ?16, ?17) ON CONFLICT (NUMMER) DO UPDATE SET %1 "
+                                                 "WHERE (%2) IS NOT (%3)")
+                                      .arg(set.join(QStringLiteral(", ")), olds.join(QStringLiteral(", ")),
+                                           news.join(QStringLiteral(", "))));
+    QSet<qint64> seen;
     qsizetype droppedCount = 0;
     int lastPercent = -1;
     const qint64 size = file.size();
@@ -99,10 +116,11 @@ void readPlayers(Database &db, const CfgFile &file, ExchangeResult &result, cons
                     break;
                 }
             }
-            insert.exec();
-            if (db.changes() > 0)
+            if (!seen.contains(number)) {
+                seen.insert(number);
+                insert.exec();
                 ++result.players;
-            else if (++droppedCount <= namedDuplicates)
+            } else if (++droppedCount <= namedDuplicates)
                 result.findings << Finding{.text = QStringLiteral("die Spielernummer stand schon weiter oben in der Datei; "
                                                                   "der erste Datensatz bleibt, dieser wird übergangen."),
                                            .file = file.path(),
@@ -126,6 +144,18 @@ void readPlayers(Database &db, const CfgFile &file, ExchangeResult &result, cons
         result.findings << Finding{.text = QStringLiteral("… und %1 weitere doppelte Spielernummern.")
                                                .arg(droppedCount - namedDuplicates),
                                    .file = file.path()};
+    // The players the file doesn't hold leave the world.
+    QList<qint64> gone;
+    Statement all = db.prepare(QStringLiteral("SELECT NUMMER FROM spieler"));
+    while (all.step()) {
+        if (!seen.contains(all.integer(0)))
+            gone << all.integer(0);
+    }
+    Statement remove = db.prepare(QStringLiteral("DELETE FROM spieler WHERE NUMMER = ?1"));
+    for (qint64 number : std::as_const(gone)) {
+        remove.bind(1, number);
+        remove.exec();
+    }
 }
 
 } // namespace

@@ -15,9 +15,11 @@ QString sp_header(Database &db, const QDateTime &now);
 ExchangeResult exportspieler(Database &db, const QString &path, const Progress &progress = {},
                              const QDateTime &now = QDateTime::currentDateTime(), bool nearest = false);
 
-// Reads a 1_sp.cfg into spieler: the 17 lines after each NEUER_SPIELER, by
-// position, whatever they hold. A player number that comes twice keeps its
-// first record; the notes say which. All or nothing, as the team reader.
+// Reads a 1_sp.cfg into spieler, which then holds the file's players and
+// no others: the 17 lines after each NEUER_SPIELER, by position, whatever
+// they hold. A player number that comes twice keeps its first record; the
+// notes say which. A row that stays as it was is not written. All or
+// nothing, as the team reader.
 ExchangeResult importspieler(Database &db, const QString &path, const Progress &progress = {},
                              FileEncoding encoding = FileEncoding::Detect);
 

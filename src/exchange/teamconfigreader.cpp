@@ -6,6 +6,8 @@
 #include <QSet>
 #include <array>
 
+#include <map>
+
 namespace zorbo {
 
 namespace {
@@ -24,7 +26,6 @@ struct Form {
     QString kind; // "Der Verein" or "Das Nationalteam", for messages
     std::vector<Keyword> keywords;
     Statement insert;
-    Statement remove;
 };
 
 // The three keyword lists of the file; a record's line n holds keyword n.
@@ -61,9 +62,7 @@ public:
     TeamRecordReader(Database &db, const CfgFile &file, ExchangeResult &result)
         : m_db(db), m_file(file), m_result(result), m_short(makeForm(QStringLiteral("vereine"), shortList())),
           m_full(makeForm(QStringLiteral("vereine"), fullList())),
-          m_national(makeForm(QStringLiteral("vereine_national"), nationalList())),
-          m_clearSquad(db.prepare(QStringLiteral("DELETE FROM kaderzeilen WHERE verein = ?1"))),
-          m_addSquad(db.prepare(QStringLiteral("INSERT INTO kaderzeilen (verein, spieler) VALUES (?1, ?2)")))
+          m_national(makeForm(QStringLiteral("vereine_national"), nationalList()))
     {
     }
 
@@ -85,8 +84,19 @@ private:
     Database &m_db;
     const CfgFile &m_file;
     ExchangeResult &m_result;
+    // The tables end up as if they had been emptied and the file's records
+    // written one after the other; rows that stay as they were are not
+    // written, so that reading a file again changes only what it changes
+    // (and the history records only that).
+    void replacerows();
+    void dropunseen(const QString &table, const QSet<qint64> &seen);
+
     Form m_short, m_full, m_national;
-    Statement m_clearSquad, m_addSquad;
+    // The squad rows by their place zeile, as the file's records leave
+    // them: a record's squad replaces the rows of its team and takes the
+    // places after the highest one left, as new rows of a table do.
+    std::map<qint64, std::pair<qint64, qint64>> m_squadRows;
+    QHash<qint64, QList<qint64>> m_squadPlaces; // team -> its places
     std::array<Line, 33> m_lines{}; // the lines of the open record
     QSet<qint64> m_seenClubs, m_seenNational;
     int m_records = 0;
@@ -112,12 +122,22 @@ Form TeamRecordReader::makeForm(const QString &table, const QStringList &words)
         keywords.push_back({w.toLatin1(), kind});
         marks << QStringLiteral("?");
     }
-    // Column names come from the fixed lists above, never from the file.
-    const QString insert = QStringLiteral("INSERT INTO %1 (%2) VALUES (%3)")
-                               .arg(table, words.join(QLatin1Char(',')), marks.join(QLatin1Char(',')));
+    // Column names come from the fixed lists above and the table, never
+    // from the file. The columns the record lacks become Null, as in a new row.
+    QStringList set, olds, news;
+    for (const ColumnInfo &c : m_db.columns(table)) {
+        const QString name = QLatin1Char('"') + c.name + QLatin1Char('"');
+        set << name + QStringLiteral(" = excluded.") + name;
+        olds << table + QLatin1Char('.') + name;
+        news << QStringLiteral("excluded.") + name;
+    }
+    const QString insert = QStringLiteral("INSERT INTO %1 (%2) VALUES (%3) ON CONFLICT (NUMMER) DO UPDATE SET %4 "
+                                          "WHERE (%5) IS NOT (%6)")
+                               .arg(table, words.join(QLatin1Char(',')), marks.join(QLatin1Char(',')),
+                                    set.join(QStringLiteral(", ")), olds.join(QStringLiteral(", ")),
+                                    news.join(QStringLiteral(", ")));
     return Form{table, table == QLatin1String("vereine") ? QStringLiteral("Der Verein") : QStringLiteral("Das Nationalteam"),
-                std::move(keywords), m_db.prepare(insert),
-                m_db.prepare(QStringLiteral("DELETE FROM %1 WHERE NUMMER = ?1").arg(table))};
+                std::move(keywords), m_db.prepare(insert)};
 }
 
 void TeamRecordReader::importvereine(const Progress &progress)
@@ -165,6 +185,7 @@ void TeamRecordReader::importvereine(const Progress &progress)
         m_result.findings << Finding{
             .text = QStringLiteral("… und %1 weitere übergangene oder doppelte Datensätze.").arg(m_repeats - maxNotes),
             .file = m_file.path()};
+    replacerows();
     if (m_records == 0) {
         const QString why = QStringLiteral("enthält keinen Verein (keine Zeile NEUES_TEAM)%1.")
                                 .arg(m_file.contains(QByteArrayView("NEUER_SPIELER"))
@@ -242,8 +263,6 @@ void TeamRecordReader::splitsteam(qsizetype header, int last)
                                      .line = int(header + 1),
                                      .team = team};
     seen.insert(team);
-    form->remove.bind(1, team);
-    form->remove.exec();
     form->insert.exec();
     form->insert.reset();
     ++(form == &m_national ? m_result.nationalTeams : m_result.teams);
@@ -265,13 +284,56 @@ void TeamRecordReader::splitsspieler(qint64 team, QByteArrayView value, qsizetyp
                                   .arg(columnrule(QStringLiteral("NUMMER")).max));
         players.push_back(*n);
     }
-    m_clearSquad.bind(1, team);
-    m_clearSquad.exec();
+    QList<qint64> &places = m_squadPlaces[team];
+    for (qint64 place : std::as_const(places))
+        m_squadRows.erase(place);
+    places.clear();
+    qint64 next = m_squadRows.empty() ? 1 : m_squadRows.rbegin()->first + 1;
     for (qint64 p : players) {
-        m_addSquad.bindAll(team, p);
-        m_addSquad.exec();
+        m_squadRows[next] = {team, p};
+        places << next++;
     }
     m_result.squadRows += int(players.size());
+}
+
+void TeamRecordReader::dropunseen(const QString &table, const QSet<qint64> &seen)
+{
+    QList<qint64> gone;
+    Statement all = m_db.prepare(QStringLiteral("SELECT NUMMER FROM %1").arg(table));
+    while (all.step()) {
+        if (!seen.contains(all.integer(0)))
+            gone << all.integer(0);
+    }
+    Statement remove = m_db.prepare(QStringLiteral("DELETE FROM %1 WHERE NUMMER = ?1").arg(table));
+    for (qint64 number : std::as_const(gone)) {
+        remove.bind(1, number);
+        remove.exec();
+    }
+}
+
+void TeamRecordReader::replacerows()
+{
+    dropunseen(QStringLiteral("vereine"), m_seenClubs);
+    dropunseen(QStringLiteral("vereine_national"), m_seenNational);
+    Statement place = m_db.prepare(QStringLiteral(
+        "INSERT INTO kaderzeilen (zeile, verein, spieler) VALUES (?1, ?2, ?3) ON CONFLICT (zeile) DO UPDATE SET "
+        "verein = excluded.verein, spieler = excluded.spieler "
+        "WHERE (kaderzeilen.verein, kaderzeilen.spieler) IS NOT (excluded.verein, excluded.spieler)"));
+    for (const auto &[zeile, row] : m_squadRows) {
+        place.bindAll(zeile, row.first, row.second);
+        place.exec();
+    }
+    QList<qint64> gone;
+    Statement all = m_db.prepare(QStringLiteral("SELECT zeile FROM kaderzeilen"));
+    while (all.step()) {
+        if (!m_squadRows.contains(all.integer(0)))
+            gone << all.integer(0);
+    }
+    Statement remove = m_db.prepare(QStringLiteral("DELETE FROM kaderzeilen WHERE zeile = ?1"));
+    for (qint64 zeile : std::as_const(gone)) {
+        remove.bind(1, zeile);
+        remove.exec();
+    }
 }
 
 } // namespace

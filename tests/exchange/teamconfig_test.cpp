@@ -112,14 +112,16 @@ TEST(TeamConfig, ReaderKeepsTheFileRules)
 
 TEST(TeamConfig, BareSquadLineLeavesTheSquadAloneAndLaterRecordReplaces)
 {
+    // The world's rows before the file count for nothing: the file's
+    // records replace them all.
     TestDb t;
-    insertRow(*t, "vereinspieler", {1, 11});
-    writeBytes(t.file("a.cfg"), "NEUES_TEAM\r\nNUMMER 1\r\nNAME \"A\"\r\nGRAFIK_NR 1\r\nSPIELER\r\n\r\n"
+    insertRow(*t, "vereinspieler", {2, 22});
+    writeBytes(t.file("a.cfg"), "NEUES_TEAM\r\nNUMMER 1\r\nNAME \"A\"\r\nGRAFIK_NR 1\r\nSPIELER \"11,12\"\r\n\r\n"
                                 "NEUES_TEAM\r\nNUMMER 1\r\nNAME \"B\"\r\nGRAFIK_NR 2\r\nSPIELER\r\n");
     const ExchangeResult r = importvereine(*t, t.file("a.cfg"));
     ASSERT_TRUE(r.ok()) << r.result.message.toStdString();
     EXPECT_EQ(t->scalar("SELECT NAME FROM vereine").toString(), "B");
-    EXPECT_EQ(t->scalar("SELECT count(*) FROM vereinspieler").toInt(), 1);
+    EXPECT_EQ(t->scalar("SELECT group_concat(verein || ':' || spieler, ' ') FROM vereinspieler").toString(), "1:11 1:12");
     ASSERT_EQ(r.findings.size(), 1);
     EXPECT_EQ(r.findings[0].line, 7);
     EXPECT_EQ(r.findings[0].team, 1);

@@ -200,3 +200,31 @@ TEST(History, AnUndoOfRowsChangedSinceIsRefusedAndChangesNothing)
     EXPECT_FALSE(world->history().last().undone);
     EXPECT_TRUE(world->undo(1).ok) << "the newer step touches other rows";
 }
+
+TEST(History, AFileReadAgainLeavesNoStepAndOverAnotherWorldGivesTheSameRows)
+{
+    TempFolder dir;
+    std::unique_ptr<World> world = sampleworld(dir.path());
+    const QStringList sample = dumpworld(*world->db());
+    EXPECT_TRUE(world->run([](Database &db) { return importteamsrun(db, ZORBO_EXAMPLES "/beispielwelt/1_tm.cfg"); }).ok());
+    EXPECT_TRUE(world->run([](Database &db) { return importplayersrun(db, ZORBO_EXAMPLES "/beispielwelt/1_sp.cfg"); }).ok());
+    EXPECT_TRUE(world->history().isEmpty());
+    EXPECT_EQ(dumpworld(*world->db()), sample);
+
+    // Another world first: other squads, a club named twice, players that go.
+    QByteArray teams = zorbo::test::readBytes(ZORBO_EXAMPLES "/beispielwelt/1_tm.cfg");
+    const qsizetype squad = teams.indexOf("SPIELER ");
+    teams.insert(teams.indexOf("\"", squad) + 1, "7,8,9,");
+    teams += teams.mid(teams.indexOf("\r\n\r\nNEUES_TEAM") + 4) + "\r\n";
+    zorbo::test::writeBytes(dir.file("anders_tm.cfg"), teams);
+    const QByteArray players = zorbo::test::readBytes(ZORBO_EXAMPLES "/beispielwelt/1_sp.cfg");
+    const qsizetype first = players.indexOf("NEUER_SPIELER");
+    zorbo::test::writeBytes(dir.file("anders_sp.cfg"), players.left(players.indexOf("NEUER_SPIELER", first + 1)));
+    const Result other = world->run([&](Database &db) { return importteamsrun(db, dir.file("anders_tm.cfg")); }).result;
+    ASSERT_TRUE(other.ok) << other.message.toStdString();
+    ASSERT_TRUE(world->run([&](Database &db) { return importplayersrun(db, dir.file("anders_sp.cfg")); }).ok());
+    ASSERT_EQ(world->db()->scalar("SELECT count(*) FROM spieler").toInt(), 1);
+    EXPECT_TRUE(world->run([](Database &db) { return importteamsrun(db, ZORBO_EXAMPLES "/beispielwelt/1_tm.cfg"); }).ok());
+    EXPECT_TRUE(world->run([](Database &db) { return importplayersrun(db, ZORBO_EXAMPLES "/beispielwelt/1_sp.cfg"); }).ok());
+    EXPECT_EQ(dumpworld(*world->db()), sample);
+}
