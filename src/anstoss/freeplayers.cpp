@@ -4,6 +4,7 @@
 #include "platform/numbers.h"
 #include "platform/runner.h"
 
+#include <QFileInfo>
 #include <optional>
 
 namespace zorbo {
@@ -104,6 +105,11 @@ AnstossResult importfreeplayers(Database &db, const AetFile &file, const QList<i
     r.clubs = 1;
     r.result = Result::success(QStringLiteral("%1 Spieler in Freie Spieler importiert!").arg(r.players));
     return r;
+}
+
+Step freeplayersstep(const QString &path)
+{
+    return {QStringLiteral("Freie Spieler aus %1").arg(QFileInfo(path).fileName())};
 }
 
 AnstossResult runfreeplayers(Database &db, const QString &path, const QList<int> &indexes, const Progress &progress)

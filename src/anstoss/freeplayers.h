@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/world.h"
 #include "anstoss/aetfile.h"
 #include "anstoss/anstossresult.h"
 
@@ -40,6 +41,9 @@ AnstossResult importfreeplayers(Database &db, const AetFile &file, const QList<i
                                 const Progress &progress = {}, A4Keys *keys = nullptr);
 
 // The same as one operation of its own, in one transaction: all or none.
+// A run into the free players as a step of the history.
+Step freeplayersstep(const QString &path);
+
 AnstossResult runfreeplayers(Database &db, const QString &path, const QList<int> &indexes = {},
                              const Progress &progress = {});
 

@@ -7,6 +7,8 @@
 #include "platform/random.h"
 #include "platform/runner.h"
 
+#include <QFileInfo>
+
 namespace zorbo {
 
 namespace {
@@ -77,6 +79,12 @@ Row clubplayer(Database &db, qint64 number)
 
 } // namespace
 
+Step importplayersstep(qint64 club, const QString &path)
+{
+    return {QStringLiteral("Werkbank: Spieler von Verein %1 aus %2 gespeichert").arg(club).arg(QFileInfo(path).fileName()),
+            QStringLiteral("Spieler der Werkbank")};
+}
+
 AnstossResult saveimportplayers(Database &db, const AetFile &file, qint64 club, const QList<SquadEntry> &squad,
                                 const Progress &progress)
 {
@@ -86,12 +94,12 @@ AnstossResult saveimportplayers(Database &db, const AetFile &file, qint64 club, 
             throw Fault(QStringLiteral("Die neue Spielerliste hat %1 statt 20 Spieler; es wurde nichts gespeichert.")
                             .arg(squad.size()));
         QList<qint64> slotnumbers;
-        Statement st = db.prepare(QStringLiteral("SELECT spieler FROM vereinspieler WHERE verein = ?1 ORDER BY spieler"));
+        Statement st = db.prepare(QStringLiteral("SELECT spieler FROM kaderzeilen WHERE verein = ?1 ORDER BY spieler"));
         st.bind(1, club);
         while (st.step())
             slotnumbers.append(st.integer(0));
         if (slotnumbers.size() < squad.size())
-            throw Fault(QStringLiteral("Der Verein %1 hat nur %2 Spieler in vereinspieler, es werden aber %3 gebraucht; "
+            throw Fault(QStringLiteral("Der Verein %1 hat nur %2 Spieler im Kader, es werden aber %3 gebraucht; "
                                        "es wurde nichts gespeichert.")
                             .arg(club)
                             .arg(slotnumbers.size())

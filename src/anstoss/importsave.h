@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/world.h"
 #include "anstoss/aetfile.h"
 #include "anstoss/anstossresult.h"
 #include "anstoss/squadbuilder.h"
@@ -17,6 +18,10 @@ namespace zorbo {
 // country through landneu and no talents; a club's player takes his whole
 // row along. One transaction: a refused entry saves nothing. Refuses a
 // squad of other than 20 entries and a club with fewer than 20 slots.
+// The workbench's player save as a step of the history, with a restore
+// point before it: it replaces a whole squad.
+Step importplayersstep(qint64 club, const QString &path);
+
 AnstossResult saveimportplayers(Database &db, const AetFile &file, qint64 club, const QList<SquadEntry> &squad,
                                 const Progress &progress = {});
 
@@ -52,6 +57,9 @@ TeamImport teamfromfile(Database &db, const AetFile &file, qint64 club);
 // missing key, as the file spells them). One transaction; refuses a club
 // that isn't there, seats that aren't whole numbers, a colour text that
 // isn't three numbers, and a save with no group ticked.
+// The workbench's club save as a step of the history.
+Step importteamstep(qint64 club, const QString &path);
+
 AnstossResult saveimportteam(Database &db, const AetFile &file, qint64 club, const TeamImport &team, int trikotsatz);
 
 } // namespace zorbo

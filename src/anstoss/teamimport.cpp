@@ -5,6 +5,8 @@
 #include "core/landneu.h"
 #include "platform/runner.h"
 
+#include <QFileInfo>
+
 namespace zorbo {
 
 namespace {
@@ -63,6 +65,11 @@ TeamImport teamfromfile(Database &db, const AetFile &file, qint64 club)
             t.kitart[size_t(i)] = st.value(i);
     }
     return t;
+}
+
+Step importteamstep(qint64 club, const QString &path)
+{
+    return {QStringLiteral("Werkbank: Verein %1 aus %2 gespeichert").arg(club).arg(QFileInfo(path).fileName())};
 }
 
 AnstossResult saveimportteam(Database &db, const AetFile &file, qint64 club, const TeamImport &t, int trikotsatz)

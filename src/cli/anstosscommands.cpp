@@ -97,9 +97,11 @@ int importaet(Context &ctx)
     if (!world)
         return 1;
     if (free)
-        return finish(ctx, world->run([&](Database &db) {
-            return runfreeplayers(db, path, {}, ctx.progress(QStringLiteral("Speichere Freie Spieler")));
-        }));
+        return finish(ctx, world->run(
+                               [&](Database &db) {
+                                   return runfreeplayers(db, path, {}, ctx.progress(QStringLiteral("Speichere Freie Spieler")));
+                               },
+                               {}, freeplayersstep(path)));
     const int trikotsatz = world->settings().trikotsatz;
     QStringList told;
     const AnstossResult r = world->run(
@@ -127,7 +129,8 @@ int importaet(Context &ctx)
             }
             return done;
         },
-        QStringLiteral("Der Verein wurde nicht importiert"));
+        QStringLiteral("Der Verein wurde nicht importiert"),
+        squad.isEmpty() ? importteamstep(*club, path) : importplayersstep(*club, path));
     if (!r.ok())
         return ctx.fail(r.result.message);
     for (const QString &line : told)
@@ -144,9 +147,9 @@ int importleague(Context &ctx)
     const std::unique_ptr<World> world = ctx.openworld();
     if (!world)
         return 1;
-    const AnstossResult r = world->run([&](Database &db) {
-        return zorbo::importleague(db, path, ctx.progress(QStringLiteral("Importiere Liga")));
-    });
+    const AnstossResult r = world->run(
+        [&](Database &db) { return zorbo::importleague(db, path, ctx.progress(QStringLiteral("Importiere Liga"))); }, {},
+        freeplayersstep(path));
     if (r.ok()) {
         for (const QString &m : r.missing)
             ctx.out << "Nicht gefunden: " << m << ".aet\n";

@@ -12,7 +12,8 @@ namespace {
 int makeTemplate(Context &ctx)
 {
     return withWorld(ctx, 0, [&](World &world) {
-        return world.run([&](Database &db) { return tempvereine(db, ctx.progress(QStringLiteral("Erstelle Vorlage"))); });
+        return world.run([&](Database &db) { return tempvereine(db, ctx.progress(QStringLiteral("Erstelle Vorlage"))); }, {},
+                         templatestep());
     });
 }
 

@@ -39,7 +39,8 @@ int marketfill(Context &ctx)
 {
     return inworld(ctx, 0, [&](World &world) {
         const MarketFill fill =
-            world.run([&](Database &db) { return spielera4_nach_tmarkt(db, ctx.progress(QStringLiteral("Speichere Spieler"))); });
+            world.run([&](Database &db) { return spielera4_nach_tmarkt(db, ctx.progress(QStringLiteral("Speichere Spieler"))); },
+                      {}, marketfillstep());
         return finish(ctx, fill.result);
     });
 }
@@ -51,7 +52,7 @@ int swapplayerscommand(Context &ctx)
         const auto q = p ? number(ctx, 1, QStringLiteral("Die Spielernummer")) : std::nullopt;
         if (!q)
             return 1;
-        return finish(ctx, world.run([&](Database &db) { return swapplayers(db, *p, *q); }));
+        return finish(ctx, world.run([&](Database &db) { return swapplayers(db, *p, *q); }, {}, swapstep(*p, *q)));
     });
 }
 
@@ -62,7 +63,7 @@ int swapfreecommand(Context &ctx)
         const auto p = id ? number(ctx, 1, QStringLiteral("Die Spielernummer")) : std::nullopt;
         if (!p)
             return 1;
-        return finish(ctx, world.run([&](Database &db) { return swapfree(db, *id, *p); }));
+        return finish(ctx, world.run([&](Database &db) { return swapfree(db, *id, *p); }, {}, swapfreestep(*id, *p)));
     });
 }
 
@@ -88,7 +89,7 @@ int setnumber(Context &ctx)
         const auto n = p ? number(ctx, 1, QStringLiteral("Die Rückennummer")) : std::nullopt;
         if (!n)
             return 1;
-        return finish(ctx, world.run([&](Database &db) { return setsquadnumber(db, *p, *n); }));
+        return finish(ctx, world.run([&](Database &db) { return setsquadnumber(db, *p, *n); }, {}, squadnumberstep(*p, *n)));
     });
 }
 
@@ -110,7 +111,8 @@ int renameclubcommand(Context &ctx)
         const auto n = number(ctx, 0, QStringLiteral("Die Vereinsnummer"));
         if (!n)
             return 1;
-        return finish(ctx, world.run([&](Database &db) { return renameclub(db, *n, ctx.args.at(1)); }));
+        return finish(ctx, world.run([&](Database &db) { return renameclub(db, *n, ctx.args.at(1)); }, {},
+                                     renameclubstep(*n, ctx.args.at(1))));
     });
 }
 
@@ -137,7 +139,8 @@ int wipe(Context &ctx)
     if (ctx.args.removeAll(QStringLiteral("--yes")) == 0)
         return ctx.fail(QStringLiteral("wipe löscht alle Vereine, Länder und Spieler; zur Bestätigung --yes angeben."));
     return inworld(ctx, 0, [&](World &world) {
-        return finish(ctx, world.run([&](Database &db) { return del_db(db, ctx.progress(QStringLiteral("Lösche"))); }));
+        return finish(ctx, world.run([&](Database &db) { return del_db(db, ctx.progress(QStringLiteral("Lösche"))); }, {},
+                                     wipestep()));
     });
 }
 

@@ -17,7 +17,7 @@ qint64 spieler20new(Database &db, qint64 team, const QString &country, int count
     const QList<qint64> numbers = newplayernumbers(db, count);
     Statement player = db.prepare(QStringLiteral(
         "INSERT INTO spieler VALUES (?1, ?2, 'S.', 0, 0, ?3, 180, ?4, 100, 0, 0, ?5, 0, 0, 0, '', '')"));
-    Statement member = db.prepare(QStringLiteral("INSERT INTO vereinspieler VALUES (?1, ?2)"));
+    Statement member = db.prepare(QStringLiteral("INSERT INTO kaderzeilen (verein, spieler) VALUES (?1, ?2)"));
     for (int i = 0; i < count; ++i) {
         const qint64 number = numbers[i];
         player.bindAll(number, QString::number(number), country, generatedposition(i), (i % 20) + 1);

@@ -5,6 +5,7 @@
 
 #include <QDateTime>
 #include <QList>
+#include <QRegularExpression>
 #include <QString>
 
 namespace zorbo {
@@ -43,6 +44,10 @@ struct RestorePoint {
 
 // The folder of the restore points of a program folder.
 QString restorepointfolder(const QString &programFolder);
+
+// The file name of a restore point: "2026-11-24_14-03-05_Config-Import.mdb",
+// with ".2" behind the time for a second point in the same second.
+const QRegularExpression &restorepointname();
 
 // The restore points of the folder, newest first. Files in it that are no
 // restore points of ours are left out and left alone.

@@ -19,7 +19,7 @@ void placeplayers(Database &db, ProblemSink &sink)
     QHash<qint64, qint64> clubOf;
     const bool players = std::any_of(sink.problems.begin(), sink.problems.end(), [](const Problem &p) { return p.where.player >= 0; });
     if (players) {
-        Statement squads = db.prepare(QStringLiteral("SELECT spieler, verein FROM vereinspieler ORDER BY rowid DESC"));
+        Statement squads = db.prepare(QStringLiteral("SELECT spieler, verein FROM kaderzeilen ORDER BY rowid DESC"));
         while (squads.step())
             clubOf.insert(squads.integer(0), squads.integer(1));
     }

@@ -35,7 +35,7 @@ void checksquads(Database &db, ProblemSink &sink)
     QHash<qint64, qint64> firstTeam;
     std::map<qint64, QList<qint64>> twice; // player -> his teams, for those in more than one
     Statement rows = db.prepare(QStringLiteral(
-        "SELECT v.verein, v.spieler, s.NUMMER IS NOT NULL, s.RUECKENNUMMER, s.ART FROM vereinspieler v "
+        "SELECT v.verein, v.spieler, s.NUMMER IS NOT NULL, s.RUECKENNUMMER, s.ART FROM kaderzeilen v "
         "LEFT JOIN spieler s ON s.NUMMER = v.spieler ORDER BY v.rowid"));
     while (rows.step()) {
         const qint64 team = rows.integer(0), player = rows.integer(1);

@@ -41,9 +41,6 @@ CREATE TABLE spieler (
   GESICHT INTEGER, HAUTFARBE INTEGER, HAARFARBE INTEGER, ERLERNT TEXT, GESPERRT TEXT
 ) STRICT;
 
-CREATE TABLE vereinspieler (verein INTEGER, spieler INTEGER) STRICT;
-CREATE INDEX vereinspieler_verein ON vereinspieler (verein);
-CREATE INDEX vereinspieler_spieler ON vereinspieler (spieler);
 
 CREATE TABLE a4spieler (
   id INTEGER PRIMARY KEY AUTOINCREMENT, name TEXT, vorname TEXT, land TEXT, verein TEXT,
@@ -70,6 +67,40 @@ CREATE TABLE e_trikotfarbezorbode (
   Nummer INTEGER PRIMARY KEY, Trikot1 TEXT, Trikot2 TEXT, Hose TEXT, Streifen TEXT
 ) STRICT;
 
+-- Highest team numbers of the one number space over both team tables.
+CREATE VIEW maxteamnr AS
+SELECT max(NUMMER) AS maxnr FROM vereine
+UNION ALL SELECT max(NUMMER) FROM vereine_national;
+
+CREATE VIEW a4spielerzufall AS SELECT * FROM a4spieler ORDER BY random();
+)SQL";
+
+// The squads. Their rows live in kaderzeilen, whose key zeile keeps each
+// row's place (a squad's order) and lets the history name a row; everyone
+// else reads and writes the two columns of the game's files through the
+// view vereinspieler. A squad may name a player twice, so the triggers
+// change one matching row per row of the view.
+const char *const squadSql = R"SQL(
+CREATE TABLE kaderzeilen (zeile INTEGER PRIMARY KEY, verein INTEGER, spieler INTEGER) STRICT;
+CREATE INDEX kaderzeilen_verein ON kaderzeilen (verein);
+CREATE INDEX kaderzeilen_spieler ON kaderzeilen (spieler);
+
+CREATE VIEW vereinspieler AS SELECT verein, spieler FROM kaderzeilen;
+CREATE TRIGGER vereinspieler_einfuegen INSTEAD OF INSERT ON vereinspieler
+BEGIN
+  INSERT INTO kaderzeilen (verein, spieler) VALUES (NEW.verein, NEW.spieler);
+END;
+CREATE TRIGGER vereinspieler_aendern INSTEAD OF UPDATE ON vereinspieler
+BEGIN
+  UPDATE kaderzeilen SET verein = NEW.verein, spieler = NEW.spieler WHERE zeile =
+    (SELECT min(zeile) FROM kaderzeilen WHERE verein IS OLD.verein AND spieler IS OLD.spieler);
+END;
+CREATE TRIGGER vereinspieler_loeschen INSTEAD OF DELETE ON vereinspieler
+BEGIN
+  DELETE FROM kaderzeilen WHERE zeile =
+    (SELECT min(zeile) FROM kaderzeilen WHERE verein IS OLD.verein AND spieler IS OLD.spieler);
+END;
+
 -- A player with his club, in the column order of the player grid.
 CREATE VIEW spielerinvereine AS
 SELECT s.NUMMER AS nummer, s.NAME AS name, s.VORNAME AS vorname, s."Stärke" AS "stärke",
@@ -78,14 +109,27 @@ SELECT s.NUMMER AS nummer, s.NAME AS name, s.VORNAME AS vorname, s."Stärke" AS 
        s.LIEBLINGSPOS_X AS LIEBLINGSPOS_X, s.LIEBLINGSPOS_Y AS LIEBLINGSPOS_Y, v.verein AS verein,
        s.GESICHT AS GESICHT, s.HAUTFARBE AS HAUTFARBE, s.HAARFARBE AS HAARFARBE,
        s.ERLERNT AS ERLERNT, s.GESPERRT AS GESPERRT
-FROM vereinspieler v JOIN spieler s ON s.NUMMER = v.spieler;
+FROM kaderzeilen v JOIN spieler s ON s.NUMMER = v.spieler;
+)SQL";
 
--- Highest team numbers of the one number space over both team tables.
-CREATE VIEW maxteamnr AS
-SELECT max(NUMMER) AS maxnr FROM vereine
-UNION ALL SELECT max(NUMMER) FROM vereine_national;
+// The world's history: per step the rows one run changed, as a changeset of
+// the engine's session extension. zurueck is 1 for a step that is undone.
+const char *const historySql = R"SQL(
+CREATE TABLE verlauf (
+  schritt INTEGER PRIMARY KEY, zeit TEXT NOT NULL, text TEXT NOT NULL,
+  zurueck INTEGER NOT NULL DEFAULT 0, aenderungen BLOB NOT NULL
+) STRICT;
+)SQL";
 
-CREATE VIEW a4spielerzufall AS SELECT * FROM a4spieler ORDER BY random();
+// A world of the first version kept its squads in a table vereinspieler of
+// two columns; its rows keep their rowids as zeile, so squads keep their order.
+const char *const upgradeSquadsSql = R"SQL(
+DROP VIEW IF EXISTS spielerinvereine;
+ALTER TABLE vereinspieler RENAME TO vereinspieler_alt;
+)SQL";
+const char *const moveSquadsSql = R"SQL(
+INSERT INTO kaderzeilen (zeile, verein, spieler) SELECT rowid, verein, spieler FROM vereinspieler_alt ORDER BY rowid;
+DROP TABLE vereinspieler_alt;
 )SQL";
 
 // The first 100 bytes of an SQLite file hold its header. Null when the file
@@ -131,8 +175,38 @@ void createschema(Database &db)
 {
     Transaction tx(db);
     db.exec(QString::fromUtf8(schemaSql));
+    db.exec(QString::fromUtf8(squadSql));
+    db.exec(QString::fromUtf8(historySql));
     fillreferencetables(db);
     db.exec(QStringLiteral("PRAGMA application_id = %1").arg(zorboApplicationId));
+    db.exec(QStringLiteral("PRAGMA user_version = %1").arg(zorboSchemaVersion));
+    tx.commit();
+}
+
+bool isworldfile(const QString &path, QString *why)
+{
+    const QByteArray head = header(path, why);
+    if (head.isNull())
+        return false;
+    if (!head.startsWith(QByteArray("SQLite format 3\0", 16)) || applicationId(head) != zorboApplicationId) {
+        *why = QStringLiteral("%1 ist keine Datenbank des Zorbo Editors.").arg(path);
+        return false;
+    }
+    return true;
+}
+
+void upgradeschema(Database &db)
+{
+    const int version = db.scalar(QStringLiteral("PRAGMA user_version")).toInt();
+    if (version >= zorboSchemaVersion)
+        return;
+    Transaction tx(db);
+    if (version < 2) {
+        db.exec(QString::fromUtf8(upgradeSquadsSql));
+        db.exec(QString::fromUtf8(squadSql));
+        db.exec(QString::fromUtf8(moveSquadsSql));
+        db.exec(QString::fromUtf8(historySql));
+    }
     db.exec(QStringLiteral("PRAGMA user_version = %1").arg(zorboSchemaVersion));
     tx.commit();
 }
@@ -174,6 +248,14 @@ OpenedDb opendb(const QString &path)
             createschema(*db);
             result.state = DbOpenState::Created;
         } else {
+            if (db->scalar(QStringLiteral("PRAGMA user_version")).toInt() > zorboSchemaVersion) {
+                result.state = DbOpenState::Foreign;
+                result.message = QStringLiteral("Die Datenbank %1 stammt von einer neueren Version des Zorbo Editors. "
+                                                "Sie bleibt unverändert; der Editor startet ohne Daten.")
+                                     .arg(path);
+                return result;
+            }
+            upgradeschema(*db);
             result.state = DbOpenState::Opened;
         }
         db->exec(QStringLiteral("PRAGMA foreign_keys = OFF"));

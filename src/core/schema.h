@@ -10,7 +10,8 @@ namespace zorbo {
 
 // Marks a database file as one of ours (PRAGMA application_id).
 inline constexpr int zorboApplicationId = 0x5A4F5242;
-inline constexpr int zorboSchemaVersion = 1;
+// 2: squads in kaderzeilen behind the view vereinspieler, the history in verlauf.
+inline constexpr int zorboSchemaVersion = 2;
 
 // The continents in the order of the continent list.
 const QStringList &kontinente();
@@ -18,6 +19,10 @@ const QStringList &kontinente();
 // Creates all tables and views of an empty database and fills the reference
 // tables, in one transaction.
 void createschema(Database &db);
+
+// Brings a world of an older version of ours up to this one, in one
+// transaction. Throws DbError.
+void upgradeschema(Database &db);
 
 // Fills the e_ tables from the delivered reference data.
 void fillreferencetables(Database &db);
@@ -34,6 +39,10 @@ struct OpenedDb {
     DbOpenState state = DbOpenState::Failed;
     QString message;              // German, for Foreign and Failed
 };
+
+// Whether the file is a database of ours, read from its header alone;
+// when not, *why says so in German.
+bool isworldfile(const QString &path, QString *why);
 
 // Opens zorbo.mdb, creating it when missing. Never overwrites a file that
 // is not one of our databases.

@@ -198,7 +198,7 @@ SearchResult SearchIndex::find(const QString &text, int limit)
     refresh();
 
     Statement clubOf = db->prepare(QStringLiteral(
-        "SELECT v.verein, coalesce(t.NAME, n.NAME), n.NUMMER IS NOT NULL FROM vereinspieler v "
+        "SELECT v.verein, coalesce(t.NAME, n.NAME), n.NUMMER IS NOT NULL FROM kaderzeilen v "
         "LEFT JOIN vereine t ON t.NUMMER = v.verein LEFT JOIN vereine_national n ON n.NUMMER = v.verein "
         "WHERE v.spieler = ?1 ORDER BY v.rowid LIMIT 1"));
     const auto hitsOf = [&](HitKind kind, const QString &sql, const QVariant &value) {

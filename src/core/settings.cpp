@@ -47,6 +47,9 @@ Settings readSettings(const QString &programFolder)
     }
     const long long kitSet = roundHalfEven(valtext(readinistring(trikot, satz, file, QStringLiteral("0"))));
     s.trikotsatz = kitSet == 1 ? 1 : 0;
+    const long long points = roundHalfEven(valtext(readinistring(QStringLiteral("sicherungen"), QStringLiteral("punkte"), file,
+                                                                 QStringLiteral("10"))));
+    s.restorepoints = int(std::clamp(points, 1LL, 1000LL));
     return s;
 }
 

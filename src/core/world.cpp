@@ -24,6 +24,7 @@ World::Watch::Watch(World &world) : m_world(world)
 
 World::Watch::~Watch()
 {
+    m_world.m_recorder.reset();
     m_world.m_db->setUpdateHook({});
     m_world.m_watching = false;
 }
@@ -33,7 +34,12 @@ void World::noted(RowChange change, const char *table, qint64 rowid)
     ++m_told;
     if (m_lastTable != table) {
         m_lastTable = table;
-        m_pending.tables.insert(QString::fromUtf8(table));
+        // The history is no part of the world, and the squads' rows are
+        // known by the view that everyone reads them through.
+        if (qstricmp(table, "kaderzeilen") == 0)
+            m_pending.tables.insert(QStringLiteral("vereinspieler"));
+        else if (qstricmp(table, "verlauf") != 0)
+            m_pending.tables.insert(QString::fromUtf8(table));
     }
     // vereine, vereine_national and spieler have NUMMER as their INTEGER
     // PRIMARY KEY, so the rowid is the number.
@@ -41,7 +47,7 @@ void World::noted(RowChange change, const char *table, qint64 rowid)
         m_pending.players.insert(rowid);
     else if (qstricmp(table, "vereine") == 0 || qstricmp(table, "vereine_national") == 0)
         m_pending.teams.insert(rowid);
-    else if (qstricmp(table, "vereinspieler") == 0 && change != RowChange::Delete)
+    else if (qstricmp(table, "kaderzeilen") == 0 && change != RowChange::Delete)
         m_squadRows.append(rowid); // the club is looked up before the commit
 }
 
@@ -55,7 +61,7 @@ void World::settle()
     // nobody more; a whole import would look up each of its rows.
     if (m_squadRows.isEmpty() || m_pending.everything)
         return;
-    Statement club = m_db->prepare(QStringLiteral("SELECT verein FROM vereinspieler WHERE rowid = ?1"));
+    Statement club = m_db->prepare(QStringLiteral("SELECT verein FROM kaderzeilen WHERE rowid = ?1"));
     for (qint64 row : std::as_const(m_squadRows)) {
         club.bind(1, row);
         if (club.step() && !club.isNull(0))
@@ -105,12 +111,15 @@ std::unique_ptr<World> openworld(const QString &programFolder, const Progress &p
     world->m_db = std::move(opened.db);
     world->m_databaseMessage = opened.message;
     if (world->m_db) {
+        // Making the market is part of bringing the world up, no step of the user's.
+        world->m_recordsteps = false;
         const Result market = world->run(
             [&](Database &db) {
                 world->m_marketCreated = ensuretransfermarket(db, progress);
                 return Result::success();
             },
             QStringLiteral("Der Transfermarkt lässt sich nicht anlegen"));
+        world->m_recordsteps = true;
         if (!market) {
             world->m_marketCreated = false;
             const QString text = market.cancelled ? QStringLiteral("Der Transfermarkt wurde nicht angelegt. ") + market.message
@@ -132,22 +141,5 @@ std::unique_ptr<World> openworld(const QString &programFolder, const Progress &p
         world->m_messages << world->m_databaseMessage;
     return world;
 }
-
-} // namespace zorbo
-
-namespace zorbo {
-
-// The history's workings follow; until then every call says so.
-QList<HistoryStep> World::history() const { return {}; }
-Result World::undo(int, const Progress &) { return Result::failure(QStringLiteral("Der Verlauf ist noch nicht da.")); }
-Result World::redo(int, const Progress &) { return Result::failure(QStringLiteral("Der Verlauf ist noch nicht da.")); }
-Result World::gotostep(qint64, const Progress &) { return Result::failure(QStringLiteral("Der Verlauf ist noch nicht da.")); }
-Result World::drophistory() { return Result::failure(QStringLiteral("Der Verlauf ist noch nicht da.")); }
-Result World::keeprestorepoint(const QString &) { return Result::failure(QStringLiteral("Der Verlauf ist noch nicht da.")); }
-Result World::restore(const QString &, const Progress &) { return Result::failure(QStringLiteral("Der Verlauf ist noch nicht da.")); }
-QList<HistoryStep> historysteps(Database &) { return {}; }
-HistorySize historysize(Database &) { return {}; }
-QString restorepointfolder(const QString &programFolder) { return programFolder + QStringLiteral("/sicherungen"); }
-QList<RestorePoint> restorepoints(const QString &) { return {}; }
 
 } // namespace zorbo

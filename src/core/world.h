@@ -3,6 +3,7 @@
 #include "core/history.h"
 #include "core/schema.h"
 #include "core/settings.h"
+#include "platform/changeset.h"
 #include "platform/runner.h"
 
 #include <QByteArray>
@@ -30,6 +31,8 @@ struct Change {
 // How a run that changes the world enters its history. A run that changes
 // no row leaves no step.
 struct Step {
+    Step(QString text = {}, QString restorepoint = {}) : text(std::move(text)), restorepoint(std::move(restorepoint)) {}
+
     QString text;         // German, as the menu names it: "Verein „FC Köln“ gespeichert"
     QString restorepoint; // when set, a restore point with this reason is kept
                           // before the run, and the run is refused without one
@@ -119,6 +122,13 @@ private:
         World &m_world;
     };
     void noted(RowChange change, const char *table, qint64 rowid);
+    // Inside the run's transaction: starts recording its rows, and keeps
+    // what it changed as a step (false when it changed nothing).
+    void record();
+    bool keepstep(const Step &step);
+    // Undoes (or redoes) the steps in the order given, as one run.
+    Result replay(const QList<HistoryStep> &steps, bool undoing, const Progress &progress);
+    Result keeprestorepoint(const QString &reason, bool pruning);
     // Inside the run's transaction, before it commits: rows the hook missed,
     // clubs of the squad rows.
     void settle();
@@ -134,6 +144,8 @@ private:
     bool m_marketCreated = false;
 
     bool m_watching = false;
+    bool m_recordsteps = true;             // off while the start-up makes the market
+    std::unique_ptr<ChangeRecorder> m_recorder; // while a run goes
     Change m_pending;
     qint64 m_told = 0;         // rows the hook told of during the run
     qint64 m_changesBefore = 0; // the engine's count of changed rows when the run began
@@ -152,17 +164,30 @@ std::invoke_result_t<Op &, Database &> World::run(Op &&op, const QString &lead, 
     }
     if (m_watching)
         return runtransaction(*m_db, lead, [&] { return op(*m_db); });
+    if (!step.restorepoint.isEmpty()) {
+        if (const Result kept = keeprestorepoint(step.restorepoint); !kept) {
+            Outcome refused{};
+            resultof(refused) = Result::failure(kept.message + QStringLiteral(" Es wurde nichts geändert."));
+            return refused;
+        }
+    }
     Outcome outcome{};
+    bool stepped = false;
     {
         Watch watch(*this);
         outcome = runtransaction(*m_db, lead, [&] {
+            record();
             Outcome done = op(*m_db);
-            if (resultof(done).ok)
+            if (resultof(done).ok) {
                 settle();
+                stepped = keepstep(step);
+            }
             return done;
         });
     }
     publish(resultof(outcome).ok);
+    if (resultof(outcome).ok && stepped)
+        emit historychanged();
     return outcome;
 }
 

@@ -22,6 +22,11 @@ QString entry(const QString &keyword, const QString &value)
 
 } // namespace
 
+Step templatestep()
+{
+    return {QStringLiteral("Wettbewerbsvorlage erstellt"), QStringLiteral("Vorlage")};
+}
+
 ExchangeResult tempvereine(Database &db, const Progress &progress)
 {
     return runtransaction(db, QStringLiteral("Die Vorlage ließ sich nicht anlegen, die Welt bleibt unverändert"), [&] {

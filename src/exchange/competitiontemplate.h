@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/world.h"
 #include "exchange/exchangeresult.h"
 #include "platform/database.h"
 
@@ -8,6 +9,9 @@ namespace zorbo {
 // For every country of e_landkontinent with a league: its national row (by
 // landneu) and as many generated clubs as the league has teams, each with 20
 // placeholder players. Adds clubs on every run; all or nothing.
+// The template's step of the history, with a restore point before it.
+Step templatestep();
+
 ExchangeResult tempvereine(Database &db, const Progress &progress = {});
 
 // Writes the competition file 1_we.cfg: one record per league with the

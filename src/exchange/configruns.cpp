@@ -34,7 +34,7 @@ ExchangeResult run(Database &db, const QString &path, const QStringList &tables,
 
 ExchangeResult importteamsrun(Database &db, const QString &path, const Progress &progress, FileEncoding encoding)
 {
-    return run(db, path, {QStringLiteral("vereine"), QStringLiteral("vereine_national"), QStringLiteral("vereinspieler")},
+    return run(db, path, {QStringLiteral("vereine"), QStringLiteral("vereine_national"), QStringLiteral("kaderzeilen")},
                [&] { return importvereine(db, path, progress, encoding); });
 }
 

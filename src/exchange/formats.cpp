@@ -4,6 +4,8 @@
 #include "exchange/teamfile.h"
 #include "exchange/teamfileopen.h"
 
+#include <QFileInfo>
+
 namespace zorbo {
 
 namespace {
@@ -43,8 +45,10 @@ FileFormat configformat(ConfigKind kind)
     f.reading = teams ? QStringLiteral("Importiere Vereine...") : QStringLiteral("Importiere Spieler...");
     f.writing = teams ? QStringLiteral("Exportiere Vereine...") : QStringLiteral("Exportiere Spieler...");
     f.read = [kind](const FormatPlace &place, const FormatRequest &request, const Progress &progress) {
+        const QString file = QFileInfo(request.path).fileName();
         return fromexchange(place.world->run(
-            [&](Database &db) { return importconfig(db, request.path, kind, progress, encoding(request)); }));
+            [&](Database &db) { return importconfig(db, request.path, kind, progress, encoding(request)); }, {},
+            Step{QStringLiteral("Config-Import %1").arg(file), QStringLiteral("Config-Import %1").arg(file)}));
     };
     f.write = [kind](const FormatPlace &place, const FormatRequest &request, const Progress &progress) {
         return fromexchange(
@@ -69,10 +73,17 @@ FileFormat teamfileformat()
     f.writing = QStringLiteral("Speichere Verein...");
     // A club read from a team file is new in request.country, or replaces request.team.
     f.read = [](const FormatPlace &place, const FormatRequest &request, const Progress &progress) {
-        return fromexchange(place.world->run([&](Database &db) {
-            return request.team >= 0 ? openteamreplace(db, request.path, request.team, progress, encoding(request))
-                                     : openteamnew(db, request.path, request.country, progress, encoding(request));
-        }));
+        const QString file = QFileInfo(request.path).fileName();
+        const Step step = request.team >= 0
+            ? Step{QStringLiteral("Teamdatei %1 über Team %2").arg(file).arg(request.team),
+                   QStringLiteral("Teamdatei über Team %1").arg(request.team)}
+            : Step{QStringLiteral("Teamdatei %1 als neuer Verein in %2").arg(file, request.country)};
+        return fromexchange(place.world->run(
+            [&](Database &db) {
+                return request.team >= 0 ? openteamreplace(db, request.path, request.team, progress, encoding(request))
+                                         : openteamnew(db, request.path, request.country, progress, encoding(request));
+            },
+            {}, step));
     };
     f.write = [](const FormatPlace &place, const FormatRequest &request, const Progress &progress) {
         return fromexchange(

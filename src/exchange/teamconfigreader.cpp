@@ -62,8 +62,8 @@ public:
         : m_db(db), m_file(file), m_result(result), m_short(makeForm(QStringLiteral("vereine"), shortList())),
           m_full(makeForm(QStringLiteral("vereine"), fullList())),
           m_national(makeForm(QStringLiteral("vereine_national"), nationalList())),
-          m_clearSquad(db.prepare(QStringLiteral("DELETE FROM vereinspieler WHERE verein = ?1"))),
-          m_addSquad(db.prepare(QStringLiteral("INSERT INTO vereinspieler VALUES (?1, ?2)")))
+          m_clearSquad(db.prepare(QStringLiteral("DELETE FROM kaderzeilen WHERE verein = ?1"))),
+          m_addSquad(db.prepare(QStringLiteral("INSERT INTO kaderzeilen (verein, spieler) VALUES (?1, ?2)")))
     {
     }
 

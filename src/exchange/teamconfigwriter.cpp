@@ -14,7 +14,7 @@ constexpr int squadColumn = 6; // SPIELER, the seventh column of both team table
 class SquadLookup {
 public:
     explicit SquadLookup(Database &db)
-        : m_st(db.prepare(QStringLiteral("SELECT spieler FROM vereinspieler WHERE verein = ?1 ORDER BY rowid")))
+        : m_st(db.prepare(QStringLiteral("SELECT spieler FROM kaderzeilen WHERE verein = ?1 ORDER BY rowid")))
     {
     }
 

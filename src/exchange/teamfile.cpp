@@ -66,13 +66,13 @@ ExchangeResult exportverein(Database &db, const QString &path, qint64 team, cons
                                                           "Nationalteams; %2 wurde nicht geschrieben.")
                                                .arg(team)
                                                .arg(path));
-        const qint64 total = db.scalar(QStringLiteral("SELECT count(DISTINCT spieler) FROM vereinspieler WHERE verein = ?1"), team)
+        const qint64 total = db.scalar(QStringLiteral("SELECT count(DISTINCT spieler) FROM kaderzeilen WHERE verein = ?1"), team)
                                  .toLongLong();
         // Sections follow the squad's order, the order in which opening the file
         // over a club hands them out again, so a file saved and opened over
         // the same club gives every player his own data back.
         Statement players = db.prepare(QStringLiteral(
-            "SELECT s.* FROM spieler s JOIN (SELECT spieler, min(rowid) AS platz FROM vereinspieler WHERE verein = ?1 "
+            "SELECT s.* FROM spieler s JOIN (SELECT spieler, min(rowid) AS platz FROM kaderzeilen WHERE verein = ?1 "
             "GROUP BY spieler) v ON v.spieler = s.NUMMER ORDER BY v.platz"));
         players.bind(1, team);
         while (players.step()) {

@@ -193,7 +193,7 @@ ExchangeResult openteamnew(Database &db, const QString &path, const QString &cou
         const QList<qint64> numbers = newplayernumbers(db, squadSize);
         const QList<ColumnInfo> &pc = file.playerColumns();
         Statement player = db.prepare(QStringLiteral("INSERT INTO spieler VALUES (%1)").arg(marks(int(pc.size()))));
-        Statement member = db.prepare(QStringLiteral("INSERT INTO vereinspieler VALUES (?1, ?2)"));
+        Statement member = db.prepare(QStringLiteral("INSERT INTO kaderzeilen (verein, spieler) VALUES (?1, ?2)"));
         for (int n = 0; n < squadSize; ++n) {
             player.bind(1, numbers[n]);
             for (int c = 1; c < pc.size(); ++c)
@@ -228,7 +228,7 @@ ExchangeResult openteamreplace(Database &db, const QString &path, qint64 clubNum
         result.teams = 1;
         const QList<ColumnInfo> &pc = file.playerColumns();
         Statement player = db.prepare(QStringLiteral("UPDATE spieler SET %1 WHERE NUMMER = ?1").arg(assignments(pc)));
-        Statement squad = db.prepare(QStringLiteral("SELECT spieler FROM vereinspieler WHERE verein = ?1 ORDER BY rowid"));
+        Statement squad = db.prepare(QStringLiteral("SELECT spieler FROM kaderzeilen WHERE verein = ?1 ORDER BY rowid"));
         squad.bind(1, clubNumber);
         std::vector<qint64> numbers;
         while (squad.step())

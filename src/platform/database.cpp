@@ -96,6 +96,14 @@ Statement &Statement::bind(int index, const QString &value)
     return *this;
 }
 
+Statement &Statement::bind(int index, const QByteArray &blob)
+{
+    if (const int rc = sqlite3_bind_blob64(m_stmt, index, blob.constData(), sqlite3_uint64(blob.size()), SQLITE_TRANSIENT);
+        rc != SQLITE_OK)
+        failBind(rc, index);
+    return *this;
+}
+
 Statement &Statement::bindNull(int index)
 {
     if (const int rc = sqlite3_bind_null(m_stmt, index); rc != SQLITE_OK)
@@ -190,10 +198,17 @@ QString Statement::text(int column) const
     return QString::fromUtf8(data, sqlite3_column_bytes(m_stmt, column));
 }
 
-Database::Database(const QString &path) : m_path(path)
+QByteArray Statement::blob(int column) const
+{
+    const auto *data = static_cast<const char *>(sqlite3_column_blob(m_stmt, column));
+    return QByteArray(data, sqlite3_column_bytes(m_stmt, column));
+}
+
+Database::Database(const QString &path, Mode mode) : m_path(path)
 {
     const QByteArray name = path.toUtf8();
-    int rc = sqlite3_open_v2(name.constData(), &m_db, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE, nullptr);
+    const int flags = mode == ReadOnly ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE;
+    int rc = sqlite3_open_v2(name.constData(), &m_db, flags, nullptr);
     if (rc == SQLITE_OK)
         rc = registernamefunctions(m_db);
     if (rc == SQLITE_OK)
@@ -259,6 +274,49 @@ void Database::setUpdateHook(UpdateHook hook)
             static_cast<Database *>(self)->m_hook(change, table, rowid);
         },
         this);
+}
+
+namespace {
+
+// Copies the main database of from into the main database of to.
+void copydatabase(sqlite3 *to, sqlite3 *from, const QString &what)
+{
+    sqlite3_backup *backup = sqlite3_backup_init(to, "main", from, "main");
+    if (!backup)
+        fail(to, sqlite3_errcode(to), what);
+    const int stepped = sqlite3_backup_step(backup, -1);
+    const int finished = sqlite3_backup_finish(backup);
+    if (stepped != SQLITE_DONE)
+        fail(to, stepped, what);
+    if (finished != SQLITE_OK)
+        fail(to, finished, what);
+}
+
+} // namespace
+
+void Database::copyto(const QString &path)
+{
+    sqlite3 *target = nullptr;
+    const int rc = sqlite3_open_v2(path.toUtf8().constData(), &target,
+                                   SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE, nullptr);
+    if (rc != SQLITE_OK) {
+        const QString detail = QStringLiteral("open %1: %2").arg(path, QString::fromUtf8(sqlite3_errmsg(target)));
+        sqlite3_close(target);
+        throw DbError(rc, detail);
+    }
+    try {
+        copydatabase(target, m_db, QStringLiteral("copy to %1").arg(path));
+    } catch (...) {
+        sqlite3_close(target);
+        throw;
+    }
+    sqlite3_close(target);
+}
+
+void Database::copyfrom(const QString &path)
+{
+    Database source(path, ReadOnly);
+    copydatabase(m_db, source.m_db, QStringLiteral("copy from %1").arg(path));
 }
 
 QStringList Database::tables() const

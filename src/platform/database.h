@@ -32,6 +32,7 @@ public:
     Statement &bind(int index, double value);
     Statement &bind(int index, const QString &value);
     Statement &bind(int index, const char *value) { return bind(index, QString::fromUtf8(value)); }
+    Statement &bind(int index, const QByteArray &blob);
     Statement &bindNull(int index);
     // An empty optional binds SQL NULL.
     template <typename T>
@@ -67,6 +68,7 @@ public:
     qint64 integer(int column) const;
     double real(int column) const;
     QString text(int column) const;
+    QByteArray blob(int column) const;
 
     sqlite3_stmt *handle() const { return m_stmt; }
 
@@ -97,10 +99,12 @@ using UpdateHook = std::function<void(RowChange change, const char *table, qint6
 // The one open database of the program, an SQLite file.
 class Database {
 public:
-    // Opens (or creates) the file. Throws DbError when it cannot be opened.
-    // Every connection knows the SQL function samename() of platform/names.h
-    // and the collation deutsch of platform/germanorder.h.
-    explicit Database(const QString &path);
+    enum Mode { ReadWrite, ReadOnly };
+    // Opens the file, creating it when it is missing unless mode is
+    // ReadOnly. Throws DbError when it cannot be opened. Every connection
+    // knows the SQL function samename() of platform/names.h and the
+    // collation deutsch of platform/germanorder.h.
+    explicit Database(const QString &path, Mode mode = ReadWrite);
     ~Database();
     Database(const Database &) = delete;
     Database &operator=(const Database &) = delete;
@@ -136,6 +140,12 @@ public:
     qint64 lastInsertId() const;
     // Replaces the update hook; an empty one removes it.
     void setUpdateHook(UpdateHook hook);
+
+    // Copies the whole database page by page into a new file at path (an
+    // existing file there is replaced), or replaces this database's content
+    // with the file's. Not inside a transaction. Throw DbError.
+    void copyto(const QString &path);
+    void copyfrom(const QString &path);
 
     QStringList tables() const;
     bool hasTable(const QString &name) const;

@@ -41,6 +41,11 @@ QString nameproposal(const QString &name, NameCut cut)
     return proposal;
 }
 
+Step renameclubstep(qint64 team, const QString &name)
+{
+    return {QStringLiteral("Verein %1 heißt jetzt „%2“").arg(team).arg(name)};
+}
+
 Result renameclub(Database &db, qint64 team, const QString &name)
 {
     if (name.isEmpty())

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/world.h"
 #include "platform/database.h"
 #include "platform/operation.h"
 #include "tools/squadnumbers.h"
@@ -25,6 +26,9 @@ enum class NameCut {
 QString nameproposal(const QString &name, NameCut cut);
 
 // Renames a club of vereine; an empty name is refused. One transaction.
+// A rename's step of the history.
+Step renameclubstep(qint64 team, const QString &name);
+
 Result renameclub(Database &db, qint64 team, const QString &name);
 
 } // namespace zorbo

@@ -12,10 +12,15 @@
 
 namespace zorbo {
 
+Step wipestep()
+{
+    return {QStringLiteral("Datenbank gelöscht"), QStringLiteral("Datenbank löschen")};
+}
+
 Result del_db(Database &db, const Progress &progress)
 {
     return runtransaction(db, QStringLiteral("Die Datenbank lässt sich nicht löschen"), [&] {
-        for (const char *table : {"vereine", "vereine_national", "vereinspieler", "spieler"})
+        for (const char *table : {"vereine", "vereine_national", "kaderzeilen", "spieler"})
             db.exec(QStringLiteral("DELETE FROM ") + QLatin1String(table));
         ensuretransfermarket(db, progress);
         return Result::success(QStringLiteral("Die Datenbank wurde geleert; der Transfermarkt wurde mit %1 Spielern neu "
@@ -46,6 +51,8 @@ Result comp_db(World &world, const Progress &progress)
     Database *db = world.db();
     if (!db)
         return Result::failure(QStringLiteral("Es ist keine Datenbank geöffnet."));
+    if (const Result kept = world.keeprestorepoint(QStringLiteral("Komprimieren")); !kept)
+        return Result::failure(kept.message + QStringLiteral(" Die Datenbank wurde nicht komprimiert."));
     const QString path = db->path();
     const QString copy = QFileInfo(path).dir().filePath(QStringLiteral("zorbo_komprimiert.tmp"));
     const QString lead = QStringLiteral("Die Datenbank lässt sich nicht komprimieren");

@@ -5,12 +5,17 @@
 
 namespace zorbo {
 
+Step marketfillstep()
+{
+    return {QStringLiteral("Freie Spieler in den Transfermarkt kopiert"), QStringLiteral("Transfermarkt füllen")};
+}
+
 MarketFill spielera4_nach_tmarkt(Database &db, const Progress &progress)
 {
     return runtransaction(db, QStringLiteral("Die freien Spieler lassen sich nicht in den Transfermarkt kopieren"), [&] {
         MarketFill fill;
         QList<qint64> places;
-        Statement market = db.prepare(QStringLiteral("SELECT spieler FROM vereinspieler WHERE verein = 0 ORDER BY spieler"));
+        Statement market = db.prepare(QStringLiteral("SELECT spieler FROM kaderzeilen WHERE verein = 0 ORDER BY spieler"));
         while (market.step())
             places << market.integer(0);
         fill.slotcount = int(places.size());

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/world.h"
 #include "platform/database.h"
 #include "platform/operation.h"
 
@@ -17,6 +18,9 @@ struct MarketFill {
 // free players stay in a4spieler. The market rows keep their numbers,
 // height, favourite position and squad number. One transaction; refused
 // with a German message when there are no free players or no market slots.
+// The market fill's step of the history, with a restore point before it.
+Step marketfillstep();
+
 MarketFill spielera4_nach_tmarkt(Database &db, const Progress &progress = {});
 
 } // namespace zorbo

@@ -14,7 +14,7 @@ QList<NamedTeam> clubswithrepeats(Database &db, const Progress &progress)
 {
     QList<qint64> teams;
     Statement st = db.prepare(QStringLiteral(
-        "SELECT verein FROM vereinspieler v JOIN spieler s ON s.NUMMER = v.spieler WHERE verein > 0 "
+        "SELECT verein FROM kaderzeilen v JOIN spieler s ON s.NUMMER = v.spieler WHERE verein > 0 "
         "GROUP BY verein, RUECKENNUMMER HAVING count(RUECKENNUMMER) > 1 ORDER BY verein"));
     while (st.step()) {
         if (teams.isEmpty() || teams.last() != st.integer(0))
@@ -67,6 +67,11 @@ bool repeatshown(const QList<SquadLine> &lines)
             return true;
     }
     return false;
+}
+
+Step squadnumberstep(qint64 player, qint64 number)
+{
+    return {QStringLiteral("Rückennummer %1 für Spieler %2").arg(number).arg(player)};
 }
 
 Result setsquadnumber(Database &db, qint64 player, qint64 number)

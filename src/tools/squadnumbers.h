@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/world.h"
 #include "platform/database.h"
 #include "platform/operation.h"
 
@@ -38,6 +39,9 @@ bool repeatshown(const QList<SquadLine> &lines);
 
 // Gives a player a new squad number; numbers of 0 and below are refused.
 // One transaction.
+// A squad number's step of the history.
+Step squadnumberstep(qint64 player, qint64 number);
+
 Result setsquadnumber(Database &db, qint64 player, qint64 number);
 
 } // namespace zorbo

@@ -24,14 +24,14 @@ QList<SwapEntry> entries(Statement &st)
 
 bool inteam(Database &db, qint64 team, qint64 player)
 {
-    return !db.scalar(QStringLiteral("SELECT 1 FROM vereinspieler WHERE verein = ?1 AND spieler = ?2"), team, player).isNull();
+    return !db.scalar(QStringLiteral("SELECT 1 FROM kaderzeilen WHERE verein = ?1 AND spieler = ?2"), team, player).isNull();
 }
 
 // The one club of a player; a national team doesn't count, as a player
 // stands there beside his club.
 qint64 clubof(Database &db, qint64 player)
 {
-    Statement st = db.prepare(QStringLiteral("SELECT v.verein FROM vereinspieler v JOIN vereine c ON c.NUMMER = v.verein "
+    Statement st = db.prepare(QStringLiteral("SELECT v.verein FROM kaderzeilen v JOIN vereine c ON c.NUMMER = v.verein "
                                              "WHERE v.spieler = ?1"));
     st.bind(1, player);
     QList<qint64> clubs;
@@ -78,6 +78,16 @@ QString positionshort(int art)
     return art >= 0 && art < 4 ? QString::fromLatin1(names[art]) : QString::number(art);
 }
 
+Step swapstep(qint64 left, qint64 right)
+{
+    return {QStringLiteral("Spieler %1 und %2 getauscht").arg(left).arg(right)};
+}
+
+Step swapfreestep(qint64 freeid, qint64 nummer)
+{
+    return {QStringLiteral("Spieler %1 gegen den freien Spieler %2 getauscht").arg(nummer).arg(freeid)};
+}
+
 Result swapplayers(Database &db, qint64 left, qint64 right, qint64 leftclub, qint64 rightclub)
 {
     return runtransaction(db, QStringLiteral("Die Spieler lassen sich nicht tauschen"), [&] {
@@ -94,7 +104,7 @@ Result swapplayers(Database &db, qint64 left, qint64 right, qint64 leftclub, qin
             return Result::failure(QStringLiteral("Ein Spieler lässt sich nicht mit sich selbst tauschen."));
         // Only the row of the club shown: a player's row in his national team stays.
         Statement move = db.prepare(QStringLiteral(
-            "UPDATE vereinspieler SET verein = ?1 WHERE rowid = (SELECT rowid FROM vereinspieler WHERE verein = ?2 AND "
+            "UPDATE kaderzeilen SET verein = ?1 WHERE rowid = (SELECT rowid FROM kaderzeilen WHERE verein = ?2 AND "
             "spieler = ?3 LIMIT 1)"));
         move.bindAll(r, l, left).exec();
         move.bindAll(l, r, right).exec();

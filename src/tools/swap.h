@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/world.h"
 #include "platform/database.h"
 #include "platform/operation.h"
 
@@ -32,6 +33,10 @@ QString positionshort(int art);
 // -1 means the player's one club (vereine, the market included); a player
 // in several clubs must then be told which. Refused when a player is not
 // where the caller says. One transaction.
+// The swaps' steps of the history.
+Step swapstep(qint64 left, qint64 right);
+Step swapfreestep(qint64 freeid, qint64 nummer);
+
 Result swapplayers(Database &db, qint64 left, qint64 right, qint64 leftclub = -1, qint64 rightclub = -1);
 
 // Free player freeid comes onto the row of player nummer, who goes into the

@@ -60,7 +60,12 @@ QStringList keysUnder(const TeamTree &tree, const QString &parent)
 QStringList dumpworld(Database &db, const QStringList &tables, bool byKey)
 {
     QStringList rows;
-    for (const QString &table : tables.isEmpty() ? db.tables() : tables) {
+    QStringList all = tables;
+    if (all.isEmpty()) {
+        all = db.tables();
+        all.removeAll(QStringLiteral("verlauf")); // the history is no part of the world
+    }
+    for (const QString &table : std::as_const(all)) {
         QStringList quoted, key;
         for (const ColumnInfo &c : db.columns(table)) {
             quoted << QStringLiteral("quote(\"%1\")").arg(c.name);

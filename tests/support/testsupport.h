@@ -43,7 +43,8 @@ struct NewWorld {
     QString file(const QString &name) const { return dir.file(name); }
 };
 
-// Every row of every table (or of the tables named), each value quoted by
+// Every row of every table of the world (or of the tables named; the
+// history is left out), each value quoted by
 // SQLite, so that a number turned into text or a Null into an empty text
 // counts as a change. Rows in the order they were written, or, byKey, by
 // their first two columns, for worlds written in another order.

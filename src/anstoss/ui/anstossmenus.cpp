@@ -67,9 +67,11 @@ void importleaguefile(Shell &shell)
         {
             const auto busy = shell.busy(QStringLiteral("Speichere Freie Spieler..."));
             const Progress progress = busy->progress();
-            r = shell.run([&](Database &db) {
-                return importleague(db, file, progress, [&](const QString &league) { shell.status(league); });
-            });
+            r = shell.run(
+                [&](Database &db) {
+                    return importleague(db, file, progress, [&](const QString &league) { shell.status(league); });
+                },
+                {}, freeplayersstep(file));
         }
         tell(shell, QStringLiteral("Import"), r);
         return;
@@ -94,7 +96,7 @@ void importa4club(Shell &shell, const QString &file, const QString &clubname)
         {
             const auto busy = shell.busy(QStringLiteral("Speichere Freie Spieler..."));
             const Progress progress = busy->progress();
-            r = shell.run([&](Database &db) { return runfreeplayers(db, file, {}, progress); });
+            r = shell.run([&](Database &db) { return runfreeplayers(db, file, {}, progress); }, {}, freeplayersstep(file));
         }
         tell(shell, QStringLiteral("Freie Spieler"), r);
         return;

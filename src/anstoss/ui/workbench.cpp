@@ -250,7 +250,8 @@ void Workbench::btnteamsave_Click()
         t.kitart[size_t(slot)] = m_pictrikot[slot]->tag.isNull() ? m_club.kitart[size_t(slot)] : m_pictrikot[slot]->tag;
     const int trikotsatz = m_shell.settings().trikotsatz;
     const AnstossResult r = m_shell.run(
-        [&](Database &db) { return saveimportteam(db, m_aet, m_nummer, t, trikotsatz); });
+        [&](Database &db) { return saveimportteam(db, m_aet, m_nummer, t, trikotsatz); }, {},
+        importteamstep(m_nummer, m_file));
     if (!r.ok())
         m_shell.dialogs().warning(this, QStringLiteral("Land/Verein speichern"), r.result.message);
     else

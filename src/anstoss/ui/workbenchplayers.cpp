@@ -231,7 +231,8 @@ void Workbench::mnupopup_item_Click(QTreeWidget *list, int index)
         QList<int> indexes;
         for (int r : rows)
             indexes << int(m_builder.list(SquadBuilder::Import)[r].id);
-        const AnstossResult r = m_shell.run([&](Database &db) { return runfreeplayers(db, m_file, indexes); });
+        const AnstossResult r = m_shell.run([&](Database &db) { return runfreeplayers(db, m_file, indexes); }, {},
+                                            freeplayersstep(m_file));
         if (!r.ok()) {
             m_shell.dialogs().warning(this, QStringLiteral("Freie Spieler"), r.result.message);
             break;
@@ -268,10 +269,12 @@ void Workbench::dropfrom(const QString &source)
 void Workbench::btnspielersave_Click()
 {
     const QList<SquadEntry> squad = m_builder.entries();
-    const AnstossResult r = m_shell.run([&](Database &db) {
-        const auto busy = m_shell.busy(QStringLiteral("Speichere Spieler..."));
-        return saveimportplayers(db, m_aet, m_nummer, squad, busy->progress());
-    });
+    const AnstossResult r = m_shell.run(
+        [&](Database &db) {
+            const auto busy = m_shell.busy(QStringLiteral("Speichere Spieler..."));
+            return saveimportplayers(db, m_aet, m_nummer, squad, busy->progress());
+        },
+        {}, importplayersstep(m_nummer, m_file));
     if (!r.ok() && !r.result.cancelled)
         m_shell.dialogs().warning(this, QStringLiteral("Spieler speichern"), r.result.message);
     else

@@ -29,7 +29,11 @@ void EditorView::btnteamsave_Click()
     Result saved;
     {
         const auto busy = m_shell.busy(QStringLiteral("Speichere Land/Verein..."));
-        saved = m_shell.run([&](Database &db) { return teamsave(db, form, isNew, text, settings().trikotsatz); });
+        const bool country = form.table == TeamTable::VereineNational;
+        const QString what = isNew ? (country ? QStringLiteral("Neues Land „%1“") : QStringLiteral("Neuer Verein „%1“"))
+                                   : (country ? QStringLiteral("Land „%1“") : QStringLiteral("Verein „%1“"));
+        saved = m_shell.run([&](Database &db) { return teamsave(db, form, isNew, text, settings().trikotsatz); }, {},
+                            Step{what.arg(form.name) + QStringLiteral(" gespeichert")});
     }
     const QString select = std::exchange(m_select, QString());
     if (!saved) {
@@ -51,7 +55,9 @@ void EditorView::btnspielerspeichern_Click()
     // The grid row and the tab take the player as written; the rest of
     // what is on show stays as it is.
     m_ownsave = true;
-    const Result saved = m_shell.run([&](Database &db) { return spielersave(db, form, &player); });
+    const Step step{QStringLiteral("Spieler „%1“ gespeichert")
+                        .arg(QStringList{form.vorname, form.name}.join(QLatin1Char(' ')).trimmed())};
+    const Result saved = m_shell.run([&](Database &db) { return spielersave(db, form, &player); }, {}, step);
     m_ownsave = false;
     if (!saved) {
         m_shell.dialogs().warning(m_shell.window(), QStringLiteral("Spieler speichern"), saved.message);

@@ -261,7 +261,8 @@ void EditorView::checkallgesichter()
         // The grid's rows hold the old face codes; the change notice has them read again.
         const auto busy = m_shell.busy(QStringLiteral("Überprüfe Spielergesichter..."));
         const FacePictures pictures(settings().folder(GesichtFolder));
-        check = m_shell.run([&](Database &db) { return zorbo::checkallgesichter(db, pictures, busy->progress()); });
+        check = m_shell.run([&](Database &db) { return zorbo::checkallgesichter(db, pictures, busy->progress()); }, {},
+                            Step{QStringLiteral("Spielergesichter überprüft")});
     }
     QWidget *window = m_shell.window();
     if (!check.result) {

@@ -99,7 +99,7 @@ void ClubNameWindow::save()
         return;
     const QString name = m_name->text();
     const qint64 team = item->data(Qt::UserRole).toLongLong();
-    const Result done = m_shell.run([&](Database &db) { return renameclub(db, team, name); });
+    const Result done = m_shell.run([&](Database &db) { return renameclub(db, team, name); }, {}, renameclubstep(team, name));
     if (!done.ok) {
         m_shell.dialogs().warning(this, windowTitle(), done.message);
         return;

@@ -121,7 +121,8 @@ void SquadNumberWindow::save()
     if (item) {
         const qint64 player = item->data(Qt::UserRole).toLongLong();
         const qint64 number = parsewholenumber(m_number->text()).value_or(0);
-        const Result done = m_shell.run([&](Database &db) { return setsquadnumber(db, player, number); });
+        const Result done = m_shell.run([&](Database &db) { return setsquadnumber(db, player, number); }, {},
+                                         squadnumberstep(player, number));
         // A number of 0 or below is not saved, as before; the status bar says so.
         m_shell.status(done.message);
         if (!done.ok && number > 0)

@@ -36,7 +36,7 @@ void fillmarket(Shell &shell)
     MarketFill fill;
     {
         const auto busy = shell.busy(QStringLiteral("Speichere Spieler..."));
-        fill = shell.run([&](Database &db) { return spielera4_nach_tmarkt(db, busy->progress()); });
+        fill = shell.run([&](Database &db) { return spielera4_nach_tmarkt(db, busy->progress()); }, {}, marketfillstep());
     }
     // Nothing to copy is said in the status bar only.
     tell(shell, title, fill.result, fill.freePlayers > 0 && fill.slotcount > 0);
@@ -50,7 +50,7 @@ void wipe(Shell &shell)
     Result done;
     {
         const auto busy = shell.busy(QStringLiteral("Lösche Datenbank..."));
-        done = shell.run([&](Database &db) { return del_db(db, busy->progress()); });
+        done = shell.run([&](Database &db) { return del_db(db, busy->progress()); }, {}, wipestep());
     }
     tell(shell, title, done, true);
 }

@@ -191,10 +191,12 @@ void TransferWindow::swap()
     Result done;
     if (freemode()) {
         const QString exporter = m_freeclubs->currentText();
-        done = m_shell.run([&](Database &db) { return swapfree(db, left, right, rightclub, exporter); });
+        done = m_shell.run([&](Database &db) { return swapfree(db, left, right, rightclub, exporter); }, {},
+                           swapfreestep(left, right));
     } else {
         const qint64 leftclub = m_clubs[0]->currentData().toLongLong();
-        done = m_shell.run([&](Database &db) { return swapplayers(db, left, right, leftclub, rightclub); });
+        done = m_shell.run([&](Database &db) { return swapplayers(db, left, right, leftclub, rightclub); }, {},
+                           swapstep(left, right));
     }
     if (done)
         m_shell.status(done.message);

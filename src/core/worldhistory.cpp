@@ -1,0 +1,267 @@
+// The world's history: steps recorded around each run, undone and redone
+// through the engine's changesets, and restore points of the whole world.
+#include "core/world.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+namespace zorbo {
+
+namespace {
+
+// Steps beyond these are forgotten, oldest first, so that the history of a
+// world that imports whole worlds again and again doesn't outgrow it.
+constexpr qint64 keptSteps = 200;
+constexpr qint64 keptBytes = 256LL * 1024 * 1024;
+
+const QString applyLead = QStringLiteral("Der Verlauf lässt sich nicht anwenden");
+
+Result norun()
+{
+    return Result::failure(QStringLiteral("Während eines Laufs lässt sich der Verlauf nicht ändern."));
+}
+
+} // namespace
+
+void World::record()
+{
+    if (m_recordsteps)
+        m_recorder = std::make_unique<ChangeRecorder>(*m_db, QStringList{QStringLiteral("verlauf")});
+}
+
+bool World::keepstep(const Step &step)
+{
+    if (!m_recorder)
+        return false;
+    const QByteArray changes = m_recorder->changeset();
+    if (changes.isEmpty())
+        return false;
+    m_db->exec(QStringLiteral("DELETE FROM verlauf WHERE zurueck = 1"));
+    m_db->run(QStringLiteral("INSERT INTO verlauf (zeit, text, zurueck, aenderungen) VALUES (?1, ?2, 0, ?3)"),
+              QDateTime::currentDateTime().toString(Qt::ISODate),
+              step.text.isEmpty() ? QStringLiteral("Änderung") : step.text, changes);
+    // The newest step always stays, however large.
+    m_db->run(QStringLiteral("DELETE FROM verlauf WHERE schritt IN (SELECT schritt FROM (SELECT schritt, "
+                             "row_number() OVER (ORDER BY schritt DESC) AS n, "
+                             "sum(length(aenderungen)) OVER (ORDER BY schritt DESC) AS bytes FROM verlauf) "
+                             "WHERE n > 1 AND (n > ?1 OR bytes > ?2))"),
+              keptSteps, keptBytes);
+    return true;
+}
+
+QList<HistoryStep> World::history() const
+{
+    if (!m_db)
+        return {};
+    try {
+        return historysteps(*m_db);
+    } catch (const DbError &) {
+        return {};
+    }
+}
+
+Result World::replay(const QList<HistoryStep> &steps, bool undoing, const Progress &progress)
+{
+    if (!m_db)
+        return Result::failure(QStringLiteral("Es ist keine Datenbank geöffnet."));
+    if (m_watching)
+        return norun();
+    if (steps.isEmpty())
+        return Result::failure(undoing ? QStringLiteral("Es gibt nichts rückgängig zu machen.")
+                                       : QStringLiteral("Es gibt nichts wiederherzustellen."));
+    Result done;
+    {
+        Watch watch(*this);
+        done = runtransaction(*m_db, applyLead, [&] {
+            Statement read = m_db->prepare(QStringLiteral("SELECT aenderungen FROM verlauf WHERE schritt = ?1"));
+            Statement mark = m_db->prepare(QStringLiteral("UPDATE verlauf SET zurueck = ?1 WHERE schritt = ?2"));
+            QStringList texts;
+            for (qsizetype i = 0; i < steps.size(); ++i) {
+                report(progress, i, steps.size());
+                const HistoryStep &step = steps.at(i);
+                read.bind(1, step.id);
+                if (!read.step())
+                    return Result::failure(QStringLiteral("Den Schritt %1 gibt es nicht mehr.").arg(step.id));
+                const QByteArray changes = read.blob(0);
+                read.reset();
+                if (const auto conflict = applychangeset(*m_db, changes, undoing))
+                    return Result::failure(QStringLiteral("„%1“ lässt sich nicht %2: %3. Es wurde nichts geändert.")
+                                               .arg(step.text,
+                                                    undoing ? QStringLiteral("rückgängig machen")
+                                                            : QStringLiteral("wiederherstellen"),
+                                                    *conflict));
+                mark.bindAll(undoing ? 1 : 0, step.id);
+                mark.exec();
+                texts << step.text;
+            }
+            report(progress, steps.size(), steps.size());
+            settle();
+            return Result::success((undoing ? QStringLiteral("Rückgängig gemacht: ") : QStringLiteral("Wiederhergestellt: "))
+                                   + texts.join(QStringLiteral("; ")));
+        });
+    }
+    publish(done.ok);
+    if (done.ok)
+        emit historychanged();
+    return done;
+}
+
+Result World::undo(int count, const Progress &progress)
+{
+    QList<HistoryStep> steps;
+    const QList<HistoryStep> all = history();
+    for (auto it = all.crbegin(); it != all.crend() && steps.size() < count; ++it) {
+        if (!it->undone)
+            steps.append(*it);
+    }
+    return replay(steps, true, progress);
+}
+
+Result World::redo(int count, const Progress &progress)
+{
+    QList<HistoryStep> steps;
+    for (const HistoryStep &step : history()) {
+        if (step.undone && steps.size() < count)
+            steps.append(step);
+    }
+    return replay(steps, false, progress);
+}
+
+Result World::gotostep(qint64 id, const Progress &progress)
+{
+    const QList<HistoryStep> all = history();
+    QList<HistoryStep> undoing, redoing;
+    bool known = id == 0;
+    for (const HistoryStep &step : all) {
+        known = known || step.id == id;
+        if (!step.undone && step.id > id)
+            undoing.prepend(step);
+        else if (step.undone && step.id <= id)
+            redoing.append(step);
+    }
+    if (!known)
+        return Result::failure(QStringLiteral("Den Schritt %1 gibt es nicht im Verlauf.").arg(id));
+    if (!undoing.isEmpty())
+        return replay(undoing, true, progress);
+    if (!redoing.isEmpty())
+        return replay(redoing, false, progress);
+    return Result::success(QStringLiteral("Die Welt steht schon auf diesem Schritt."));
+}
+
+Result World::drophistory()
+{
+    if (!m_db)
+        return Result::failure(QStringLiteral("Es ist keine Datenbank geöffnet."));
+    if (m_watching)
+        return norun();
+    const Result done = runtransaction(*m_db, QStringLiteral("Der Verlauf lässt sich nicht löschen"), [&] {
+        m_db->exec(QStringLiteral("DELETE FROM verlauf"));
+        return Result::success(QStringLiteral("Der Verlauf wurde gelöscht."));
+    });
+    if (done.ok)
+        emit historychanged();
+    return done;
+}
+
+namespace {
+
+// Characters no file name may hold become dashes.
+QString filepart(const QString &reason)
+{
+    QString part;
+    for (const QChar c : reason)
+        part += c.unicode() < 0x20 || QStringLiteral("/\\:*?\"<>|").contains(c) ? QLatin1Char('-') : c;
+    return part.trimmed().isEmpty() ? QStringLiteral("Sicherung") : part.trimmed();
+}
+
+void prune(const QString &programFolder, int keep)
+{
+    const QList<RestorePoint> points = restorepoints(programFolder);
+    for (qsizetype i = keep; i < points.size(); ++i)
+        QFile::remove(points.at(i).path);
+}
+
+} // namespace
+
+Result World::keeprestorepoint(const QString &reason)
+{
+    return keeprestorepoint(reason, true);
+}
+
+Result World::keeprestorepoint(const QString &reason, bool pruning)
+{
+    if (!m_db)
+        return Result::failure(QStringLiteral("Es ist keine Datenbank geöffnet."));
+    if (m_watching)
+        return Result::failure(QStringLiteral("Während eines Laufs lässt sich kein Wiederherstellungspunkt anlegen."));
+    const QString folder = restorepointfolder(m_settings.programFolder);
+    const QString failed = QStringLiteral("Der Wiederherstellungspunkt lässt sich nicht anlegen");
+    if (!QDir().mkpath(folder))
+        return Result::failure(QStringLiteral("%1: der Ordner %2 lässt sich nicht anlegen.")
+                                   .arg(failed, QDir::toNativeSeparators(folder)));
+    const QString time = QDateTime::currentDateTime().toString(QStringLiteral("yyyy-MM-dd_hh-mm-ss"));
+    QString name = QStringLiteral("%1_%2.mdb").arg(time, filepart(reason));
+    for (int n = 2; QFileInfo::exists(folder + QLatin1Char('/') + name); ++n)
+        name = QStringLiteral("%1.%2_%3.mdb").arg(time).arg(n).arg(filepart(reason));
+    // Written under another name first, so that a half copy is never listed.
+    const QString path = folder + QLatin1Char('/') + name;
+    const QString part = path + QStringLiteral(".teil");
+    try {
+        QFile::remove(part);
+        m_db->copyto(part);
+    } catch (const DbError &e) {
+        QFile::remove(part);
+        return Result::failure(QStringLiteral("%1: %2").arg(failed, e.text()));
+    }
+    if (!QFile::rename(part, path)) {
+        QFile::remove(part);
+        return Result::failure(QStringLiteral("%1: %2 lässt sich nicht anlegen.").arg(failed, QDir::toNativeSeparators(path)));
+    }
+    if (pruning)
+        prune(m_settings.programFolder, m_settings.restorepoints);
+    return Result::success(QStringLiteral("Wiederherstellungspunkt %1 angelegt.").arg(name));
+}
+
+Result World::restore(const QString &name, const Progress &progress)
+{
+    if (!m_db)
+        return Result::failure(QStringLiteral("Es ist keine Datenbank geöffnet."));
+    if (m_watching)
+        return norun();
+    const QString folder = restorepointfolder(m_settings.programFolder);
+    const QString path = folder + QLatin1Char('/') + name;
+    if (name.contains(QLatin1Char('/')) || name.contains(QLatin1Char('\\')) || !restorepointname().match(name).hasMatch()
+        || !QFileInfo(path).isFile())
+        return Result::failure(QStringLiteral("Einen Wiederherstellungspunkt „%1“ gibt es in %2 nicht.")
+                                   .arg(name, QDir::toNativeSeparators(folder)));
+    QString why;
+    if (!isworldfile(path, &why))
+        return Result::failure(why);
+    // Once begun, a restore is not stopped halfway: the progress only shows.
+    if (progress)
+        progress(0, 2);
+    // The present world is kept first; pruning waits, it might take the
+    // point that is to come back.
+    if (const Result kept = keeprestorepoint(QStringLiteral("Vor der Wiederherstellung"), false); !kept)
+        return Result::failure(kept.message + QStringLiteral(" Es wurde nichts geändert."));
+    Result done = Result::success(QStringLiteral("Die Welt von %1 ist wiederhergestellt; die bisherige ist als "
+                                                 "Wiederherstellungspunkt aufgehoben.")
+                                      .arg(name));
+    try {
+        m_db->copyfrom(path);
+        upgradeschema(*m_db);
+    } catch (const DbError &e) {
+        done = Result::failure(QStringLiteral("Der Wiederherstellungspunkt %1 lässt sich nicht zurückholen: %2").arg(name, e.text()));
+    }
+    if (progress)
+        progress(2, 2);
+    prune(m_settings.programFolder, m_settings.restorepoints);
+    Change everything;
+    everything.everything = true;
+    emit changed(everything);
+    emit historychanged();
+    return done;
+}
+
+} // namespace zorbo
