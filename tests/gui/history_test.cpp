@@ -36,8 +36,12 @@ void buildWorld(const QString &folder)
            "(20, 'FC Köln', 'Köln', 'Deutschland', 'Köln', 40000, 10000), "
            "(21, 'Fortuna Düsseldorf', 'Fortuna', 'Deutschland', 'Düsseldorf', 30000, 20000), "
            "(22, 'Alemannia Aachen', 'Aachen', 'Deutschland', 'Aachen', 20000, 12000)");
-    for (int team : {20, 21, 22})
-        spieler20new(db, team, "Deutschland", 20);
+    const QStringList names = {"Müller", "Schäfer", "Weiß", "Groß", "Böhm", "Jürgens", "Köhler"};
+    for (int team : {20, 21, 22}) {
+        const qint64 first = spieler20new(db, team, "Deutschland", 20);
+        for (int i = 0; i < 20; ++i)
+            db.run("UPDATE spieler SET NAME = ?2 WHERE NUMMER = ?1", first + i, names[(i + team) % names.size()]);
+    }
 }
 
 class History : public ::testing::Test {
@@ -184,34 +188,33 @@ TEST_F(History, APanelClickGoesBackThreeStepsAndForwardAgain)
     EXPECT_FALSE(window->action("mnubearbeitenitem(0)")->isEnabled());
 }
 
-TEST_F(History, TheRestoreWindowListsAPointAndBringsItBack)
+TEST_F(History, TheRestoreWindowBringsBackTheWorldBeforeAWipe)
 {
-    ASSERT_TRUE(window->world()->keeprestorepoint("Probe").ok);
     rename(20, "Neuer Name");
-    ASSERT_EQ(clubname(20), "Neuer Name");
-
     dialogs.answer = true;
+    window->action("mnuoptionenitem(6)")->trigger(); // "Datenbank löschen"
+    ASSERT_TRUE(clubname(20).isEmpty());
+    dialogs.asked.clear();
+
     QTimer::singleShot(0, window.get(), [this] {
         auto *dialog = window->findChild<QDialog *>("frmwiederherstellung");
         ASSERT_NE(dialog, nullptr);
         auto *table = child<QTableWidget>(*dialog, "lstvpunkte");
         [&] {
-            ASSERT_GE(table->rowCount(), 1);
-            int row = 0;
-            while (row < table->rowCount() && table->item(row, 1)->text() != "Probe")
-                ++row;
-            ASSERT_LT(row, table->rowCount());
-            const RestorePoint point = restorepoints(dir.path()).value(row);
-            EXPECT_EQ(table->item(row, 3)->text(), QString::number(point.clubs));
-            EXPECT_EQ(table->item(row, 4)->text(), QString::number(point.players));
-            EXPECT_TRUE(table->item(row, 2)->text().contains(QRegularExpression("^[0-9.,]+ (kB|MB)$")))
-                << table->item(row, 2)->text().toStdString();
+            const QList<RestorePoint> points = restorepoints(dir.path());
+            ASSERT_EQ(table->rowCount(), points.size());
+            ASSERT_GE(points.size(), 1);
+            EXPECT_EQ(table->item(0, 1)->text(), points[0].reason);
+            EXPECT_EQ(points[0].clubs, 3) << "the world before the wipe";
+            EXPECT_EQ(table->item(0, 3)->text(), "3");
+            EXPECT_EQ(table->item(0, 4)->text(), QString::number(points[0].players));
+            EXPECT_TRUE(table->item(0, 2)->text().contains(QRegularExpression("^[0-9.,]+ (kB|MB)$")))
+                << table->item(0, 2)->text().toStdString();
             auto *restore = child<QPushButton>(*dialog, "cmdwiederherstellen");
             EXPECT_FALSE(restore->isEnabled()) << "nothing chosen yet";
-            table->selectRow(row);
-            const int before = table->rowCount();
+            table->selectRow(0);
             QTest::mouseClick(restore, Qt::LeftButton);
-            EXPECT_EQ(table->rowCount(), before + 1) << "the present world was kept first";
+            EXPECT_EQ(table->rowCount(), points.size() + 1) << "the wiped world was kept first";
             if (const auto shot = qEnvironmentVariable("ZORBO_SCREENSHOT_DIR"); !shot.isEmpty())
                 dialog->grab().save(shot + "/frmwiederherstellung.png");
         }();
@@ -221,7 +224,6 @@ TEST_F(History, TheRestoreWindowListsAPointAndBringsItBack)
 
     ASSERT_EQ(dialogs.asked.size(), 2) << dialogs.asked.join('\n').toStdString();
     EXPECT_TRUE(dialogs.asked[0].startsWith("Wiederherstellen|")) << dialogs.asked[0].toStdString();
-    EXPECT_EQ(clubname(20), "FC Köln");
-    EXPECT_EQ(node(tree, "T20")->text(0), "FC Köln");
-    EXPECT_EQ(restorepoints(dir.path()).size(), 2);
+    EXPECT_EQ(clubname(20), "Neuer Name");
+    EXPECT_EQ(node(tree, "T20")->text(0), "Neuer Name");
 }
