@@ -34,7 +34,7 @@ constexpr int squad = 20;
 void generate(Database &db)
 {
     Transaction tx(db);
-    db.exec("DELETE FROM vereine; DELETE FROM vereine_national; DELETE FROM spieler; DELETE FROM vereinspieler");
+    db.exec("DELETE FROM vereine; DELETE FROM vereine_national; DELETE FROM spieler; DELETE FROM kaderzeilen");
     db.exec("INSERT INTO vereine (NUMMER, NAME, GRAFIK_NR, SPIELER) VALUES (0, 'TRANSFERMARKT', 999, '')");
     Statement nat = db.prepare("INSERT INTO vereine_national VALUES (?1, ?2, ?2, 292, 0, 0, '', ?2, ?2, '99,121,700', ?2, "
                                "'West-Europa', 8000, 3000, 16, 62, 58, 0, '144, 32, 56', '120,  8, 24', ' 48, 40,120', "
@@ -47,7 +47,7 @@ void generate(Database &db)
                                 "' 48, 48, 48', ' 48, 48, 48', ' 48, 48, 48', ' 48, 48, 48', ' 24,181,220', ' 24,181,220', "
                                 "' 24,181,220', ' 24,181,220')");
     Statement player = db.prepare("INSERT INTO spieler VALUES (?1, ?2, ?3, ?4, ?5, ?6, ?7, ?8, 100, ?9, 0, ?10, ?11, 1, 3, ?12, '')");
-    Statement member = db.prepare("INSERT INTO vereinspieler VALUES (?1, ?2)");
+    Statement member = db.prepare("INSERT INTO kaderzeilen (verein, spieler) VALUES (?1, ?2)");
     qint64 p = 1;
     for (int c = 0; c < clubs; ++c) {
         const int number = nationalTeams + 1 + c;

@@ -34,7 +34,7 @@ void generate(Database &db)
 {
     Transaction tx(db);
     db.exec("DELETE FROM vereine WHERE NUMMER <> 0; DELETE FROM vereine_national; DELETE FROM spieler; "
-            "DELETE FROM vereinspieler");
+            "DELETE FROM kaderzeilen");
     Statement nat = db.prepare("INSERT INTO vereine_national VALUES (?1, ?2, ?2, 5, 0, 0, '', ?2, ?2, '99,121,700', ?2, "
                                "'West-Europa', 8000, 3000, 16, 62, 58, 0, '144, 32, 56', '120,  8, 24', ' 48, 40,120', "
                                "'  0,  0,  0', '  8, 64,200', '  0, 40,160', ' 24, 24, 24', '  0,  0,  0', '240,184, 32', "
@@ -47,7 +47,7 @@ void generate(Database &db)
                                 "' 24,181,220', ' 24,181,220')");
     Statement player = db.prepare("INSERT INTO spieler VALUES (?1, ?2, ?3, 4000, 6000, 'Land 1 Großmünster', 180, ?4, 100, 0, 0, "
                                   "?5, 0, 1, 3, '3,17', '')");
-    Statement member = db.prepare("INSERT INTO vereinspieler VALUES (?1, ?2)");
+    Statement member = db.prepare("INSERT INTO kaderzeilen (verein, spieler) VALUES (?1, ?2)");
     qint64 p = 1;
     for (int c = 0; c < clubs; ++c) {
         const int number = nationalTeams + 1 + c;

@@ -33,7 +33,7 @@ void generate(Database &db)
     Statement club = db.prepare("INSERT INTO vereine (NUMMER, NAME, NATION) VALUES (?1, ?2, 'Deutschland')");
     Statement player = db.prepare("INSERT INTO spieler VALUES (?1, ?2, 'J.', ?3, ?4, 'Deutschland', 180, ?5, 100, 0, 0, ?6, "
                                   "12345, 1, 3, '', '')");
-    Statement member = db.prepare("INSERT INTO vereinspieler VALUES (?1, ?2)");
+    Statement member = db.prepare("INSERT INTO kaderzeilen (verein, spieler) VALUES (?1, ?2)");
     qint64 p = firstPlayer;
     for (int c = 0; c < clubs; ++c) {
         const int number = 2 + c;

@@ -29,7 +29,7 @@ void buildWorld(Database &db)
     Statement club = db.prepare("INSERT INTO vereine (NUMMER, NAME, NATION) VALUES (?1, ?2, ?3)");
     Statement player = db.prepare(
         "INSERT INTO spieler VALUES (?1, ?2, 'S.', ?3, ?3, ?4, 180, ?5, 100, 0, 0, ?6, 0, 0, 0, '', '')");
-    Statement member = db.prepare("INSERT INTO vereinspieler VALUES (?1, ?2)");
+    Statement member = db.prepare("INSERT INTO kaderzeilen (verein, spieler) VALUES (?1, ?2)");
     qint64 team = 1, nummer = 1;
     for (int c = 0; c < 250; ++c) {
         const QString name = QStringLiteral("Land %1 Ä").arg(c, 3, 10, QLatin1Char('0'));

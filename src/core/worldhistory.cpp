@@ -201,9 +201,16 @@ Result World::keeprestorepoint(const QString &reason, bool pruning)
         return Result::failure(QStringLiteral("%1: der Ordner %2 lässt sich nicht anlegen.")
                                    .arg(failed, QDir::toNativeSeparators(folder)));
     const QString time = QDateTime::currentDateTime().toString(QStringLiteral("yyyy-MM-dd_hh-mm-ss"));
-    QString name = QStringLiteral("%1_%2.mdb").arg(time, filepart(reason));
-    for (int n = 2; QFileInfo::exists(folder + QLatin1Char('/') + name); ++n)
-        name = QStringLiteral("%1.%2_%3.mdb").arg(time).arg(n).arg(filepart(reason));
+    // Points of one second are numbered, so that their order stays known.
+    const QStringList same = QDir(folder).entryList({time + QStringLiteral("*.mdb")}, QDir::Files);
+    int last = 0;
+    for (const QString &other : same) {
+        const QRegularExpressionMatch match = restorepointname().match(other);
+        if (match.hasMatch())
+            last = std::max(last, match.captured(2).isEmpty() ? 1 : match.captured(2).toInt());
+    }
+    const QString name = same.isEmpty() ? QStringLiteral("%1_%2.mdb").arg(time, filepart(reason))
+                                        : QStringLiteral("%1.%2_%3.mdb").arg(time).arg(last + 1).arg(filepart(reason));
     // Written under another name first, so that a half copy is never listed.
     const QString path = folder + QLatin1Char('/') + name;
     const QString part = path + QStringLiteral(".teil");

@@ -27,14 +27,11 @@ inline QString aettext(const QString &team, const QList<AetPlayer> &players)
     for (int i = 0; i < players.size(); ++i) {
         const AetPlayer &p = players[i];
         text += QStringLiteral("[Spieler%1]\r\n").arg(i + 1);
-        if (!p.name.isNull())
-            text += QStringLiteral("Name=") + p.name + QStringLiteral("\r\n");
-        if (!p.vorname.isNull())
-            text += QStringLiteral("Vorname=") + p.vorname + QStringLiteral("\r\n");
-        if (!p.position.isNull())
-            text += QStringLiteral("Position=") + p.position + QStringLiteral("\r\n");
-        if (!p.staerke.isNull())
-            text += QStringLiteral("Staerke=") + p.staerke + QStringLiteral("\r\n");
+        for (const auto &[key, value] : {std::pair{"Name", p.name}, {"Vorname", p.vorname}, {"Position", p.position},
+                                         {"Staerke", p.staerke}}) {
+            if (!value.isNull())
+                text += QLatin1String(key) + QLatin1Char('=') + value + QStringLiteral("\r\n");
+        }
         text += QStringLiteral("Land=Deutschland\r\nRestspiele=10\r\nRueckennummer=%1\r\nHautfarbe=0\r\nHaarfarbe=3\r\n")
                     .arg(i + 1);
         text += p.extra;

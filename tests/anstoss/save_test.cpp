@@ -76,13 +76,12 @@ TEST_F(Saving, EntriesLandOnTheSlotsInOrderClubRowsReadBeforeTheyAreOverwritten)
         const int art = i < 2 ? 0 : i < 8 ? 1 : i < 14 ? 2 : 3;
         const int k = i - (art == 0 ? 0 : art == 1 ? 2 : art == 2 ? 8 : 14);
         const double s = 10000 - 500 * k;
-        EXPECT_EQ(p[1].toString(), file.value(aetsection(i), "Name"));
-        EXPECT_EQ(p[2].toString(), "V.");
-        EXPECT_EQ(p[3].toLongLong(), qint64(s));
-        EXPECT_EQ(p[7].toInt(), art);
-        EXPECT_EQ(p[11].toInt(), i + 1);
-        EXPECT_EQ(p[15].toString(), "");
-        EXPECT_EQ(p[16].toString(), "");
+        QStringList got;
+        for (int c : {1, 2, 3, 7, 11, 15, 16})
+            got << p[c].toString();
+        EXPECT_EQ(got, QStringList({file.value(aetsection(i), "Name"), "V.", QString::number(qint64(s)), QString::number(art),
+                                    QString::number(i + 1), "", ""}))
+            << i;
         rnd() = replay;
         EXPECT_EQ(p[4].toLongLong(), staerkegewinn(s, gain)) << i;
         EXPECT_EQ(p[6].toInt(), int(rnd().next() * 30.0f) + 175) << i;
@@ -129,34 +128,23 @@ TEST_F(Saving, TeamSaveWritesTheTickedGroupsAndTheExporterColours)
     t.team = true;
     t.kitart[2] = 9;
     ASSERT_TRUE(saveimportteam(db(), file, club, t, 0).ok());
-    Statement st = db().prepare("SELECT NAME, STADT, NATION, STADION_NAME, TW_TRIKOT_ART, F_TRIKOT_SPIELER, KURZNAME "
-                                "FROM vereine WHERE NUMMER = 7");
-    ASSERT_TRUE(st.step());
-    EXPECT_EQ(st.text(0), "Neuer \"FC\" d'Or");
-    EXPECT_EQ(st.text(1), "Neustadt");
-    EXPECT_EQ(st.text(2), "Neuland");
-    EXPECT_EQ(st.text(3), "Altstadion"); // stadium not ticked
-    EXPECT_EQ(st.integer(4), 9);
+    // Stadium and kits not ticked: the old stadium, the colour table's colour.
+    const QString row = "SELECT NAME || '|' || STADT || '|' || NATION || '|' || STADION_NAME || '|' || TW_TRIKOT_ART || '|' "
+                        "|| F_TRIKOT_SPIELER || '|' || KURZNAME FROM vereine WHERE NUMMER = 7";
     const QString tableColour = db().scalar("SELECT Trikot1 FROM e_trikotfarbeoriginal WHERE Nummer = 3").toString();
-    EXPECT_EQ(st.text(5), tableColour); // kits not ticked: the colour table's
-    EXPECT_EQ(st.text(6), "ALT");
+    EXPECT_EQ(db().scalar(row).toString(), "Neuer \"FC\" d'Or|Neustadt|Neuland|Altstadion|9|" + tableColour + "|ALT");
     EXPECT_EQ(db().scalar("SELECT KONTINENT FROM vereine_national WHERE NAME = 'Neuland'").toString(), "Atlantis");
 
     t.team = false;
     t.stadium = true;
     t.kits = true;
     ASSERT_TRUE(saveimportteam(db(), file, club, t, 0).ok());
-    Statement c = db().prepare("SELECT F_TRIKOT_SPIELER, F_AUSW_TRIKOT_SPIELER, F_HOSE_SPIELER, F_TRIKOT_WERBUNG, "
-                               "F_HOSE_STREIFEN, STADION_NAME, STADION_SITZPL, F_TRIKOT_TORWART FROM vereine WHERE NUMMER = 7");
-    ASSERT_TRUE(c.step());
-    EXPECT_EQ(c.text(0), "1, 2,3"); // the file's spacing
-    EXPECT_EQ(c.text(1), "  0,  0,  0"); // missing key: black
-    EXPECT_EQ(c.text(2), "  0,  0,  0");
-    EXPECT_EQ(c.text(3), "9,8,7");
-    EXPECT_EQ(c.text(4), "  0,  0,  0");
-    EXPECT_EQ(c.text(5), "Arena");
-    EXPECT_EQ(c.integer(6), 9000);
-    EXPECT_EQ(c.text(7), db().scalar("SELECT Trikot1 FROM e_trikotfarbeoriginal WHERE Nummer = 9").toString());
+    // The file's spacing; a missing key is black.
+    const QString keeper = db().scalar("SELECT Trikot1 FROM e_trikotfarbeoriginal WHERE Nummer = 9").toString();
+    EXPECT_EQ(db().scalar("SELECT F_TRIKOT_SPIELER || '|' || F_AUSW_TRIKOT_SPIELER || '|' || F_HOSE_SPIELER || '|' || "
+                          "F_TRIKOT_WERBUNG || '|' || F_HOSE_STREIFEN || '|' || STADION_NAME || '|' || STADION_SITZPL || "
+                          "'|' || F_TRIKOT_TORWART FROM vereine WHERE NUMMER = 7").toString(),
+              "1, 2,3|  0,  0,  0|  0,  0,  0|9,8,7|  0,  0,  0|Arena|9000|" + keeper);
 }
 
 TEST_F(Saving, TeamSaveRefusals)

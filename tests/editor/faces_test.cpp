@@ -21,31 +21,23 @@ void fill(const QString &folder, int farbe, std::array<int, 5> counts)
 
 } // namespace
 
-TEST(FaceCode, DigitsAndColourBothWays)
+TEST(FaceCode, DigitsAndColourBothWaysAndDarkSkinHasNoChinDigit)
 {
     const Face light{0, {2, 3, 4, 5, 6}};
     const qint64 code = 2 * 67108864LL + 3 * 1048576 + 4 * 8192 + 5 * 128 + 6 * 4;
     EXPECT_EQ(encodeface(light), code);
-    const Face back = decodeface(code);
-    EXPECT_EQ(back.farbe, 0);
-    EXPECT_EQ(back.digits, light.digits);
+    EXPECT_EQ(decodeface(code).farbe, 0);
+    EXPECT_EQ(decodeface(code).digits, light.digits);
+    const qint64 dark = encodeface({1, {4, 2, 8, 1, 9}});
+    EXPECT_EQ(dark, 4 * 67108864LL + 2 * 1048576 + 8 * 8192 + 1 * 128 + 1);
+    EXPECT_EQ(decodeface(dark).farbe, 1);
+    EXPECT_EQ(decodeface(dark).digits, (std::array<int, 5>{4, 2, 8, 1, 0}));
 
     EXPECT_EQ(decodeface(0).digits, (std::array<int, 5>{0, 0, 0, 0, 0}));
     EXPECT_EQ(decodeface(1).farbe, 1);
     EXPECT_EQ(decodeface(1).digits, (std::array<int, 5>{0, 0, 0, 0, 0}));
     EXPECT_EQ(decodeface(2).farbe, 0) << "low bits 2 count as the light colour";
     EXPECT_EQ(decodeface(3 * 1048576 + 3).farbe, 0);
-}
-
-TEST(FaceCode, DarkSkinHasNoChinDigit)
-{
-    const Face dark{1, {4, 2, 8, 1, 9}};
-    const qint64 code = encodeface(dark);
-    EXPECT_EQ(code, 4 * 67108864LL + 2 * 1048576 + 8 * 8192 + 1 * 128 + 1);
-    const Face back = decodeface(code);
-    EXPECT_EQ(back.farbe, 1);
-    EXPECT_EQ(back.digits[Kinn], 0);
-    EXPECT_EQ(back.digits[Haare], 8);
 }
 
 TEST(FacePictures, RangesAreCountedFromTheFolder)
@@ -91,7 +83,6 @@ TEST(FacePictures, CheckallgesichterWritesOnlyBrokenCodes)
     fill(folder, 0, {12, 3, 7, 1, 5});
     fill(folder, 1, {2, 2, 2, 2, 1});
     OpenedDb o = opendb(dir.file("zorbo.mdb"));
-    ASSERT_TRUE(o.db);
     Database &db = *o.db;
     db.run("DELETE FROM spieler");
     const qint64 good = encodeface({0, {1, 1, 1, 0, 1}}), broken = encodeface({0, {40, 1, 1, 0, 1}});
@@ -106,8 +97,7 @@ TEST(FacePictures, CheckallgesichterWritesOnlyBrokenCodes)
     });
     ASSERT_TRUE(check.result.ok) << check.result.message.toStdString();
     EXPECT_EQ(check.corrected, 2);
-    EXPECT_EQ(done, 3);
-    EXPECT_EQ(total, 3);
+    EXPECT_EQ(std::pair(done, total), std::pair(qint64(3), qint64(3)));
     EXPECT_EQ(db.scalar("SELECT GESICHT FROM spieler WHERE NUMMER = 2").toLongLong(),
               encodeface({0, {11, 1, 1, 0, 1}}));
     EXPECT_EQ(db.scalar("SELECT GESICHT FROM spieler WHERE NUMMER = 3").toLongLong(), encodeface({1, {1, 0, 0, 0, 0}}));

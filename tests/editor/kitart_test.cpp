@@ -8,14 +8,11 @@
 #include <gtest/gtest.h>
 
 using namespace zorbo;
-using zorbo::test::TempFolder;
 
 TEST(KitArt, FileNamesHaveAtLeastTwoDigits)
 {
-    EXPECT_EQ(kitartfile("/k/", 0), "/k/trikot_00.gif");
-    EXPECT_EQ(kitartfile("/k/", 7), "/k/trikot_07.gif");
-    EXPECT_EQ(kitartfile("/k/", 12), "/k/trikot_12.gif");
-    EXPECT_EQ(kitartfile("/k/", 79), "/k/trikot_79.gif");
+    for (auto [art, file] : {std::pair{0, "/k/trikot_00.gif"}, std::pair{7, "/k/trikot_07.gif"}, std::pair{79, "/k/trikot_79.gif"}})
+        EXPECT_EQ(kitartfile("/k/", art), file);
 }
 
 TEST(KitArt, ColourTextsReadWhateverTheirQuotesAndBlanks)
@@ -35,8 +32,7 @@ TEST(KitArt, FigureStaysRightOfThePicture)
 {
     for (const KitShape &s : kitfigure()) {
         EXPECT_GE(s.left, KitPictureLeft + KitPictureWidth) << s.name << s.index;
-        EXPECT_GE(s.colour, 0);
-        EXPECT_LT(s.colour, 4);
+        EXPECT_TRUE(s.colour >= 0 && s.colour < 4) << s.name << s.index;
     }
     EXPECT_EQ(twipstopixels(975), 65);
     EXPECT_EQ(twipstopixels(1125), 75);
@@ -48,17 +44,14 @@ class KitWorld : public ::testing::Test {
 protected:
     void SetUp() override
     {
-        opened = opendb(dir.file("zorbo.mdb"));
-        ASSERT_TRUE(opened.db);
         db().exec("DELETE FROM e_trikotfarbeoriginal; DELETE FROM e_trikotfarbezorbode");
         db().run("INSERT INTO e_trikotfarbeoriginal VALUES (4, '\"255,  0,  0\"', '  0,  0,  0', '255,255,255', ' 48, 48, 48')");
         db().run("INSERT INTO e_trikotfarbezorbode VALUES (4, '  0,  0,255', '  1,  1,  1', '  2,  2,  2', '  3,  3,  3')");
         db().run("INSERT INTO vereine (NUMMER, NAME, NATION, TRIKOT_ART, AUSWEICH_TRIKOT_ART, TW_TRIKOT_ART) "
                  "VALUES (20, 'Rapid', 'Österreich', 4, 4, 5)");
     }
-    Database &db() { return *opened.db; }
-    TempFolder dir;
-    OpenedDb opened;
+    Database &db() { return world.db(); }
+    zorbo::test::NewWorld world;
 };
 
 } // namespace

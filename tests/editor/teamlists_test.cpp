@@ -10,15 +10,13 @@ using namespace zorbo;
 
 TEST(TeamLists, OneRebuildRefillsEveryListWithClubNumbersAsItemData)
 {
-    test::TempFolder dir;
-    OpenedDb o = opendb(dir.file("zorbo.mdb"));
-    ASSERT_TRUE(o.db);
-    o.db->run("INSERT INTO vereine_national (NUMMER, NAME, NATION, KONTINENT) VALUES (10, 'Schweiz', 'Helvetia', 'West-Europa')");
-    o.db->run("INSERT INTO vereine (NUMMER, NAME, NATION) VALUES (20, 'FC Zürich', 'Schweiz'), (21, 'BSC Young Boys', 'Schweiz')");
+    test::NewWorld o;
+    o->run("INSERT INTO vereine_national (NUMMER, NAME, NATION, KONTINENT) VALUES (10, 'Schweiz', 'Helvetia', 'West-Europa')");
+    o->run("INSERT INTO vereine (NUMMER, NAME, NATION) VALUES (20, 'FC Zürich', 'Schweiz'), (21, 'BSC Young Boys', 'Schweiz')");
 
     TeamLists lists;
     QAbstractItemModelTester tester(lists.vereine(), QAbstractItemModelTester::FailureReportingMode::Warning);
-    lists.fill(load_dbteam(o.db.get()));
+    lists.fill(load_dbteam(&o.db()));
     EXPECT_EQ(lists.laender()->stringList(), QStringList({"Schweiz", "Helvetia"}));
     EXPECT_EQ(lists.spielerlaender()->stringList(), QStringList({"TRANSFERMARKT", "Schweiz", "Helvetia"}));
     ASSERT_EQ(lists.vereine()->rowCount(), 2);
@@ -26,8 +24,8 @@ TEST(TeamLists, OneRebuildRefillsEveryListWithClubNumbersAsItemData)
     EXPECT_EQ(first.data().toString(), "BSC Young Boys (Helvetia)");
     EXPECT_EQ(first.data(Qt::UserRole).toLongLong(), 21);
 
-    o.db->run("DELETE FROM vereine WHERE NUMMER = 21");
-    lists.fill(load_dbteam(o.db.get()));
+    o->run("DELETE FROM vereine WHERE NUMMER = 21");
+    lists.fill(load_dbteam(&o.db()));
     ASSERT_EQ(lists.vereine()->rowCount(), 1);
     EXPECT_EQ(lists.vereine()->index(0).data(Qt::UserRole).toLongLong(), 20);
 }

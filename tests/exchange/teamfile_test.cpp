@@ -9,27 +9,27 @@ using namespace zorbo::test;
 
 namespace {
 
-// Club 12 of Deutschland with players 30 and 31 and
-// a third player who belongs to another club.
-void buildClub(Database &db)
-{
-    db.exec("INSERT INTO vereine_national (NUMMER, NAME) VALUES (1, 'Deutschland'), (2, 'Österreich')");
-    Statement club = db.prepare("INSERT INTO vereine VALUES (12, 'SV Süd', 'Süd', 5, 0.5, NULL, '', 'Platz', 'Groß Ort', "
-                                "'Deutschland', 100, 200, 1, 70, 10, 0, ' 24,181,220', 'a', 'b', 'c', 'd', 'e', 'f', 'g', "
-                                "'h', 'i', 'j', 'k=;l')");
-    club.exec();
-    db.exec("INSERT INTO spieler VALUES (30, 'Maß', 'Jürgen', 8000, 10000, 'Deutschland', 180, 2, 100, 0.5, 0, 9, 14, 1, 3, "
-            "'0,5', ''), (31, 'Zwei', 'Z.', 0, 0, 'Österreich', 170, 1, 50, 0, -1.25, 4, 0, 0, 0, '', '7'), "
-            "(32, 'Fremd', 'F.', 0, 0, 'X', 170, 1, 50, 0, 0, 4, 0, 0, 0, '', '')");
-    db.exec("INSERT INTO vereinspieler VALUES (12, 30), (12, 31), (13, 32)");
-}
+// Club 12 of Deutschland with players 30 and 31 and a third player who
+// belongs to another club; club.tea holds club 12 as saved.
+struct TeamFile : ::testing::Test {
+    TestDb t;
+    void SetUp() override
+    {
+        t->exec("INSERT INTO vereine_national (NUMMER, NAME) VALUES (1, 'Deutschland'), (2, 'Österreich')");
+        t->exec("INSERT INTO vereine VALUES (12, 'SV Süd', 'Süd', 5, 0.5, NULL, '', 'Platz', 'Groß Ort', 'Deutschland', 100, "
+                "200, 1, 70, 10, 0, ' 24,181,220', 'a', 'b', 'c', 'd', 'e', 'f', 'g', 'h', 'i', 'j', 'k=;l')");
+        t->exec("INSERT INTO spieler VALUES (30, 'Maß', 'Jürgen', 8000, 10000, 'Deutschland', 180, 2, 100, 0.5, 0, 9, 14, 1, "
+                "3, '0,5', ''), (31, 'Zwei', 'Z.', 0, 0, 'Österreich', 170, 1, 50, 0, -1.25, 4, 0, 0, 0, '', '7'), "
+                "(32, 'Fremd', 'F.', 0, 0, 'X', 170, 1, 50, 0, 0, 4, 0, 0, 0, '', '')");
+        t->exec("INSERT INTO vereinspieler VALUES (12, 30), (12, 31), (13, 32)");
+        ASSERT_TRUE(exportverein(*t, t.file("club.tea"), 12).ok());
+    }
+};
 
 } // namespace
 
-TEST(TeamFile, SavedFileHoldsTeamAndSquadInProfileForm)
+TEST_F(TeamFile, SavedFileHoldsTeamAndSquadInProfileForm)
 {
-    TestDb t;
-    buildClub(*t);
     const ExchangeResult r = exportverein(*t, t.file("club.tea"), 12, {}, exportTime());
     ASSERT_TRUE(r.ok()) << r.result.message.toStdString();
     const QString expected =
@@ -53,11 +53,8 @@ TEST(TeamFile, SavedFileHoldsTeamAndSquadInProfileForm)
     EXPECT_FALSE(QFile::exists(t.file("none.tea")));
 }
 
-TEST(TeamFile, ReplacingKeepsNumbersAndOrderAndTakesTheFileNation)
+TEST_F(TeamFile, ReplacingKeepsNumbersAndOrderAndTakesTheFileNation)
 {
-    TestDb t;
-    buildClub(*t);
-    ASSERT_TRUE(exportverein(*t, t.file("club.tea"), 12).ok());
     const QString before = dumpWorld(*t);
     // The same file back over the same club changes nothing but the blanks
     // the profile reader trims.
@@ -90,11 +87,8 @@ TEST(TeamFile, ReplacingKeepsNumbersAndOrderAndTakesTheFileNation)
     EXPECT_FALSE(openteamreplace(*t, t.file("club.tea"), 1).ok()) << "a national team cannot be replaced";
 }
 
-TEST(TeamFile, NewClubGetsNewNumbersAndExactlyTwentyPlayers)
+TEST_F(TeamFile, NewClubGetsNewNumbersAndExactlyTwentyPlayers)
 {
-    TestDb t;
-    buildClub(*t);
-    ASSERT_TRUE(exportverein(*t, t.file("club.tea"), 12).ok());
     const ExchangeResult r = openteamnew(*t, t.file("club.tea"), "Österreich");
     ASSERT_TRUE(r.ok()) << r.result.message.toStdString();
     EXPECT_EQ(r.team, 13);
@@ -107,11 +101,8 @@ TEST(TeamFile, NewClubGetsNewNumbersAndExactlyTwentyPlayers)
     EXPECT_EQ(t->scalar("SELECT count(*) FROM spieler WHERE NUMMER > 34 AND NAME = '' AND RUECKENNUMMER = 1").toInt(), 18);
 }
 
-TEST(TeamFile, BrokenFilesChangeNothing)
+TEST_F(TeamFile, BrokenFilesChangeNothing)
 {
-    TestDb t;
-    buildClub(*t);
-    ASSERT_TRUE(exportverein(*t, t.file("club.tea"), 12).ok());
     const QString before = dumpWorld(*t);
     QByteArray file = readBytes(t.file("club.tea"));
     writeBytes(t.file("bad.tea"), QByteArray(file).replace("GROESSE=170", "GROESSE=gross"));
@@ -127,11 +118,8 @@ TEST(TeamFile, BrokenFilesChangeNothing)
     EXPECT_EQ(dumpWorld(*t), before);
 }
 
-TEST(TeamFile, ValuesBeyondTheGameAreRefusedWithFileLineAndField)
+TEST_F(TeamFile, ValuesBeyondTheGameAreRefusedWithFileLineAndField)
 {
-    TestDb t;
-    buildClub(*t);
-    ASSERT_TRUE(exportverein(*t, t.file("club.tea"), 12).ok());
     const QString before = dumpWorld(*t);
     const QByteArray file = readBytes(t.file("club.tea"));
     struct Case {
@@ -162,18 +150,12 @@ TEST(TeamFile, ValuesBeyondTheGameAreRefusedWithFileLineAndField)
     }
 }
 
-TEST(TeamFile, FilesFarBeyondATeamAreRefusedWhole)
+TEST_F(TeamFile, FilesFarBeyondATeamAreRefusedWhole)
 {
     // No team file of the game comes near a megabyte; 1.8 million short lines
     // are refused before anything is parsed.
-    TestDb t;
-    buildClub(*t);
-    ASSERT_TRUE(exportverein(*t, t.file("club.tea"), 12).ok());
     QByteArray file = readBytes(t.file("club.tea"));
-    QByteArray filler;
-    for (int i = 0; i < 250000; ++i)
-        filler += "x=1\r\n";
-    writeBytes(t.file("huge.tea"), file + "[Rest]\r\n" + filler);
+    writeBytes(t.file("huge.tea"), file + "[Rest]\r\n" + QByteArray("x=1\r\n").repeated(250000));
     const ExchangeResult r = openteamnew(*t, t.file("huge.tea"), "Deutschland");
     EXPECT_FALSE(r.ok());
     EXPECT_TRUE(r.result.message.contains("zu groß")) << r.result.message.toStdString();

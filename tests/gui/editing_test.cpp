@@ -20,11 +20,9 @@
 #include <gtest/gtest.h>
 
 using namespace zorbo;
-using zorbo::test::ScriptedDialogs;
 using zorbo::test::node;
 using zorbo::test::child;
 using zorbo::test::clickNode;
-using zorbo::test::TempFolder;
 
 namespace {
 
@@ -54,24 +52,24 @@ void buildWorld(const QString &folder)
     }
 }
 
-class Editing : public ::testing::Test {
+class Editing : public zorbo::test::WindowTest {
 protected:
     void SetUp() override
     {
         buildWorld(dir.path());
-        window = std::make_unique<MainWindow>(dir.path(), &dialogs);
-        window->formload();
-        window->resize(1200, 800);
-        window->show();
+        openwindow(true);
         tree = child<QTreeWidget>(*window, "tvdb");
     }
     QString text(const char *name) { return child<QLineEdit>(*window, name)->text(); }
     void setText(const char *name, const QString &t) { child<QLineEdit>(*window, name)->setText(t); }
     bool enabled(const char *name) { return child<QWidget>(*window, name)->isEnabled(); }
+    QString combo(const char *name) { return child<QComboBox>(*window, name)->currentText(); }
+    void click(const char *name) { QTest::mouseClick(child<QPushButton>(*window, name), Qt::LeftButton); }
+    QString db(const QString &sql) { return window->db()->scalar(sql).toString(); }
+    QString db(const QString &sql, qint64 nr) { return window->db()->scalar(sql, nr).toString(); }
+    PlayerGridModel *grid() { return window->editor()->gridmodel(); }
+    void clickRow(int row) { zorbo::test::clickGridRow(*window, row); }
 
-    TempFolder dir;
-    ScriptedDialogs dialogs;
-    std::unique_ptr<MainWindow> window;
     QTreeWidget *tree = nullptr;
 };
 
@@ -90,44 +88,41 @@ TEST_F(Editing, ClubCountryMarketAndContinentOpenTheirParts)
     EXPECT_EQ(text("txttnr"), "20");
     EXPECT_EQ(text("txtteamlang"), "FC Köln-Müngersdorf");
     EXPECT_EQ(text("txtsitz"), "40000");
-    EXPECT_EQ(child<QComboBox>(*window, "cboland")->currentText(), "Deutschland");
+    EXPECT_EQ(combo("cboland"), "Deutschland");
     EXPECT_TRUE(kontinent->isHidden());
-    EXPECT_TRUE(enabled("btnteamsave"));
-    EXPECT_TRUE(enabled("cboland"));
+    EXPECT_TRUE(enabled("btnteamsave") && enabled("cboland"));
     EXPECT_TRUE(window->action("mnudateiitem(2)")->property("Offen").toBool());
     EXPECT_EQ(child<QWidget>(*window, "pictrikot(0)")->property("Tag").toInt(), 4);
-    EXPECT_EQ(window->editor()->gridmodel()->rowCount(), 20);
-    EXPECT_EQ(window->editor()->gridmodel()->index(0, ColPosition).data().toString(), "Tor");
-    EXPECT_EQ(tree->property("Tag").toString(), "T20");
+    EXPECT_EQ(grid()->rowCount(), 20);
+    EXPECT_EQ(grid()->index(0, ColPosition).data().toString(), "Tor");
 
     clickNode(tree, "L11");
     EXPECT_EQ(text("txtteamlang"), "Österreich");
     EXPECT_FALSE(kontinent->isHidden());
     EXPECT_EQ(kontinent->currentText(), "West-Europa");
-    EXPECT_EQ(child<QComboBox>(*window, "cboland")->currentText(), "Republik Österreich");
+    EXPECT_EQ(combo("cboland"), "Republik Österreich");
     EXPECT_FALSE(enabled("cboland"));
-    EXPECT_FALSE(window->action("mnudateiitem(2)")->isEnabled());
-    EXPECT_FALSE(window->action("save")->isEnabled());
-    EXPECT_FALSE(window->action("mnudateiitem(2)")->property("Offen").toBool());
-    EXPECT_TRUE(window->editor()->gridmodel()->isEmptySquad()) << "Österreich's national team has no players";
-    EXPECT_EQ(window->editor()->gridmodel()->rowCount(), 20);
+    // Ctrl+S on a national team does nothing.
+    QAction *save = window->action("mnudateiitem(2)");
+    int runs = 0;
+    QObject::connect(save, &QAction::triggered, [&] { ++runs; });
+    QTest::keyClick(window.get(), Qt::Key_S, Qt::ControlModifier);
+    EXPECT_EQ(runs, 0);
+    EXPECT_FALSE(save->isEnabled() || window->action("save")->isEnabled() || save->property("Offen").toBool());
+    EXPECT_TRUE(grid()->isEmptySquad()) << "Österreich's national team has no players";
     EXPECT_FALSE(enabled("flxgrdspieler")) << "empty rows take no click";
 
     clickNode(tree, "T0");
     EXPECT_EQ(text("txtteamlang"), "TRANSFERMARKT");
-    EXPECT_TRUE(text("txtteamkurz").isEmpty());
-    EXPECT_TRUE(text("txtstadt").isEmpty());
+    EXPECT_TRUE(text("txtteamkurz").isEmpty() && text("txtstadt").isEmpty());
     EXPECT_FALSE(enabled("btnteamsave"));
     EXPECT_TRUE(enabled("Frame7"));
     EXPECT_FALSE(enabled("Frame6"));
-    EXPECT_EQ(window->editor()->gridmodel()->rowCount(), 1700);
+    EXPECT_EQ(grid()->rowCount(), 1700);
 
     clickNode(tree, "Asien");
-    EXPECT_FALSE(enabled("btnteamsave"));
-    EXPECT_FALSE(enabled("Frame7"));
-    EXPECT_FALSE(enabled("Frame1"));
+    EXPECT_FALSE(enabled("btnteamsave") || enabled("Frame7") || enabled("Frame1"));
     EXPECT_EQ(text("txtteamlang"), "TRANSFERMARKT") << "fields keep their last content";
-    EXPECT_EQ(tree->property("Tag").toString(), "Asien");
 }
 
 TEST_F(Editing, RenamingACountryMovesItsClubsAndSelectsItAgain)
@@ -135,7 +130,7 @@ TEST_F(Editing, RenamingACountryMovesItsClubsAndSelectsItAgain)
     clickNode(tree, "L10");
     setText("txtteamlang", "Bundesrepublik");
     child<QComboBox>(*window, "cbokontinent")->setCurrentText("Ost-Europa");
-    QTest::mouseClick(child<QPushButton>(*window, "btnteamsave"), Qt::LeftButton);
+    click("btnteamsave");
     EXPECT_TRUE(dialogs.asked.isEmpty()) << dialogs.asked.join('\n').toStdString();
 
     QTreeWidgetItem *country = node(tree, "L10");
@@ -146,8 +141,8 @@ TEST_F(Editing, RenamingACountryMovesItsClubsAndSelectsItAgain)
     EXPECT_TRUE(country->isExpanded());
     EXPECT_EQ(country->childCount(), 2) << "both clubs follow the new name";
     EXPECT_FALSE(node(tree, "L11")->isExpanded());
-    EXPECT_TRUE(window->lists()->laender()->stringList().contains("Bundesrepublik"));
-    EXPECT_FALSE(window->lists()->laender()->stringList().contains("Deutschland"));
+    const QStringList laender = window->lists()->laender()->stringList();
+    EXPECT_TRUE(laender.contains("Bundesrepublik") && !laender.contains("Deutschland"));
     EXPECT_EQ(window->db()->scalar("SELECT count(*) FROM spieler WHERE NATION = 'Bundesrepublik'").toInt(), 60);
 }
 
@@ -156,51 +151,38 @@ TEST_F(Editing, LettersInSeatsRefuseTheSave)
     clickNode(tree, "T21");
     setText("txtteamlang", "Fortuna 95");
     setText("txtsitz", "30.000");
-    QTest::mouseClick(child<QPushButton>(*window, "btnteamsave"), Qt::LeftButton);
+    click("btnteamsave");
     ASSERT_EQ(dialogs.asked.size(), 1);
     EXPECT_TRUE(dialogs.asked[0].startsWith("Land/Verein speichern|"));
     EXPECT_TRUE(dialogs.asked[0].contains("Sitzplätze")) << dialogs.asked[0].toStdString();
     EXPECT_EQ(node(tree, "T21")->text(0), "Fortuna Düsseldorf");
-    EXPECT_EQ(window->db()->scalar("SELECT NAME FROM vereine WHERE NUMMER = 21").toString(), "Fortuna Düsseldorf");
+    EXPECT_EQ(db("SELECT NAME FROM vereine WHERE NUMMER = 21"), "Fortuna Düsseldorf");
     EXPECT_TRUE(window->isEnabled()) << "the busy state is undone";
-}
-
-TEST_F(Editing, CtrlSOnANationalTeamDoesNothing)
-{
-    clickNode(tree, "L10");
-    QAction *save = window->action("mnudateiitem(2)");
-    int runs = 0;
-    QObject::connect(save, &QAction::triggered, [&] { ++runs; });
-    QTest::keyClick(window.get(), Qt::Key_S, Qt::ControlModifier);
-    EXPECT_EQ(runs, 0);
-    EXPECT_FALSE(save->isEnabled());
 }
 
 TEST_F(Editing, PlayerRowOpensTheTabAndSaveUpdatesGridAndDatabase)
 {
     clickNode(tree, "T22");
-    auto *grid = child<QTableView>(*window, "flxgrdspieler");
     EXPECT_FALSE(enabled("btnspielerspeichern"));
-    const QModelIndex cell = window->editor()->gridmodel()->index(3, 1);
-    QTest::mouseClick(grid->viewport(), Qt::LeftButton, {}, grid->visualRect(cell).center());
+    clickRow(3);
     EXPECT_EQ(child<QTabWidget>(*window, "tabedit")->currentIndex(), 1);
     EXPECT_TRUE(enabled("btnspielerspeichern"));
-    const GridPlayer player = window->editor()->gridmodel()->player(3);
+    const GridPlayer player = grid()->player(3);
     EXPECT_EQ(text("txtspielernr"), QString::number(player.nummer));
-    EXPECT_EQ(child<QComboBox>(*window, "cbospielerland")->currentText(), "Österreich");
+    EXPECT_EQ(combo("cbospielerland"), "Österreich");
 
     setText("txtspielername", "D'Alessandro \"Sandro\"");
     child<QComboBox>(*window, "cbospielerstärke")->setCurrentIndex(7);
     child<QComboBox>(*window, "cbospielermstärke")->setCurrentIndex(10);
-    QTest::mouseClick(child<QPushButton>(*window, "btnspielerspeichern"), Qt::LeftButton);
+    click("btnspielerspeichern");
     EXPECT_TRUE(dialogs.asked.isEmpty()) << dialogs.asked.join('\n').toStdString();
-    EXPECT_EQ(window->editor()->gridmodel()->player(3).name, QString("D'Alessandro \"Sandro\""));
-    const QString stars = window->editor()->gridmodel()->index(3, ColStaerke).data().toString();
+    EXPECT_EQ(grid()->player(3).name, QString("D'Alessandro \"Sandro\""));
+    const QString stars = grid()->index(3, ColStaerke).data().toString();
     EXPECT_TRUE(stars.startsWith("3") && stars.endsWith("5 Sterne")) << stars.toStdString();
     EXPECT_EQ(window->db()->scalar("SELECT \"Stärke\" FROM spieler WHERE NUMMER = ?1", player.nummer).toInt(), 7000);
 
     setText("txtspielergroesse", "");
-    QTest::mouseClick(child<QPushButton>(*window, "btnspielerspeichern"), Qt::LeftButton);
+    click("btnspielerspeichern");
     ASSERT_EQ(dialogs.asked.size(), 1);
     EXPECT_TRUE(dialogs.asked[0].contains("Größe"));
 
@@ -208,7 +190,7 @@ TEST_F(Editing, PlayerRowOpensTheTabAndSaveUpdatesGridAndDatabase)
     if (!shot.isEmpty()) {
         clickNode(tree, "T20");
         window->grab().save(shot + "/mainwindow-club.png");
-        QTest::mouseClick(grid->viewport(), Qt::LeftButton, {}, grid->visualRect(window->editor()->gridmodel()->index(4, 1)).center());
+        clickRow(4);
         window->grab().save(shot + "/mainwindow-player.png");
     }
 }
@@ -223,28 +205,27 @@ TEST_F(Editing, ACountryOutsideTheListStaysOnShowAndIsSavedAsItWas)
     EXPECT_EQ(cboland->placeholderText(), "Preußen");
     const QString status = child<QLabel>(*window, "stbstatus(1)")->text();
     EXPECT_TRUE(status.contains("Preußen")) << status.toStdString();
-    QTest::mouseClick(child<QPushButton>(*window, "btnteamsave"), Qt::LeftButton);
-    EXPECT_EQ(window->db()->scalar("SELECT NATION FROM vereine WHERE NUMMER = 21").toString(), "Preußen");
+    click("btnteamsave");
+    EXPECT_EQ(db("SELECT NATION FROM vereine WHERE NUMMER = 21"), "Preußen");
 }
 
 TEST_F(Editing, RebuiltListsKeepTheCountriesOnShow)
 {
     // A club of the second country of the list, and one of its players.
     clickNode(tree, "T22");
-    auto *grid = child<QTableView>(*window, "flxgrdspieler");
-    QTest::mouseClick(grid->viewport(), Qt::LeftButton, {}, grid->visualRect(window->editor()->gridmodel()->index(2, 1)).center());
+    clickRow(2);
     const qint64 player = text("txtspielernr").toLongLong();
-    EXPECT_EQ(child<QComboBox>(*window, "cbospielerland")->currentText(), "Österreich");
+    EXPECT_EQ(combo("cbospielerland"), "Österreich");
 
     for (int i = 0; i < 2; ++i)
         window->action("mnupopupitem(0)")->trigger(); // the tree's "Aktualisieren"
-    EXPECT_EQ(child<QComboBox>(*window, "cboland")->currentText(), "Österreich");
-    EXPECT_EQ(child<QComboBox>(*window, "cbospielerland")->currentText(), "Österreich");
-    QTest::mouseClick(child<QPushButton>(*window, "btnspielerspeichern"), Qt::LeftButton);
-    EXPECT_EQ(window->db()->scalar("SELECT NATION FROM spieler WHERE NUMMER = ?1", player).toString(), "Österreich");
-    QTest::mouseClick(child<QPushButton>(*window, "btnteamsave"), Qt::LeftButton);
-    QTest::mouseClick(child<QPushButton>(*window, "btnteamsave"), Qt::LeftButton);
-    EXPECT_EQ(window->db()->scalar("SELECT NATION FROM vereine WHERE NUMMER = 22").toString(), "Österreich");
+    EXPECT_EQ(combo("cboland"), "Österreich");
+    EXPECT_EQ(combo("cbospielerland"), "Österreich");
+    click("btnspielerspeichern");
+    EXPECT_EQ(db("SELECT NATION FROM spieler WHERE NUMMER = ?1", player), "Österreich");
+    click("btnteamsave");
+    click("btnteamsave");
+    EXPECT_EQ(db("SELECT NATION FROM vereine WHERE NUMMER = 22"), "Österreich");
 }
 
 TEST_F(Editing, TypingLimitsStopTypingButKeepLongerStoredText)
@@ -252,11 +233,10 @@ TEST_F(Editing, TypingLimitsStopTypingButKeepLongerStoredText)
     window->db()->run("UPDATE spieler SET VORNAME = 'Jürgen' WHERE NUMMER = (SELECT min(spieler) FROM vereinspieler "
                       "WHERE verein = 20)");
     clickNode(tree, "T20");
-    auto *grid = child<QTableView>(*window, "flxgrdspieler");
     int row = 0;
-    while (window->editor()->gridmodel()->player(row).vorname != QString("Jürgen"))
+    while (grid()->player(row).vorname != QString("Jürgen"))
         ++row;
-    QTest::mouseClick(grid->viewport(), Qt::LeftButton, {}, grid->visualRect(window->editor()->gridmodel()->index(row, 1)).center());
+    clickRow(row);
     auto *vorname = child<QLineEdit>(*window, "txtspielervorname");
     EXPECT_EQ(vorname->text(), "Jürgen");
     vorname->setFocus();
@@ -278,8 +258,7 @@ TEST_F(Editing, RefreshKeepsTheSelectionAndASmallWindowKeepsTheUpperHalf)
     window->db()->run("UPDATE vereine SET NAME = 'Rapid' WHERE NUMMER = 22");
     window->action("mnupopupitem(0)")->trigger();
     ASSERT_NE(node(tree, "T22"), nullptr);
-    EXPECT_EQ(node(tree, "T22")->text(0), "Rapid");
-    EXPECT_TRUE(node(tree, "T22")->isSelected());
+    EXPECT_TRUE(node(tree, "T22")->text(0) == "Rapid" && node(tree, "T22")->isSelected());
     EXPECT_EQ(text("txtteamlang"), "SK Rapid Wien") << "a rebuild leaves the tabs as they are";
 
     auto *frame3 = child<QWidget>(*window, "Frame3");
@@ -303,12 +282,11 @@ TEST_F(Editing, ArrowKeysOpenWhatTheySelectAndTabLeavesTheTalentGrid)
     QTest::keyClick(tree, Qt::Key_Down);
     ASSERT_EQ(tree->currentItem(), node(tree, "T21"));
     EXPECT_EQ(text("txttnr"), "21");
-    EXPECT_EQ(window->editor()->gridmodel()->player(0).nation, QString("Deutschland"));
+    EXPECT_EQ(grid()->player(0).nation, QString("Deutschland"));
 
-    auto *grid = child<QTableView>(*window, "flxgrdspieler");
-    QTest::mouseClick(grid->viewport(), Qt::LeftButton, {}, grid->visualRect(window->editor()->gridmodel()->index(0, 1)).center());
-    QTest::keyClick(grid, Qt::Key_Down);
-    EXPECT_EQ(text("txtspielernr"), QString::number(window->editor()->gridmodel()->player(1).nummer));
+    clickRow(0);
+    QTest::keyClick(child<QTableView>(*window, "flxgrdspieler"), Qt::Key_Down);
+    EXPECT_EQ(text("txtspielernr"), QString::number(grid()->player(1).nummer));
     EXPECT_EQ(child<QTabWidget>(*window, "tabedit")->currentIndex(), 1);
 
     auto *talents = child<QWidget>(*window, "flxgrdattribute");

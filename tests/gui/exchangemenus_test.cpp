@@ -11,8 +11,6 @@
 #include <gtest/gtest.h>
 
 using namespace zorbo;
-using zorbo::test::ScriptedDialogs;
-using zorbo::test::TempFolder;
 using zorbo::test::child;
 
 namespace {
@@ -27,15 +25,14 @@ QStringList countryNodes(QTreeWidget *tree)
     names.sort();
     return names;
 }
+using ExchangeMenus = zorbo::test::WindowTest;
 
 } // namespace
 
-TEST(ExchangeMenus, ConfigImportAndExportByTheChosenFilter)
+TEST_F(ExchangeMenus, ConfigImportAndExportByTheChosenFilter)
 {
-    TempFolder dir;
-    ScriptedDialogs dialogs;
-    MainWindow w(dir.path(), &dialogs);
-    w.formload();
+    openwindow();
+    MainWindow &w = *window;
     auto *tree = w.findChild<QTreeWidget *>("tvdb");
     ASSERT_TRUE(countryNodes(tree).isEmpty());
     EXPECT_TRUE(w.action("impconfig")->isEnabled());
@@ -90,12 +87,10 @@ TEST(ExchangeMenus, ConfigImportAndExportByTheChosenFilter)
     EXPECT_TRUE(w.isEnabled());
 }
 
-TEST(ExchangeMenus, CrestArchiveGoesOutAndBackIn)
+TEST_F(ExchangeMenus, CrestArchiveGoesOutAndBackIn)
 {
-    TempFolder dir;
-    ScriptedDialogs dialogs;
-    MainWindow w(dir.path(), &dialogs);
-    w.formload(); // unpacks the delivered crest folder with its default list
+    openwindow(); // unpacks the delivered crest folder with its default list
+    MainWindow &w = *window;
     dialogs.file = dir.file("wa.res");
     w.action("mnuexportitem(1)")->trigger();
     EXPECT_TRUE(dialogs.asked.contains("Exportiere Wappen..."));

@@ -23,9 +23,7 @@
 #include <gtest/gtest.h>
 
 using namespace zorbo;
-using zorbo::test::ScriptedDialogs;
 using zorbo::test::child;
-using zorbo::test::TempFolder;
 
 namespace {
 
@@ -37,7 +35,7 @@ QPushButton *button(QWidget &w, const char *kind, int part)
     return child<QPushButton>(w, QStringLiteral("%1(%2)").arg(QLatin1String(kind)).arg(part));
 }
 
-class FaceWindow : public ::testing::Test {
+class FaceWindow : public zorbo::test::WindowTest {
 protected:
     void SetUp() override
     {
@@ -53,38 +51,13 @@ protected:
             o.db->run("UPDATE spieler SET GESICHT = ?2, ERLERNT = '40,43,48', GESPERRT = '45' WHERE NUMMER = ?1", first,
                       encodeface({0, {2, 3, 4, 5, 6}}));
         }
-        window = std::make_unique<MainWindow>(dir.path(), &dialogs);
-        window->formload();
-        window->resize(1200, 800);
-        window->show();
-        auto *tree = child<QTreeWidget>(*window, "tvdb");
-        for (QTreeWidgetItemIterator it(tree); *it; ++it)
-            if ((*it)->data(0, Qt::UserRole).toString() == "T20") {
-                for (QTreeWidgetItem *p = (*it)->parent(); p; p = p->parent())
-                    p->setExpanded(true);
-                tree->scrollToItem(*it);
-                QTest::mouseClick(tree->viewport(), Qt::LeftButton, {}, tree->visualItemRect(*it).center());
-            }
-        auto *grid = child<QTableView>(*window, "flxgrdspieler");
+        openwindow(true);
+        zorbo::test::clickNode(child<QTreeWidget>(*window, "tvdb"), "T20");
         for (int r = 0; r < window->editor()->gridmodel()->rowCount(); ++r)
             if (window->editor()->gridmodel()->player(r).nummer == first)
-                QTest::mouseClick(grid->viewport(), Qt::LeftButton, {},
-                                  grid->visualRect(window->editor()->gridmodel()->index(r, 1)).center());
+                zorbo::test::clickGridRow(*window, r);
         face = child<FaceView>(*window, "picgesicht");
     }
-    // Answers the modal face dialog once it is open.
-    void whenDialogOpens(std::function<void(QDialog &)> answer)
-    {
-        QTimer::singleShot(0, [answer] {
-            auto *d = qobject_cast<QDialog *>(QApplication::activeModalWidget());
-            ASSERT_NE(d, nullptr);
-            answer(*d);
-        });
-    }
-
-    TempFolder dir;
-    ScriptedDialogs dialogs;
-    std::unique_ptr<MainWindow> window;
     FaceView *face = nullptr;
     qint64 first = 0;
 };
@@ -99,14 +72,16 @@ TEST_F(FaceWindow, ThePlayerTabStacksTheFaceAndTheDialogTakesOrLeavesIt)
         EXPECT_FALSE(child<QLabel>(*window, QStringLiteral("imggesicht(%1)").arg(part))->pixmap().isNull()) << part;
     EXPECT_EQ(face->digit(Haare), 4);
 
-    whenDialogOpens([](QDialog &d) {
+    zorbo::test::whenModal([](QDialog *dialog) {
+        QDialog &d = *dialog;
         slider(d, Nase)->setValue(9);
         QTest::mouseClick(child<QPushButton>(d, "btnabbrechen"), Qt::LeftButton);
     });
     QTest::mouseDClick(face, Qt::LeftButton);
     EXPECT_EQ(face->code(), code) << "Abbrechen leaves the face as it was";
 
-    whenDialogOpens([](QDialog &d) {
+    zorbo::test::whenModal([](QDialog *dialog) {
+        QDialog &d = *dialog;
         QTest::mouseClick(button(d, "btnplus", Mund), Qt::LeftButton);
         QTest::mouseClick(child<QPushButton>(d, "btnok"), Qt::LeftButton);
     });
@@ -130,7 +105,6 @@ TEST(FaceDialogAlone, ResetAndColourChangeFollowTheFilesOfTheColour)
 {
     const FacePictures pics(delivered);
     FaceDialog d(pics, encodeface({0, {2, 3, 4, 5, 6}}), {2, 3, 4, 5, 6});
-    EXPECT_EQ(d.windowTitle(), "Gesichtseditor");
     EXPECT_EQ(slider(d, Nase)->maximum(), 30) << "31 light noses";
     EXPECT_EQ(slider(d, Kinn)->value(), 6);
     slider(d, Nase)->setValue(30);
@@ -138,15 +112,13 @@ TEST(FaceDialogAlone, ResetAndColourChangeFollowTheFilesOfTheColour)
     EXPECT_TRUE(button(d, "btnminus", Nase)->isEnabled());
     QTest::mouseClick(button(d, "btnminus", Nase), Qt::LeftButton);
     EXPECT_EQ(slider(d, Nase)->value(), 29);
-    EXPECT_EQ(slider(d, Nase)->toolTip(), "29");
 
     child<QRadioButton>(d, "opthautfarbe(1)")->click();
     for (int part = 0; part < 5; ++part)
         EXPECT_EQ(slider(d, part)->value(), 0) << part;
     EXPECT_EQ(slider(d, Augen)->maximum(), 1) << "two dark eye pictures";
     EXPECT_FALSE(slider(d, Kinn)->isEnabled()) << "one picture: the slider can't move";
-    EXPECT_FALSE(button(d, "btnplus", Kinn)->isEnabled());
-    EXPECT_FALSE(button(d, "btnminus", Kinn)->isEnabled());
+    EXPECT_FALSE(button(d, "btnplus", Kinn)->isEnabled() || button(d, "btnminus", Kinn)->isEnabled());
 
     QTest::mouseClick(child<QPushButton>(d, "btnreset"), Qt::LeftButton);
     EXPECT_TRUE(child<QRadioButton>(d, "opthautfarbe(0)")->isChecked());

@@ -1,18 +1,24 @@
 #pragma once
 
+#include "app/mainwindow.h"
 #include "core/ui/dialogs.h"
 #include "editor/ui/editorview.h"
+#include "support/testsupport.h"
 
 #include <QApplication>
+#include <QDialog>
+#include <QListWidget>
 #include <QProgressDialog>
 #include <QPushButton>
 #include <QStringList>
+#include <QTableView>
 #include <QTimer>
 #include <QTest>
 #include <QTreeWidget>
 #include <QTreeWidgetItemIterator>
 #include <QWidget>
 #include <gtest/gtest.h>
+#include <functional>
 #include <stdexcept>
 
 namespace zorbo::test {
@@ -56,6 +62,24 @@ public:
     }
 };
 
+// A main window on the world in its own folder, its message boxes answered
+// by dialogs; opened once the folder holds what the test needs.
+struct WindowTest : ::testing::Test {
+    TempFolder dir;
+    ScriptedDialogs dialogs;
+    std::unique_ptr<MainWindow> window;
+    // shown: on screen at the size the window tests click in.
+    void openwindow(bool shown = false)
+    {
+        window = std::make_unique<MainWindow>(dir.path(), &dialogs);
+        window->formload();
+        if (shown) {
+            window->resize(1200, 800);
+            window->show();
+        }
+    }
+};
+
 // Clicks "Abbrechen" as soon as a run offers it (see Busy::setcanceldelay).
 inline void cancelWhenOffered(int tries = 100000)
 {
@@ -91,6 +115,63 @@ inline void clickNode(QTreeWidget *tree, const QString &key)
         p->setExpanded(true);
     tree->scrollToItem(item);
     QTest::mouseClick(tree->viewport(), Qt::LeftButton, {}, tree->visualItemRect(item).center());
+}
+
+// Clicks a row of the player grid flxgrdspieler as the user would.
+inline void clickGridRow(QWidget &window, int row)
+{
+    auto *grid = window.findChild<QTableView *>(QStringLiteral("flxgrdspieler"));
+    ASSERT_NE(grid, nullptr);
+    const QModelIndex cell = grid->model()->index(row, 1);
+    grid->scrollTo(cell);
+    QTest::mouseClick(grid->viewport(), Qt::LeftButton, {}, grid->visualRect(cell).center());
+}
+
+// Works the dialog that runs modally next (the one of that name, if given)
+// as soon as it is up, then closes it if the work left it open; a step that
+// fails still closes it, so that the test can't hang. The busy helper's
+// "Abbrechen" window is never the dialog a step waits for.
+inline void whenModal(std::function<void(QDialog *)> work, const QString &name = {}, int tries = 500)
+{
+    QTimer::singleShot(tries == 500 ? 0 : 10, [work, name, tries] {
+        auto *dialog = qobject_cast<QDialog *>(QApplication::activeModalWidget());
+        if (!dialog || qobject_cast<QProgressDialog *>(dialog) || (!name.isEmpty() && dialog->objectName() != name)) {
+            if (tries > 0)
+                whenModal(work, name, tries - 1);
+            else
+                ADD_FAILURE() << "no dialog " << name.toStdString();
+            return;
+        }
+        work(dialog);
+        if (QApplication::activeModalWidget() == dialog)
+            dialog->reject();
+    });
+}
+
+// With ZORBO_SCREENSHOT_DIR set, the widget's picture goes there (for the README).
+inline void screenshot(QWidget *w, const QString &file)
+{
+    const QString shots = qEnvironmentVariable("ZORBO_SCREENSHOT_DIR");
+    if (!shots.isEmpty())
+        w->grab().save(shots + QLatin1Char('/') + file);
+}
+
+// The texts of a list's rows.
+inline QStringList texts(const QListWidget *list)
+{
+    QStringList t;
+    for (int i = 0; i < list->count(); ++i)
+        t << list->item(i)->text();
+    return t;
+}
+
+// The texts of a tree's top rows in the column.
+inline QStringList texts(const QTreeWidget *list, int column = 0)
+{
+    QStringList t;
+    for (int i = 0; i < list->topLevelItemCount(); ++i)
+        t << list->topLevelItem(i)->text(column);
+    return t;
 }
 
 // A child widget by its name; a missing one fails the test, which ends

@@ -32,8 +32,7 @@
 #include <functional>
 
 using namespace zorbo;
-using zorbo::test::ScriptedDialogs;
-using zorbo::test::TempFolder;
+using zorbo::test::whenModal;
 
 namespace {
 
@@ -72,25 +71,7 @@ void writeshirt(const QString &file, int art)
     ASSERT_TRUE(image.save(file, "PNG"));
 }
 
-// Runs what a modal dialog needs once it is up; a step that fails still
-// closes the dialog, so that the test can't hang.
-void whenModal(std::function<void()> step, int tries = 500)
-{
-    QTimer::singleShot(tries == 500 ? 0 : 10, [step, tries] {
-        auto *dialog = qobject_cast<QDialog *>(QApplication::activeModalWidget());
-        // The busy helper's "Abbrechen" window is not the dialog a step waits for.
-        if (!dialog || qobject_cast<QProgressDialog *>(dialog)) {
-            if (tries > 0)
-                whenModal(step, tries - 1);
-            return;
-        }
-        step();
-        if (QApplication::activeModalWidget() == dialog)
-            dialog->reject();
-    });
-}
-
-class Kits : public ::testing::Test {
+class Kits : public zorbo::test::WindowTest {
 protected:
     void SetUp() override
     {
@@ -114,10 +95,7 @@ protected:
         ASSERT_TRUE(zorbo::test::writeBytes(dir.file("wappen/vereins_wappen_12.tga"), plaincrest(0xF800)));
         ASSERT_TRUE(zorbo::test::writeBytes(dir.file("wappen/vereins_wappen_5.tga"), plaincrest(0x07E0)));
 
-        window = std::make_unique<MainWindow>(dir.path(), &dialogs);
-        window->formload();
-        window->resize(1200, 800);
-        window->show();
+        openwindow(true);
         tree = window->findChild<QTreeWidget *>("tvdb");
         select("T20");
     }
@@ -137,7 +115,7 @@ protected:
     // Opens the kit picker on a slot by a double click and picks art, or cancels with -1.
     void pickKit(int slot, int pick)
     {
-        whenModal([this, pick] {
+        whenModal([this, pick](QDialog *) {
             KitPicker *picker = window->editor()->kitpicker();
             ASSERT_NE(picker, nullptr);
             if (pick >= 0)
@@ -149,9 +127,6 @@ protected:
     QVariant value(const QString &sql) { return window->db()->scalar(sql); }
     QString grafnr() { return window->findChild<QLineEdit *>("txtgrafnr")->text(); }
 
-    TempFolder dir;
-    ScriptedDialogs dialogs;
-    std::unique_ptr<MainWindow> window;
     QTreeWidget *tree = nullptr;
 };
 
@@ -195,12 +170,12 @@ TEST_F(Kits, ClubShowsItsKitsAndCrest)
     settrikotfarbe(*window->db(), 20, TeamTable::Vereine, 0);
     select("T20");
     window->findChild<QWidget *>("tabteam")->grab().save(shot + "/teamtab-kits.png");
-    whenModal([this, shot] {
+    whenModal([this, shot](QDialog *) {
         window->editor()->kitpicker()->flxgrdtrikot_Click(window->editor()->kitpicker()->model()->index(1, 2));
         window->editor()->kitpicker()->grab().save(shot + "/kitpicker.png");
     });
     QTest::mouseDClick(preview(0)->picture(), Qt::LeftButton);
-    whenModal([this, shot] {
+    whenModal([this, shot](QDialog *) {
         window->findChild<CrestPicker *>()->flxgrdwappen_Click(window->findChild<CrestPicker *>()->model()->index(1, 6));
         window->findChild<CrestPicker *>()->grab().save(shot + "/crestpicker.png");
     });
@@ -234,10 +209,9 @@ TEST_F(Kits, KitSetSwitchMarksBothPlacesAndRenewsThePicker)
     QPointer<KitPicker> first = window->editor()->kitpicker();
     ASSERT_TRUE(first);
     window->action("trikotzorbode")->trigger();
-    EXPECT_TRUE(window->action("mnuoptionenitem(1)")->isChecked());
-    EXPECT_TRUE(window->action("trikotzorbode")->isChecked());
-    EXPECT_FALSE(window->action("mnuoptionenitem(0)")->isChecked());
-    EXPECT_FALSE(window->action("trikotoriginal")->isChecked());
+    for (auto [entry, checked] : {std::pair{"mnuoptionenitem(1)", true}, std::pair{"trikotzorbode", true},
+                                  std::pair{"mnuoptionenitem(0)", false}, std::pair{"trikotoriginal", false}})
+        EXPECT_EQ(window->action(entry)->isChecked(), checked) << entry;
     EXPECT_EQ(loadsettings(dir.path()).trikotsatz, 1);
     EXPECT_TRUE(first.isNull()) << "the old set's picker is gone";
     EXPECT_EQ(art(0), 4) << "kits on screen stay until the next club";
@@ -264,8 +238,8 @@ TEST_F(Kits, CopyOfMaResNeedsAnInstalledGame)
 TEST_F(Kits, CrestPickerLastCellDoesNothingAndCancelKeepsTheNumber)
 {
     auto *crest = window->findChild<CrestView *>("ImgXwappen");
-    whenModal([this] {
-        CrestPicker *picker = window->findChild<CrestPicker *>();
+    whenModal([](QDialog *d) {
+        auto *picker = qobject_cast<CrestPicker *>(d);
         ASSERT_NE(picker, nullptr);
         EXPECT_EQ(picker->wappennr(), "12");
         picker->flxgrdwappen_Click(picker->model()->index(90, 10));
@@ -277,12 +251,14 @@ TEST_F(Kits, CrestPickerLastCellDoesNothingAndCancelKeepsTheNumber)
     QTest::mouseClick(crest, Qt::LeftButton);
     EXPECT_EQ(grafnr(), "12");
     EXPECT_EQ(crest->image().pixelColor(3, 3), QColor(255, 0, 0));
-    EXPECT_TRUE(QFileInfo::exists(dir.file("wappen/vereins_wappen_0.tga")));
-    EXPECT_TRUE(QFileInfo::exists(dir.file("wappen/vereins_wappen_999.tga")));
+    // The picker made a copy of the default for every crest, and none beyond.
+    EXPECT_TRUE(QFileInfo::exists(dir.file("wappen/vereins_wappen_0.tga")) &&
+                QFileInfo::exists(dir.file("wappen/vereins_wappen_999.tga")));
     EXPECT_FALSE(QFileInfo::exists(dir.file("wappen/vereins_wappen_1000.tga")));
 
-    whenModal([this] {
-        CrestPicker *picker = window->findChild<CrestPicker *>();
+    whenModal([](QDialog *d) {
+        auto *picker = qobject_cast<CrestPicker *>(d);
+        ASSERT_NE(picker, nullptr);
         picker->flxgrdwappen_Click(picker->model()->index(0, 5));
         picker->findChild<QPushButton *>("btnok")->click();
     });
@@ -296,8 +272,7 @@ TEST_F(Kits, CrestPickerLastCellDoesNothingAndCancelKeepsTheNumber)
 TEST_F(Kits, NewCountryAndClubLiveAsProvisionalNodesUntilSaved)
 {
     auto openNew = [this](int option, const QString &pick, bool take) {
-        whenModal([=] {
-            auto *dialog = qobject_cast<QDialog *>(QApplication::activeModalWidget());
+        whenModal([=](QDialog *dialog) {
             auto *land = dialog->findChild<QComboBox *>("cboland");
             EXPECT_EQ(land->count(), 1) << "the shared list, also after Abbrechen";
             EXPECT_EQ(land->currentText(), "Deutschland");

@@ -13,29 +13,16 @@
 
 using namespace zorbo;
 
-namespace {
-
-// The model tester reports through warnings of its own category; they are counted here.
-int modeltestFailures = 0;
-void countFailures(QtMsgType type, const QMessageLogContext &context, const QString &)
-{
-    if (type == QtWarningMsg && context.category && QByteArray(context.category) == "qt.modeltest")
-        ++modeltestFailures;
-}
-
-} // namespace
-
+// Every model tester complaint fails the test (see main_gui.cpp).
 TEST(PickerModels, GridsHoldArtsAndCrestsOnlyWhereTheyBelong)
 {
     zorbo::test::TempFolder dir;
-    const QtMessageHandler previous = qInstallMessageHandler(countFailures);
     KitGridModel kits(dir.path() + "/");
     QAbstractItemModelTester kitTester(&kits, QAbstractItemModelTester::FailureReportingMode::Warning);
     EXPECT_EQ(kits.rowCount() * kits.columnCount(), 84);
     EXPECT_EQ(KitGridModel::art(kits.index(6, 7)), 79);
     EXPECT_EQ(KitGridModel::art(kits.index(6, 8)), -1);
     EXPECT_EQ(KitGridModel::art(kits.index(6, 11)), -1);
-    EXPECT_EQ(kits.index(6, 8).data().toString(), "Ausgewähltes Trikot:");
     EXPECT_FALSE(kits.index(0, 3).data(Qt::DecorationRole).isValid()) << "a missing drawing shows nothing";
     kits.setChosen(12);
     EXPECT_EQ(kits.index(6, 11).data(Qt::ToolTipRole).toInt(), 12);
@@ -49,8 +36,6 @@ TEST(PickerModels, GridsHoldArtsAndCrestsOnlyWhereTheyBelong)
     EXPECT_EQ(crests.decoded(), 0) << "nothing is read before the view asks";
     crests.index(0, 1).data(Qt::DecorationRole);
     EXPECT_EQ(crests.decoded(), 1);
-    qInstallMessageHandler(previous);
-    EXPECT_EQ(modeltestFailures, 0);
 }
 
 TEST(NewEntry, OptionsKeepTheirChoicesAndTheButtonFollowsTheList)

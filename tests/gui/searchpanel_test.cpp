@@ -19,8 +19,6 @@
 #include <gtest/gtest.h>
 
 using namespace zorbo;
-using zorbo::test::ScriptedDialogs;
-using zorbo::test::TempFolder;
 
 namespace {
 
@@ -48,16 +46,16 @@ QStringList lines(QTreeWidget *list)
     }
     return out;
 }
+using SearchFieldWindow = zorbo::test::WindowTest;
+using ProblemsPanelWindow = zorbo::test::WindowTest;
 
 } // namespace
 
-TEST(SearchField, TypingShowsGroupedHitsAndEnterOpensThem)
+TEST_F(SearchFieldWindow, TypingShowsGroupedHitsAndEnterOpensThem)
 {
-    TempFolder dir;
     const qint64 mueller = buildWorld(dir.path());
-    ScriptedDialogs dialogs;
-    MainWindow w(dir.path(), &dialogs);
-    w.formload();
+    openwindow();
+    MainWindow &w = *window;
     w.show();
     auto *field = w.findChild<SearchField *>("txtsuche");
     ASSERT_TRUE(field);
@@ -93,9 +91,7 @@ TEST(SearchField, TypingShowsGroupedHitsAndEnterOpensThem)
     // Accents and case don't count; a player opens in his tab.
     field->clear();
     QTest::keyClicks(field, "MULLER");
-    ASSERT_EQ(popup->topLevelItemCount(), 2);
-    EXPECT_EQ(popup->topLevelItem(0)->text(0), "Spieler");
-    EXPECT_EQ(popup->topLevelItem(1)->text(0), "Š. Müller");
+    ASSERT_EQ(lines(popup), (QStringList{"Spieler", "Š. Müller"}));
     EXPECT_EQ(popup->topLevelItem(1)->text(1), "SK Rapid Wien, Abwehr");
     QTest::keyClick(field, Qt::Key_Enter);
     EXPECT_EQ(tabs->currentIndex(), 1);
@@ -114,13 +110,11 @@ TEST(SearchField, TypingShowsGroupedHitsAndEnterOpensThem)
     EXPECT_EQ(w.shell().shownkey(), "L1");
 }
 
-TEST(ProblemsPanel, ListsProblemsByKindAndAClickOpensTheClub)
+TEST_F(ProblemsPanelWindow, ListsProblemsByKindAndAClickOpensTheClub)
 {
-    TempFolder dir;
     const qint64 mueller = buildWorld(dir.path());
-    ScriptedDialogs dialogs;
-    MainWindow w(dir.path(), &dialogs);
-    w.formload();
+    openwindow();
+    MainWindow &w = *window;
     w.show();
     auto *panel = w.findChild<ProblemsPanel *>("dockprobleme");
     ASSERT_TRUE(panel);

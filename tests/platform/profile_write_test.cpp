@@ -37,30 +37,26 @@ TEST(ProfileWrite, MissingFileIsCreatedExactly)
     EXPECT_FALSE(writeini("s", "k", "v", dir.file("kein/ordner.ini")));
 }
 
-TEST(ProfileWrite, ExistingKeyIsReplacedInPlace)
+// An existing key is replaced in place: only the first of two equal keys,
+// only in the first of two equal sections. A new key follows the last key of
+// its section; a new section is appended without a blank line, and line ends
+// of another kind are rewritten as CR LF.
+TEST(ProfileWrite, KeysAndSectionsGoWhereTheyBelong)
 {
-    EXPECT_EQ(afterWrite("[A]\r\nFirst=1\r\n; note\r\n  Key = old \r\nLast=3\r\n", "a", "KEY", "new"),
-              QByteArray("[A]\r\nFirst=1\r\n; note\r\nKey=new\r\nLast=3\r\n"));
-    // Only the first of two equal keys, only in the first of two equal sections.
-    EXPECT_EQ(afterWrite("[A]\r\nk=1\r\nk=2\r\n[a]\r\nk=3\r\n", "A", "k", "9"),
-              QByteArray("[A]\r\nk=9\r\nk=2\r\n[a]\r\nk=3\r\n"));
-}
-
-TEST(ProfileWrite, NewKeyFollowsTheLastKeyOfItsSection)
-{
-    EXPECT_EQ(afterWrite(";top\r\n[A]\r\nx=1\r\n; tail\r\n\r\n[B]\r\ny=2\r\n", "A", "z", "9"),
-              QByteArray(";top\r\n[A]\r\nx=1\r\nz=9\r\n; tail\r\n\r\n[B]\r\ny=2\r\n"));
-    EXPECT_EQ(afterWrite("[A]\r\n\r\n[B]\r\n", "A", "z", "9"), QByteArray("[A]\r\nz=9\r\n\r\n[B]\r\n"));
-}
-
-TEST(ProfileWrite, NewSectionIsAppendedWithoutBlankLine)
-{
-    const QByteArray expected("[A]\r\nx=1\r\n[Neu]\r\nk=v\r\n");
-    EXPECT_EQ(afterWrite("[A]\r\nx=1\r\n", "Neu", "k", "v"), expected);
-    EXPECT_EQ(afterWrite("[A]\r\nx=1", "Neu", "k", "v"), expected);
-    // Line ends of another kind are rewritten as CR LF.
-    EXPECT_EQ(afterWrite("[A]\nx=1\n", "Neu", "k", "v"), expected);
-    EXPECT_EQ(afterWrite("[A]\rx=1\r", "Neu", "k", "v"), expected);
+    const QByteArray appended("[A]\r\nx=1\r\n[Neu]\r\nk=v\r\n");
+    const std::tuple<QByteArray, const char *, const char *, const char *, QByteArray> cases[] = {
+        {"[A]\r\nFirst=1\r\n; note\r\n  Key = old \r\nLast=3\r\n", "a", "KEY", "new",
+         "[A]\r\nFirst=1\r\n; note\r\nKey=new\r\nLast=3\r\n"},
+        {"[A]\r\nk=1\r\nk=2\r\n[a]\r\nk=3\r\n", "A", "k", "9", "[A]\r\nk=9\r\nk=2\r\n[a]\r\nk=3\r\n"},
+        {";top\r\n[A]\r\nx=1\r\n; tail\r\n\r\n[B]\r\ny=2\r\n", "A", "z", "9",
+         ";top\r\n[A]\r\nx=1\r\nz=9\r\n; tail\r\n\r\n[B]\r\ny=2\r\n"},
+        {"[A]\r\n\r\n[B]\r\n", "A", "z", "9", "[A]\r\nz=9\r\n\r\n[B]\r\n"},
+        {"[A]\r\nx=1\r\n", "Neu", "k", "v", appended},
+        {"[A]\r\nx=1", "Neu", "k", "v", appended},
+        {"[A]\nx=1\n", "Neu", "k", "v", appended},
+        {"[A]\rx=1\r", "Neu", "k", "v", appended}};
+    for (const auto &[before, section, key, value, after] : cases)
+        EXPECT_EQ(afterWrite(before, section, key, value), after) << before.toStdString();
 }
 
 TEST(ProfileWrite, ValueIsWrittenAsGivenInCodePage1252)

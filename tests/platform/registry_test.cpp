@@ -82,44 +82,34 @@ const char gameKey[] = "Software\\Quenda\\Zorbo Manager\\a_value";
 
 } // namespace
 
-TEST_F(Registry, BothHivesAndTheWow6432NodeOfTheMachine)
+// A 32-bit program sees the machine's Wow6432Node copy; the user's hive has
+// no such mirror. Keys and names count without regard to case. A value found
+// but neither text nor number is a success that leaves the value alone; a
+// missing key or value is error 2; text with a line break, which could carry
+// a line into a file it is written to, is refused as invalid data.
+TEST_F(Registry, BothHivesTheWow6432NodeAndTheValueKinds)
 {
     EXPECT_EQ(wineprefix(), dir.path());
-    // A 32-bit program sees the machine's Wow6432Node copy.
-    EXPECT_EQ(get(RegRoot::LocalMachine, gameKey, "Work_Dir"), QLatin1String("C:\\Wow\\Zorbo"));
-    EXPECT_EQ(get(RegRoot::LocalMachine, "software\\nur32", "pfad"), QLatin1String("C:\\Nur32"));
-    EXPECT_EQ(get(RegRoot::LocalMachine, gameKey, "Count"), QLatin1String("10"));
-    EXPECT_EQ(get(RegRoot::CurrentUser, "SOFTWARE\\quenda\\ZORBO MANAGER\\A_VALUE", "work_dir"),
-              QStringLiteral(u"C:\\Benutzer\\Straße\\\"q\""));
-    // The user's hive has no Wow6432Node mirror.
-    EXPECT_EQ(get(RegRoot::CurrentUser, "Software\\Nur32", "Pfad"), QLatin1String("error 2 untouched"));
-}
-
-TEST_F(Registry, ValueKinds)
-{
-    EXPECT_EQ(get(RegRoot::LocalMachine, gameKey, "Minus"), QLatin1String("-1"));
-    EXPECT_EQ(get(RegRoot::LocalMachine, gameKey, ""), QLatin1String("standard"));
-    // Found but neither text nor number: success, value left alone.
-    EXPECT_EQ(get(RegRoot::LocalMachine, gameKey, "Binary"), QLatin1String("untouched"));
-    EXPECT_EQ(get(RegRoot::CurrentUser, gameKey, "Greedy"), QStringLiteral(u"€5|äde|än"));
-    EXPECT_EQ(get(RegRoot::CurrentUser, gameKey, "Control"), QStringLiteral(u"a\tb") + QChar(0));
-    EXPECT_EQ(get(RegRoot::CurrentUser, "Software\\M\xc4NNER", "Wert"), QLatin1String("ja"));
-}
-
-TEST_F(Registry, TextWithLineBreaksIsRefused)
-{
-    // No value may carry a line into a file it is written to.
-    const QString got = get(RegRoot::CurrentUser, gameKey, "Zeilen");
-    EXPECT_TRUE(got.startsWith("error ")) << got.toStdString();
-    EXPECT_TRUE(got.endsWith(" untouched"));
-}
-
-TEST_F(Registry, MissingFileKeyOrValueGivesErrorAndKeepsValue)
-{
-    EXPECT_EQ(get(RegRoot::LocalMachine, gameKey, "Fehlt"), QLatin1String("error 2 untouched"));
-    EXPECT_EQ(get(RegRoot::LocalMachine, "Software\\Quenda", "Work_Dir"), QLatin1String("error 2 untouched"));
+    const RegRoot machine = RegRoot::LocalMachine, user = RegRoot::CurrentUser;
+    const std::tuple<RegRoot, const char *, const char *, QString> cases[] = {
+        {machine, gameKey, "Work_Dir", "C:\\Wow\\Zorbo"},
+        {machine, "software\\nur32", "pfad", "C:\\Nur32"},
+        {machine, gameKey, "Count", "10"},
+        {user, "SOFTWARE\\quenda\\ZORBO MANAGER\\A_VALUE", "work_dir", QStringLiteral(u"C:\\Benutzer\\Straße\\\"q\"")},
+        {user, "Software\\Nur32", "Pfad", "error 2 untouched"},
+        {machine, gameKey, "Minus", "-1"},
+        {machine, gameKey, "", "standard"},
+        {machine, gameKey, "Binary", "untouched"},
+        {user, gameKey, "Greedy", QStringLiteral(u"€5|äde|än")},
+        {user, gameKey, "Control", QStringLiteral(u"a\tb") + QChar(0)},
+        {user, "Software\\M\xc4NNER", "Wert", "ja"},
+        {user, gameKey, "Zeilen", "error 13 untouched"},
+        {machine, gameKey, "Fehlt", "error 2 untouched"},
+        {machine, "Software\\Quenda", "Work_Dir", "error 2 untouched"}};
+    for (const auto &[root, key, name, expected] : cases)
+        EXPECT_EQ(get(root, key, name), expected) << key << " " << name;
     ASSERT_TRUE(QFile::remove(dir.file("user.reg")));
-    EXPECT_EQ(get(RegRoot::CurrentUser, gameKey, "Work_Dir"), QLatin1String("error 2 untouched"));
+    EXPECT_EQ(get(user, gameKey, "Work_Dir"), QLatin1String("error 2 untouched"));
 }
 
 TEST(Winepath, MatchesPartsWithoutRegardToCase)

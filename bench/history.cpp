@@ -1,0 +1,124 @@
+// The history on a whole world of 5,000 clubs and 100,000 players: a
+// configuration import that replaces every player, undone and redone; a
+// restore point of that world; and what recording costs a single team save
+// (the same save with and without the history around it, both without
+// waiting for the disk).
+// Usage: bench-history [runs]
+#include "core/world.h"
+#include "editor/teamsave.h"
+#include "exchange/configruns.h"
+#include "exchange/playerconfig.h"
+
+#include "timing.h"
+
+#include <QCoreApplication>
+#include <QFileInfo>
+#include <QTemporaryDir>
+#include <cstdio>
+
+using namespace zorbo;
+
+namespace {
+
+constexpr int clubs = 5000;
+constexpr int squad = 20;
+
+void generate(Database &db)
+{
+    Transaction tx(db);
+    db.exec("INSERT INTO vereine_national (NUMMER, NAME, NATION) VALUES (1, 'Deutschland', 'Deutschland')");
+    Statement club = db.prepare("INSERT INTO vereine (NUMMER, NAME, NATION) VALUES (?1, ?2, 'Deutschland')");
+    Statement player = db.prepare("INSERT INTO spieler VALUES (?1, ?2, 'Jürgen', ?3, ?4, 'Deutschland', 180, ?5, 100, 0, 0, "
+                                  "?6, 12345, 1, 3, '3,17', '')");
+    Statement member = db.prepare("INSERT INTO kaderzeilen (verein, spieler) VALUES (?1, ?2)");
+    qint64 p = 10000;
+    for (int c = 0; c < clubs; ++c) {
+        const int number = 2 + c;
+        club.bindAll(number, QStringLiteral("FC Müßiggang %1").arg(number)).exec();
+        for (int i = 0; i < squad; ++i, ++p) {
+            player.bindAll(p, QStringLiteral("Schröder-%1").arg(p), int(p % 12) * 1000, int(p % 12) * 1000 + 1000,
+                           i * 4 / squad, i + 1)
+                .exec();
+            member.bindAll(number, p).exec();
+        }
+    }
+    tx.commit();
+}
+
+void check(const Result &r)
+{
+    if (!r.ok) {
+        std::fprintf(stderr, "%s\n", qPrintable(r.message));
+        std::exit(1);
+    }
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    QCoreApplication app(argc, argv);
+    const int runs = argc > 1 ? std::max(1, atoi(argv[1])) : 5;
+    QTemporaryDir dir;
+    const std::unique_ptr<World> world = openworld(dir.path());
+    if (!world->db())
+        return 1;
+    Database &db = *world->db();
+    generate(db);
+    // A player file in which every player differs from the world's.
+    const QString sp = dir.filePath("1_sp.cfg");
+    db.exec("UPDATE spieler SET NAME = NAME || '-neu', GROESSE = GROESSE + 1");
+    check(exportspieler(db, sp).result);
+    db.exec("UPDATE spieler SET NAME = substr(NAME, 1, length(NAME) - 4), GROESSE = GROESSE - 1");
+    std::printf("world: %lld players, %d runs each\n", db.scalar("SELECT count(*) FROM spieler").toLongLong(), runs);
+
+    QElapsedTimer timer;
+    timer.start();
+    check(world->run([&](Database &d) { return importplayersrun(d, sp); }, {}, Step{"Config-Import"}).result);
+    std::printf("import of 1_sp.cfg with its step:   %8.1f ms (step of %lld kB)\n", double(timer.nsecsElapsed()) / 1e6,
+                world->history().last().bytes / 1024);
+    const double undo = zorbo::bench::medianms(runs, [&] {
+        check(world->undo());
+        check(world->redo());
+    });
+    std::vector<double> undos, redos;
+    for (int i = 0; i < runs; ++i) {
+        timer.restart();
+        check(world->undo());
+        undos.push_back(double(timer.nsecsElapsed()) / 1e6);
+        timer.restart();
+        check(world->redo());
+        redos.push_back(double(timer.nsecsElapsed()) / 1e6);
+    }
+    std::sort(undos.begin(), undos.end());
+    std::sort(redos.begin(), redos.end());
+    std::printf("undo of the import:                 %8.1f ms\n", undos[undos.size() / 2]);
+    std::printf("redo of the import:                 %8.1f ms\n", redos[redos.size() / 2]);
+    std::printf("(undo and redo in a row:            %8.1f ms)\n", undo);
+
+    // The same import once more without the history around it, on the world before it.
+    check(world->undo());
+    timer.restart();
+    check(runtransaction(db, {}, [&] { return importplayersrun(db, sp); }).result);
+    std::printf("the same import without the history:%8.1f ms\n", double(timer.nsecsElapsed()) / 1e6);
+
+    const double point = zorbo::bench::medianms(runs, [&] { check(world->keeprestorepoint("Messung")); });
+    std::printf("restore point of the world:         %8.1f ms (%lld MB)\n", point,
+                restorepoints(dir.path()).first().size / (1024 * 1024));
+
+    TeamForm form = *readteam(db, 2, ClubMode);
+    int round = 0;
+    const auto rename = [&](Database &d) {
+        const QString old = form.name;
+        form.name = QStringLiteral("FC Umbenannt %1").arg(++round);
+        return teamsave(d, form, false, old, 0);
+    };
+    // Without waiting for the disk, so that the difference is the recording's own.
+    db.exec("PRAGMA synchronous = OFF");
+    const double recorded = zorbo::bench::medianms(runs * 10, [&] { check(world->run(rename, {}, Step{"Verein gespeichert"})); });
+    const double plain = zorbo::bench::medianms(runs * 10, [&] { check(runtransaction(db, {}, [&] { return rename(db); })); });
+    std::printf("team save with its step:            %8.2f ms\n", recorded);
+    std::printf("team save without the history:      %8.2f ms\n", plain);
+    std::printf("recording a small step costs:       %8.2f ms\n", recorded - plain);
+    return 0;
+}

@@ -1,0 +1,121 @@
+// Restore points of the whole world, and worlds of the first version, whose
+// squads lived in a plain table.
+#include "core/world.h"
+#include "support/qstringprint.h"
+#include "support/testsupport.h"
+#include "tools/clubnames.h"
+#include "tools/dbcare.h"
+
+#include <QDir>
+#include <QFile>
+#include <gtest/gtest.h>
+
+using namespace zorbo;
+using zorbo::test::dumpworld;
+using zorbo::test::TempFolder;
+
+namespace {
+
+QStringList reasons(const QString &folder)
+{
+    QStringList names;
+    for (const RestorePoint &p : restorepoints(folder))
+        names << p.reason;
+    return names;
+}
+
+} // namespace
+
+TEST(RestorePoints, KeptBeforeBigRunsListedRestoredAndPruned)
+{
+    TempFolder dir;
+    zorbo::test::writeBytes(dir.file("zorboeditor.ini"), "[sicherungen]\r\npunkte=3\r\n");
+    std::unique_ptr<World> world = openworld(dir.path());
+    ASSERT_EQ(world->settings().restorepoints, 3);
+    world->run([](Database &db) { return renameclub(db, 0, "Vorher"); }, {}, Step{"Name"});
+    const QStringList before = dumpworld(*world->db());
+
+    // A file in the folder that is no restore point of ours stays.
+    QDir().mkpath(restorepointfolder(dir.path()));
+    zorbo::test::writeBytes(restorepointfolder(dir.path()) + "/notizen.mdb", "meins");
+    ASSERT_TRUE(world->run([](Database &db) { return del_db(db); }, {}, wipestep()).ok);
+    const QList<RestorePoint> points = restorepoints(dir.path());
+    ASSERT_EQ(points.size(), 1);
+    EXPECT_EQ(points[0].reason, "Datenbank löschen");
+    EXPECT_EQ(points[0].clubs, 0); // the market alone
+    EXPECT_EQ(points[0].players, 1700);
+    EXPECT_GT(points[0].size, 0);
+    const QStringList wiped = dumpworld(*world->db());
+    ASSERT_NE(wiped, before);
+
+    int told = 0;
+    QObject::connect(world.get(), &World::changed, [&](const Change &c) { told += c.everything; });
+    const Result back = world->restore(points[0].name);
+    ASSERT_TRUE(back.ok) << back.message.toStdString();
+    EXPECT_EQ(dumpworld(*world->db()), before);
+    EXPECT_EQ(told, 1);
+    EXPECT_EQ(world->history().size(), 1) << "the history comes back with the world";
+    EXPECT_EQ(reasons(dir.path()), QStringList({"Vor der Wiederherstellung", "Datenbank löschen"}));
+
+    // The world put aside comes back in turn.
+    ASSERT_TRUE(world->restore(restorepoints(dir.path()).first().name).ok);
+    EXPECT_EQ(dumpworld(*world->db()), wiped);
+
+    for (const char *reason : {"a", "b", "c"})
+        ASSERT_TRUE(world->keeprestorepoint(reason).ok);
+    EXPECT_EQ(reasons(dir.path()), QStringList({"c", "b", "a"}));
+    EXPECT_TRUE(QFile::exists(restorepointfolder(dir.path()) + "/notizen.mdb"));
+
+    // Names from elsewhere are refused, and so is a file that is no world.
+    for (const QString &name : {QString("../zorbo.mdb"), QString("notizen.mdb"), points[0].name})
+        EXPECT_FALSE(world->restore(name).ok) << name.toStdString();
+    const QString fake = restorepointfolder(dir.path()) + "/2026-01-01_10-00-00_kaputt.mdb";
+    zorbo::test::writeBytes(fake, "SQLite format 3");
+    const QStringList now = dumpworld(*world->db());
+    EXPECT_FALSE(world->restore("2026-01-01_10-00-00_kaputt.mdb").ok);
+    EXPECT_EQ(dumpworld(*world->db()), now);
+}
+
+TEST(RestorePoints, ARunIsRefusedWhenItsRestorePointCanNotBeKept)
+{
+    TempFolder dir;
+    std::unique_ptr<World> world = openworld(dir.path());
+    // A file where the folder should be.
+    zorbo::test::writeBytes(restorepointfolder(dir.path()), "kein Ordner");
+    const QStringList before = dumpworld(*world->db());
+    const Result r = world->run([](Database &db) { return del_db(db); }, {}, wipestep());
+    EXPECT_FALSE(r.ok);
+    EXPECT_TRUE(r.message.contains("sicherungen")) << r.message.toStdString();
+    EXPECT_EQ(dumpworld(*world->db()), before);
+    EXPECT_TRUE(world->history().isEmpty());
+}
+
+TEST(Schema, AWorldOfTheFirstVersionKeepsItsSquadsInTheirOrder)
+{
+    TempFolder dir;
+    {
+        // Today's world taken back to the first version's squads.
+        OpenedDb fresh = opendb(dir.file("zorbo.mdb"));
+        fresh.db->exec("DROP VIEW spielerinvereine; DROP VIEW vereinspieler; DROP TABLE kaderzeilen; DROP TABLE verlauf;"
+                       "CREATE TABLE vereinspieler (verein INTEGER, spieler INTEGER) STRICT;"
+                       "CREATE INDEX vereinspieler_verein ON vereinspieler (verein);"
+                       "CREATE VIEW spielerinvereine AS SELECT * FROM vereinspieler;"
+                       "INSERT INTO vereinspieler VALUES (5, 9), (5, 3), (6, 3), (5, 9);"
+                       "DELETE FROM vereinspieler WHERE verein = 6; PRAGMA user_version = 1;");
+    }
+    OpenedDb opened = opendb(dir.file("zorbo.mdb"));
+    ASSERT_TRUE(opened.db) << opened.message.toStdString();
+    Database &db = *opened.db;
+    EXPECT_EQ(db.scalar("PRAGMA user_version").toInt(), zorboSchemaVersion);
+    EXPECT_EQ(dumpworld(db, {"kaderzeilen"}), QStringList({"kaderzeilen: 1|5|9", "kaderzeilen: 2|5|3", "kaderzeilen: 4|5|9"}));
+
+    // Readers and writers of the two columns see no key, and a squad that
+    // names a player twice keeps both rows through the view.
+    Statement all = db.prepare("SELECT * FROM vereinspieler");
+    EXPECT_EQ(all.columnCount(), 2);
+    db.exec("INSERT INTO vereinspieler VALUES (7, 1)");
+    db.exec("UPDATE vereinspieler SET verein = 8 WHERE spieler = 9");
+    db.exec("DELETE FROM vereinspieler WHERE spieler = 3");
+    EXPECT_EQ(dumpworld(db, {"kaderzeilen"}), QStringList({"kaderzeilen: 1|8|9", "kaderzeilen: 4|8|9", "kaderzeilen: 5|7|1"}));
+    EXPECT_EQ(db.scalar("SELECT count(*) FROM spielerinvereine").toInt(), 0) << "the view joins the players anew";
+}
