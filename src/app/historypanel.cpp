@@ -78,8 +78,12 @@ void HistoryPanel::refresh()
 
 void HistoryPanel::go(QListWidgetItem *item)
 {
+    // With activation on a single click, the click and the activation both
+    // come; the second finds its line gone with the list filled anew.
+    if (!item)
+        return;
     const int row = m_list->row(item);
-    if (!item || row == m_present)
+    if (row == m_present)
         return;
     const qint64 id = item->data(IdRole).toLongLong();
     movehistory(m_shell, QStringLiteral("Verlauf"),
