@@ -186,6 +186,16 @@ TEST_F(History, APanelClickGoesBackThreeStepsAndForwardAgain)
     EXPECT_EQ(clubname(21), "Fortuna Düsseldorf");
     EXPECT_EQ(list->currentRow(), 0);
     EXPECT_FALSE(window->action("mnubearbeitenitem(0)")->isEnabled());
+
+    // Another program renames the club: redoing its steps is refused, in German.
+    window->db()->run("UPDATE vereine SET NAME = 'Fremd' WHERE NUMMER = 21");
+    ASSERT_TRUE(dialogs.asked.isEmpty()) << dialogs.asked.join('\n').toStdString();
+    clickline(list, 5);
+    ASSERT_EQ(dialogs.asked.size(), 1);
+    EXPECT_TRUE(dialogs.asked[0].startsWith("Verlauf|")) << dialogs.asked[0].toStdString();
+    EXPECT_EQ(clubname(21), "Fremd");
+    EXPECT_EQ(clubname(20), "FC Köln");
+    EXPECT_EQ(list->currentRow(), 0) << "the mark stays where the world stands";
 }
 
 TEST_F(History, TheRestoreWindowBringsBackTheWorldBeforeAWipe)
