@@ -3,6 +3,7 @@
 #include "anstoss/ui/anstossmenus.h"
 #include "app/aboutdialog.h"
 #include "app/busy.h"
+#include "app/historypanel.h"
 #include "app/problemspanel.h"
 #include "app/searchfield.h"
 #include "core/defaultfolders.h"
@@ -68,6 +69,7 @@ MainWindow::MainWindow(const QString &programFolder, Dialogs *dialogs)
     installtools(*m_shell);
     installsearch(*m_shell);
     installproblems(*m_shell);
+    installhistory(*m_shell);
 }
 
 MainWindow::~MainWindow() = default;

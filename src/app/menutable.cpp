@@ -14,7 +14,7 @@ namespace {
 struct Entry {
     const char *name;     // objectName, as "mnudateiitem(0)"
     const char *caption;  // empty: separator
-    const char *shortcut;
+    const char *shortcut; // more than one apart by "; "
     const char *submenu;  // objectName of the submenu this entry opens
     bool hidden;
 };
@@ -44,6 +44,12 @@ const Menu menus[] = {
       {"mnudateiitem(6)", "", nullptr, nullptr, false},
       {"mnudateiitem(7)", "&Programmende", "Ctrl+Q", nullptr, false}},
      false},
+    {"mnubearbeiten", "&Bearbeiten",
+     {{"mnubearbeitenitem(0)", "&Rückgängig", "Ctrl+Z", nullptr, false},
+      {"mnubearbeitenitem(1)", "&Wiederherstellen", "Ctrl+Y; Ctrl+Shift+Z", nullptr, false},
+      {"mnubearbeitenitem(2)", "", nullptr, nullptr, false},
+      {"mnubearbeitenitem(3)", "&Verlauf", nullptr, nullptr, false}},
+     false},
     {"mnupopup", "popup", {{"mnupopupitem(0)", "aktualisieren", nullptr, nullptr, false}}, true},
     {"mnuoptionen", "&Optionen",
      {{"mnuoptionenitem(0)", "Trikotsatz (&Orignal)", "Ctrl+F1", nullptr, false},
@@ -53,7 +59,8 @@ const Menu menus[] = {
       {"mnuoptionenitem(4)", "&Verzeichnisse", "Ctrl+V", nullptr, true},
       {"mnuoptionenitem(5)", "", nullptr, nullptr, true},
       {"mnuoptionenitem(6)", "Datenbank &löschen", nullptr, nullptr, false},
-      {"mnuoptionenitem(7)", "Datenbank komprimieren", nullptr, nullptr, false}},
+      {"mnuoptionenitem(7)", "Datenbank komprimieren", nullptr, nullptr, false},
+      {"mnuoptionenitem(8)", "&Wiederherstellungspunkte...", nullptr, nullptr, false}},
      false},
     {"mnutool", "&Tools",
      {{"mnutoolitem(0)", "&Spielerbilder zuordnen", nullptr, nullptr, false},
@@ -84,6 +91,8 @@ const Button buttons[] = {
     {"new", "Neu", "mnudateiitem(0)", QStyle::SP_FileIcon},
     {"open", "Öffnen", "mnudateiitem(1)", QStyle::SP_DialogOpenButton},
     {"save", "Speichern", "mnudateiitem(2)", QStyle::SP_DialogSaveButton},
+    {"undo", "Rückgängig", "mnubearbeitenitem(0)", QStyle::SP_ArrowBack},
+    {"redo", "Wiederherstellen", "mnubearbeitenitem(1)", QStyle::SP_ArrowForward},
     {nullptr, nullptr, nullptr, QStyle::SP_CustomBase},
     {"impconfig", "Import Config (Zorbo)", "mnuimportitem(0)", QStyle::SP_ArrowDown},
     {"expconfig", "Export Config (Zorbo)", "mnuexportitem(0)", QStyle::SP_ArrowUp},
@@ -119,7 +128,7 @@ void MainWindow::buildmenus()
             } else {
                 act = target->addAction(QString::fromUtf8(e.caption));
                 if (e.shortcut)
-                    act->setShortcut(QKeySequence(QLatin1String(e.shortcut)));
+                    act->setShortcuts(QKeySequence::listFromString(QLatin1String(e.shortcut)));
                 // Disabled until a subsystem takes the entry's work.
                 act->setEnabled(false);
                 act->setProperty("pending", true);

@@ -146,7 +146,16 @@ int wipe(Context &ctx)
 
 int compact(Context &ctx)
 {
-    return inworld(ctx, 0, [&](World &world) { return finish(ctx, comp_db(world, ctx.progress(QStringLiteral("Komprimiere")))); });
+    // The history is kept unless asked otherwise: only the user knows
+    // whether a step of it may still be needed.
+    const bool drop = ctx.args.removeAll(QStringLiteral("--drop-history")) > 0;
+    return inworld(ctx, 0, [&](World &world) {
+        if (drop) {
+            if (const Result dropped = world.drophistory(); !dropped)
+                return ctx.fail(dropped.message);
+        }
+        return finish(ctx, comp_db(world, ctx.progress(QStringLiteral("Komprimiere"))));
+    });
 }
 
 const bool registered =
@@ -170,7 +179,8 @@ const bool registered =
                         assignpicturescommand})
     && registerCommand({QStringLiteral("wipe"), QStringLiteral("--yes"),
                         QStringLiteral("leert die Datenbank und legt den Transfermarkt neu an"), wipe})
-    && registerCommand({QStringLiteral("compact"), {}, QStringLiteral("komprimiert die Datenbank"), compact});
+    && registerCommand({QStringLiteral("compact"), QStringLiteral("[--drop-history]"),
+                        QStringLiteral("komprimiert die Datenbank; --drop-history löscht vorher den Verlauf"), compact});
 
 } // namespace
 

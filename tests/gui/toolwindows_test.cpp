@@ -1,4 +1,5 @@
 #include "app/mainwindow.h"
+#include "core/history.h"
 #include "core/settings.h"
 #include "guisupport.h"
 #include "support/qstringprint.h"
@@ -122,8 +123,11 @@ TEST_F(ToolWindows, MarketFillWipeAndCompactionAskFirstWithNoAsTheAnswer)
     window->action("mnuoptionenitem(7)")->trigger();
     EXPECT_EQ(lastasked(), "Komprimieren|Datenbank komprimieren!");
     dialogs.answer = true;
+    ASSERT_GT(historysize(db()).steps, 0) << "the wipe is a step";
     window->action("mnuoptionenitem(7)")->trigger();
+    EXPECT_TRUE(lastasked().startsWith("Komprimieren|Der Verlauf hält ")) << lastasked().toStdString();
     EXPECT_TRUE(status().contains("komprimiert")) << status().toStdString();
+    EXPECT_EQ(historysize(*window->db()).steps, 0) << "Ja drops the history";
     ASSERT_NE(window->db(), nullptr);
     EXPECT_EQ(count("SELECT count(*) FROM spieler"), 1700);
     EXPECT_NE(zorbo::test::node(tree, "T0"), nullptr);

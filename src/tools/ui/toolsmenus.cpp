@@ -1,5 +1,7 @@
 #include "tools/ui/toolsmenus.h"
 
+#include "core/history.h"
+#include "core/sizetext.h"
 #include "core/ui/dialogs.h"
 #include "core/ui/shell.h"
 #include "tools/dbcare.h"
@@ -58,10 +60,27 @@ void compact(Shell &shell)
     const QString title = QStringLiteral("Komprimieren");
     if (!shell.db() || !shell.dialogs().question(shell.window(), title, QStringLiteral("Datenbank komprimieren!")))
         return;
+    // The history takes room that only the user can say is no longer needed.
+    bool drop = false;
+    HistorySize held;
+    try {
+        held = historysize(*shell.db());
+    } catch (const DbError &) {
+        // A history that can't be read is the compaction's to report.
+    }
+    if (held.steps > 0) {
+        const QString steps = held.steps == 1 ? QStringLiteral("1 Schritt") : QStringLiteral("%1 Schritte").arg(held.steps);
+        drop = shell.dialogs().question(shell.window(), title,
+                                        QStringLiteral("Der Verlauf hält %1 (%2). Soll er beim Komprimieren gelöscht werden? "
+                                                       "Dann lässt sich nichts davon mehr rückgängig machen.")
+                                            .arg(steps, sizetext(held.bytes)));
+    }
     Result done;
     {
         const auto busy = shell.busy(QStringLiteral("Komprimiere Datenbank..."));
-        done = comp_db(*shell.world(), busy->progress());
+        done = drop ? shell.world()->drophistory() : Result{};
+        if (done)
+            done = comp_db(*shell.world(), busy->progress());
     }
     tell(shell, title, done, true);
 }

@@ -1,0 +1,40 @@
+#pragma once
+
+#include "core/history.h"
+
+#include <QDialog>
+
+class QPushButton;
+class QTableWidget;
+
+namespace zorbo {
+
+class Shell;
+
+// frmwiederherstellung: the restore points of the world, newest first, with
+// date, reason, size and the numbers of clubs and players; one of them
+// brings the world back as it was, after the present one has been kept as a
+// restore point too.
+class RestoreWindow : public QDialog {
+    Q_OBJECT
+
+public:
+    RestoreWindow(Shell &shell, QWidget *parent);
+
+    // Reads the folder of the restore points and fills the table.
+    void fill();
+
+private:
+    void restoreselected();
+
+    Shell &m_shell;
+    QTableWidget *m_table;
+    QPushButton *m_restore;
+    QList<RestorePoint> m_points;
+};
+
+// "Optionen → Wiederherstellungspunkte...": the window, made once, filled
+// anew and shown modal.
+void showrestorepoints(Shell &shell);
+
+} // namespace zorbo

@@ -1,0 +1,113 @@
+// Commands of the world's history: its steps, undo and redo, restore points.
+#include "cli/command.h"
+#include "core/history.h"
+#include "core/sizetext.h"
+#include "core/world.h"
+#include "core/fieldcheck.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <limits>
+
+namespace zorbo::cli {
+
+namespace {
+
+QString when(const QDateTime &time)
+{
+    return time.toString(QStringLiteral("dd.MM.yyyy hh:mm"));
+}
+
+// The world of the program folder, which must exist already: a history of
+// a world that isn't there would only make one.
+std::unique_ptr<World> existingworld(Context &ctx)
+{
+    if (!QFileInfo::exists(ctx.dir + QStringLiteral("/zorbo.mdb"))) {
+        ctx.fail(QStringLiteral("In %1 liegt keine zorbo.mdb; »zorbo-cli init« legt eine an.")
+                     .arg(QDir::toNativeSeparators(ctx.dir)));
+        return nullptr;
+    }
+    return ctx.openworld();
+}
+
+int history(Context &ctx)
+{
+    if (!ctx.args.isEmpty())
+        return ctx.fail(QStringLiteral("»history« nimmt keine Argumente."));
+    const std::unique_ptr<World> world = existingworld(ctx);
+    if (!world)
+        return 1;
+    const QList<HistoryStep> steps = world->history();
+    if (steps.isEmpty())
+        ctx.out << "Der Verlauf ist leer.\n";
+    for (auto it = steps.crbegin(); it != steps.crend(); ++it) {
+        ctx.out << it->id << "  " << when(it->time) << "  " << it->text;
+        if (it->undone)
+            ctx.out << "  (rückgängig gemacht)";
+        ctx.out << '\n';
+    }
+    return 0;
+}
+
+// undo [N] and redo [N]: N steps, one when not given.
+int move(Context &ctx, bool back)
+{
+    if (ctx.args.size() > 1)
+        return ctx.fail(QStringLiteral("Falsche Zahl von Argumenten; »zorbo-cli --help« zeigt den Aufruf."));
+    qint64 count = 1;
+    if (!ctx.args.isEmpty()) {
+        const std::optional<qint64> n = parsewholenumber(ctx.args.first());
+        if (!n || *n < 1 || *n > std::numeric_limits<int>::max())
+            return ctx.fail(QStringLiteral("Die Zahl der Schritte muss eine ganze Zahl größer als 0 sein, nicht »%1«.")
+                                .arg(ctx.args.first()));
+        count = *n;
+    }
+    const std::unique_ptr<World> world = existingworld(ctx);
+    if (!world)
+        return 1;
+    const Progress progress = ctx.progress(back ? QStringLiteral("Mache rückgängig") : QStringLiteral("Stelle wieder her"));
+    return finish(ctx, back ? world->undo(int(count), progress) : world->redo(int(count), progress));
+}
+
+int listpoints(Context &ctx)
+{
+    if (!ctx.args.isEmpty())
+        return ctx.fail(QStringLiteral("»restore-points« nimmt keine Argumente."));
+    const QList<RestorePoint> points = restorepoints(ctx.dir);
+    if (points.isEmpty())
+        ctx.out << "Es gibt keine Wiederherstellungspunkte.\n";
+    const auto count = [](qint64 n) { return n < 0 ? QStringLiteral("?") : QString::number(n); };
+    for (const RestorePoint &p : points)
+        ctx.out << p.name << "  " << when(p.time) << "  " << p.reason << "  " << sizetext(p.size) << "  "
+                << count(p.clubs) << " Vereine  " << count(p.players) << " Spieler\n";
+    return 0;
+}
+
+int restore(Context &ctx)
+{
+    if (ctx.args.size() != 1)
+        return ctx.fail(QStringLiteral("»restore« braucht den Namen eines Wiederherstellungspunkts (siehe restore-points)."));
+    const std::unique_ptr<World> world = existingworld(ctx);
+    if (!world)
+        return 1;
+    return finish(ctx, world->restore(ctx.args.first(), ctx.progress(QStringLiteral("Stelle wieder her"))));
+}
+
+const bool registered =
+    registerCommand({QStringLiteral("history"), {},
+                     QStringLiteral("zeigt die Schritte des Verlaufs, den neuesten zuerst"), history})
+    && registerCommand({QStringLiteral("undo"), QStringLiteral("[N]"),
+                        QStringLiteral("macht die letzten N Schritte rückgängig (sonst einen)"),
+                        [](Context &ctx) { return move(ctx, true); }})
+    && registerCommand({QStringLiteral("redo"), QStringLiteral("[N]"),
+                        QStringLiteral("stellt N rückgängig gemachte Schritte wieder her (sonst einen)"),
+                        [](Context &ctx) { return move(ctx, false); }})
+    && registerCommand({QStringLiteral("restore-points"), {},
+                        QStringLiteral("zeigt die Wiederherstellungspunkte, den neuesten zuerst"), listpoints})
+    && registerCommand({QStringLiteral("restore"), QStringLiteral("NAME"),
+                        QStringLiteral("holt die Welt eines Wiederherstellungspunkts zurück (die jetzige wird vorher gesichert)"),
+                        restore});
+
+} // namespace
+
+} // namespace zorbo::cli
