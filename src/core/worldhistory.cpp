@@ -252,9 +252,12 @@ Result World::restore(const QString &name, const Progress &progress)
     // point that is to come back.
     if (const Result kept = keeprestorepoint(QStringLiteral("Vor der Wiederherstellung"), false); !kept)
         return Result::failure(kept.message + QStringLiteral(" Es wurde nichts geändert."));
-    Result done = Result::success(QStringLiteral("Die Welt von %1 ist wiederhergestellt; die bisherige ist als "
+    const QRegularExpressionMatch named = restorepointname().match(name);
+    const QString when = QDateTime::fromString(named.captured(1), QStringLiteral("yyyy-MM-dd_hh-mm-ss"))
+                             .toString(QStringLiteral("dd.MM.yyyy hh:mm:ss"));
+    Result done = Result::success(QStringLiteral("Die Welt vom %1 (%2) ist wiederhergestellt; die bisherige ist als "
                                                  "Wiederherstellungspunkt aufgehoben.")
-                                      .arg(name));
+                                      .arg(when, named.captured(3)));
     try {
         m_db->copyfrom(path);
         upgradeschema(*m_db);
