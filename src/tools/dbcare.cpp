@@ -2,6 +2,7 @@
 
 #include "core/gamedb.h"
 #include "core/market.h"
+#include "core/sizetext.h"
 #include "platform/runner.h"
 
 #include <QDir>
@@ -93,9 +94,8 @@ Result comp_db(World &world, const Progress &progress)
         return placed;
     }
     report(progress, 3, 3);
-    return Result::success(QStringLiteral("Die Datenbank wurde komprimiert (%1 KB statt %2 KB).")
-                               .arg(QFileInfo(path).size() / 1024)
-                               .arg(before / 1024));
+    return Result::success(QStringLiteral("Die Datenbank wurde komprimiert (%1 statt %2).")
+                               .arg(sizetext(QFileInfo(path).size()), sizetext(before)));
 }
 
 } // namespace zorbo
