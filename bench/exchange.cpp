@@ -24,6 +24,7 @@
 #include <vector>
 
 using namespace zorbo;
+using zorbo::bench::check;
 
 namespace {
 
@@ -68,13 +69,6 @@ void generate(Database &db)
     tx.commit();
 }
 
-void check(const ExchangeResult &r)
-{
-    if (!r.ok()) {
-        std::fprintf(stderr, "%s\n", qPrintable(r.result.message));
-        std::exit(1);
-    }
-}
 
 QString csvField(const QVariant &v)
 {

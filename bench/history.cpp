@@ -18,6 +18,7 @@
 #include <cstdio>
 
 using namespace zorbo;
+using zorbo::bench::check;
 
 namespace {
 
@@ -58,13 +59,6 @@ void generate(Database &db)
     tx.commit();
 }
 
-void check(const Result &r)
-{
-    if (!r.ok) {
-        std::fprintf(stderr, "%s\n", qPrintable(r.message));
-        std::exit(1);
-    }
-}
 
 } // namespace
 

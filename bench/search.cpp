@@ -19,6 +19,7 @@
 #include <cstdio>
 
 using namespace zorbo;
+using zorbo::bench::check;
 
 namespace {
 
@@ -62,13 +63,6 @@ void generate(Database &db)
     tx.commit();
 }
 
-void check(const ExchangeResult &r)
-{
-    if (!r.ok()) {
-        std::fprintf(stderr, "%s\n", qPrintable(r.result.message));
-        std::exit(1);
-    }
-}
 
 // The median of the keystrokes' medians, and the slowest of them.
 void typing(const char *label, int runs, const QStringList &prefixes, const std::function<void(const QString &)> &find)

@@ -1,7 +1,11 @@
 #pragma once
 
+#include "platform/operation.h"
+
 #include <QElapsedTimer>
 #include <algorithm>
+#include <cstdio>
+#include <cstdlib>
 #include <functional>
 #include <vector>
 
@@ -19,6 +23,22 @@ inline double medianms(int runs, const std::function<void()> &step)
     }
     std::sort(ms.begin(), ms.end());
     return ms[ms.size() / 2];
+}
+
+// Ends the benchmark with the message when a run failed: its figures would mean nothing.
+inline void check(const Result &r)
+{
+    if (!r.ok) {
+        std::fprintf(stderr, "%s\n", qPrintable(r.message));
+        std::exit(1);
+    }
+}
+
+template <typename Outcome>
+    requires requires(const Outcome &o) { o.result.ok; }
+void check(const Outcome &outcome)
+{
+    check(outcome.result);
 }
 
 } // namespace zorbo::bench

@@ -33,6 +33,9 @@ struct Context {
     // The program folder's world, opened as the editor's start-up does, with
     // its messages printed; null, and the failure told, without a database.
     std::unique_ptr<World> openworld();
+    // The same for a world that must exist already: a check, a search or a
+    // history of a world that isn't there would only make one.
+    std::unique_ptr<World> openexistingworld();
     // Option value after "--name", or empty; removes both from args.
     QString takeOption(const QString &name);
 

@@ -5,8 +5,6 @@
 #include "core/world.h"
 #include "core/fieldcheck.h"
 
-#include <QDir>
-#include <QFileInfo>
 #include <limits>
 
 namespace zorbo::cli {
@@ -18,23 +16,12 @@ QString when(const QDateTime &time)
     return time.toString(QStringLiteral("dd.MM.yyyy hh:mm"));
 }
 
-// The world of the program folder, which must exist already: a history of
-// a world that isn't there would only make one.
-std::unique_ptr<World> existingworld(Context &ctx)
-{
-    if (!QFileInfo::exists(ctx.dir + QStringLiteral("/zorbo.mdb"))) {
-        ctx.fail(QStringLiteral("In %1 liegt keine zorbo.mdb; »zorbo-cli init« legt eine an.")
-                     .arg(QDir::toNativeSeparators(ctx.dir)));
-        return nullptr;
-    }
-    return ctx.openworld();
-}
 
 int history(Context &ctx)
 {
     if (!ctx.args.isEmpty())
         return ctx.fail(QStringLiteral("»history« nimmt keine Argumente."));
-    const std::unique_ptr<World> world = existingworld(ctx);
+    const std::unique_ptr<World> world = ctx.openexistingworld();
     if (!world)
         return 1;
     const QList<HistoryStep> steps = world->history();
@@ -62,7 +49,7 @@ int move(Context &ctx, bool back)
                                 .arg(ctx.args.first()));
         count = *n;
     }
-    const std::unique_ptr<World> world = existingworld(ctx);
+    const std::unique_ptr<World> world = ctx.openexistingworld();
     if (!world)
         return 1;
     const Progress progress = ctx.progress(back ? QStringLiteral("Mache rückgängig") : QStringLiteral("Stelle wieder her"));
@@ -87,7 +74,7 @@ int restore(Context &ctx)
 {
     if (ctx.args.size() != 1)
         return ctx.fail(QStringLiteral("»restore« braucht den Namen eines Wiederherstellungspunkts (siehe restore-points)."));
-    const std::unique_ptr<World> world = existingworld(ctx);
+    const std::unique_ptr<World> world = ctx.openexistingworld();
     if (!world)
         return 1;
     return finish(ctx, world->restore(ctx.args.first(), ctx.progress(QStringLiteral("Stelle wieder her"))));

@@ -4,6 +4,7 @@
 
 #include <QCoreApplication>
 #include <QDir>
+#include <QFileInfo>
 #include <algorithm>
 #include <cstdio>
 #include <unistd.h>
@@ -83,6 +84,15 @@ std::unique_ptr<World> Context::openworld()
         return world;
     fail(QStringLiteral("Die Welt in %1 ist nicht bereit.").arg(QDir::toNativeSeparators(dir)));
     return nullptr;
+}
+
+std::unique_ptr<World> Context::openexistingworld()
+{
+    if (!QFileInfo::exists(dir + QStringLiteral("/zorbo.mdb"))) {
+        fail(QStringLiteral("In %1 liegt keine zorbo.mdb; »zorbo-cli init« legt eine an.").arg(QDir::toNativeSeparators(dir)));
+        return nullptr;
+    }
+    return openworld();
 }
 
 int Context::fail(const QString &message)

@@ -4,30 +4,17 @@
 #include "core/search.h"
 #include "core/world.h"
 
-#include <QDir>
-#include <QFileInfo>
 
 namespace zorbo::cli {
 
 namespace {
 
-// The world of the program folder, which must exist already: a check or a
-// search of a world that isn't there would only make one.
-std::unique_ptr<World> existingworld(Context &ctx)
-{
-    if (!QFileInfo::exists(ctx.dir + QStringLiteral("/zorbo.mdb"))) {
-        ctx.fail(QStringLiteral("In %1 liegt keine zorbo.mdb; »zorbo-cli init« legt eine an.")
-                     .arg(QDir::toNativeSeparators(ctx.dir)));
-        return nullptr;
-    }
-    return ctx.openworld();
-}
 
 int check(Context &ctx)
 {
     if (!ctx.args.isEmpty())
         return ctx.fail(QStringLiteral("»check« nimmt keine Argumente."));
-    const std::unique_ptr<World> world = existingworld(ctx);
+    const std::unique_ptr<World> world = ctx.openexistingworld();
     if (!world)
         return 1;
     const Settings &settings = world->settings();
@@ -58,7 +45,7 @@ int find(Context &ctx)
 {
     if (ctx.args.isEmpty())
         return ctx.fail(QStringLiteral("»find« braucht einen Suchtext."));
-    const std::unique_ptr<World> world = existingworld(ctx);
+    const std::unique_ptr<World> world = ctx.openexistingworld();
     if (!world)
         return 1;
     SearchIndex index(*world);
