@@ -2,6 +2,7 @@
 
 #include "exchange/cfgfile.h"
 #include "exchange/cfgwriter.h"
+#include "exchange/replacerows.h"
 #include "platform/codepage.h"
 #include "platform/numbers.h"
 
@@ -58,22 +59,10 @@ void readPlayers(Database &db, const CfgFile &file, ExchangeResult &result, cons
         keywords.push_back(*toCp1252(fields.back()));
         kinds.push_back(bareColumn(c) ? Kind::Bare : col.isText() ? Kind::Quoted : col.isInteger() ? Kind::Whole : Kind::Decimal);
     }
-    // A player as the world holds him already is left alone, so that a file
-    // read again changes only the rows it changes (and the history records
-    // only those).
-    QStringList names, set, olds, news;
-    for (const ColumnInfo &col : columns) {
-        const QString name = QLatin1Char('"') + col.name + QLatin1Char('"');
-        names << name;
-        set << name + QStringLiteral(" = excluded.") + name;
-        olds << QStringLiteral("spieler.") + name;
-        news << QStringLiteral("excluded.") + name;
-    }
+    // A player as the world holds him already is left alone.
     Statement insert = db.prepare(QStringLiteral("INSERT INTO spieler VALUES (?1, ?2, ?3, ?4, ?5, ?6, ?7, ?8, ?9, ?10, "
-                                                 "?11, ?12, ?13, ?14, ?15, ?16, ?17) ON CONFLICT (NUMMER) DO UPDATE SET %1 "
-                                                 "WHERE (%2) IS NOT (%3)")
-                                      .arg(set.join(QStringLiteral(", ")), olds.join(QStringLiteral(", ")),
-                                           news.join(QStringLiteral(", "))));
+                                                 "?11, ?12, ?13, ?14, ?15, ?16, ?17) ")
+                                  + updatechanged(db, QStringLiteral("spieler"), QStringLiteral("NUMMER")));
     QSet<qint64> seen;
     qsizetype droppedCount = 0;
     int lastPercent = -1;
@@ -145,17 +134,7 @@ void readPlayers(Database &db, const CfgFile &file, ExchangeResult &result, cons
                                                .arg(droppedCount - namedDuplicates),
                                    .file = file.path()};
     // The players the file doesn't hold leave the world.
-    QList<qint64> gone;
-    Statement all = db.prepare(QStringLiteral("SELECT NUMMER FROM spieler"));
-    while (all.step()) {
-        if (!seen.contains(all.integer(0)))
-            gone << all.integer(0);
-    }
-    Statement remove = db.prepare(QStringLiteral("DELETE FROM spieler WHERE NUMMER = ?1"));
-    for (qint64 number : std::as_const(gone)) {
-        remove.bind(1, number);
-        remove.exec();
-    }
+    dropunread(db, QStringLiteral("spieler"), QStringLiteral("NUMMER"), [&](qint64 n) { return seen.contains(n); });
 }
 
 } // namespace

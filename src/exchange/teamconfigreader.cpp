@@ -2,6 +2,7 @@
 
 #include "exchange/cfgfile.h"
 #include "exchange/columnrules.h"
+#include "exchange/replacerows.h"
 
 #include <QSet>
 #include <array>
@@ -89,7 +90,6 @@ private:
     // written, so that reading a file again changes only what it changes
     // (and the history records only that).
     void replacerows();
-    void dropunseen(const QString &table, const QSet<qint64> &seen);
 
     Form m_short, m_full, m_national;
     // The squad rows by their place zeile, as the file's records leave
@@ -124,18 +124,9 @@ Form TeamRecordReader::makeForm(const QString &table, const QStringList &words)
     }
     // Column names come from the fixed lists above and the table, never
     // from the file. The columns the record lacks become Null, as in a new row.
-    QStringList set, olds, news;
-    for (const ColumnInfo &c : m_db.columns(table)) {
-        const QString name = QLatin1Char('"') + c.name + QLatin1Char('"');
-        set << name + QStringLiteral(" = excluded.") + name;
-        olds << table + QLatin1Char('.') + name;
-        news << QStringLiteral("excluded.") + name;
-    }
-    const QString insert = QStringLiteral("INSERT INTO %1 (%2) VALUES (%3) ON CONFLICT (NUMMER) DO UPDATE SET %4 "
-                                          "WHERE (%5) IS NOT (%6)")
-                               .arg(table, words.join(QLatin1Char(',')), marks.join(QLatin1Char(',')),
-                                    set.join(QStringLiteral(", ")), olds.join(QStringLiteral(", ")),
-                                    news.join(QStringLiteral(", ")));
+    const QString insert = QStringLiteral("INSERT INTO %1 (%2) VALUES (%3) ")
+                               .arg(table, words.join(QLatin1Char(',')), marks.join(QLatin1Char(',')))
+                           + updatechanged(m_db, table, QStringLiteral("NUMMER"));
     return Form{table, table == QLatin1String("vereine") ? QStringLiteral("Der Verein") : QStringLiteral("Das Nationalteam"),
                 std::move(keywords), m_db.prepare(insert)};
 }
@@ -296,44 +287,19 @@ void TeamRecordReader::splitsspieler(qint64 team, QByteArrayView value, qsizetyp
     m_result.squadRows += int(players.size());
 }
 
-void TeamRecordReader::dropunseen(const QString &table, const QSet<qint64> &seen)
-{
-    QList<qint64> gone;
-    Statement all = m_db.prepare(QStringLiteral("SELECT NUMMER FROM %1").arg(table));
-    while (all.step()) {
-        if (!seen.contains(all.integer(0)))
-            gone << all.integer(0);
-    }
-    Statement remove = m_db.prepare(QStringLiteral("DELETE FROM %1 WHERE NUMMER = ?1").arg(table));
-    for (qint64 number : std::as_const(gone)) {
-        remove.bind(1, number);
-        remove.exec();
-    }
-}
-
 void TeamRecordReader::replacerows()
 {
-    dropunseen(QStringLiteral("vereine"), m_seenClubs);
-    dropunseen(QStringLiteral("vereine_national"), m_seenNational);
-    Statement place = m_db.prepare(QStringLiteral(
-        "INSERT INTO kaderzeilen (zeile, verein, spieler) VALUES (?1, ?2, ?3) ON CONFLICT (zeile) DO UPDATE SET "
-        "verein = excluded.verein, spieler = excluded.spieler "
-        "WHERE (kaderzeilen.verein, kaderzeilen.spieler) IS NOT (excluded.verein, excluded.spieler)"));
+    const QString nummer = QStringLiteral("NUMMER");
+    dropunread(m_db, QStringLiteral("vereine"), nummer, [this](qint64 n) { return m_seenClubs.contains(n); });
+    dropunread(m_db, QStringLiteral("vereine_national"), nummer, [this](qint64 n) { return m_seenNational.contains(n); });
+    const QString squads = QStringLiteral("kaderzeilen"), place = QStringLiteral("zeile");
+    Statement put = m_db.prepare(QStringLiteral("INSERT INTO kaderzeilen (zeile, verein, spieler) VALUES (?1, ?2, ?3) ")
+                                 + updatechanged(m_db, squads, place));
     for (const auto &[zeile, row] : m_squadRows) {
-        place.bindAll(zeile, row.first, row.second);
-        place.exec();
+        put.bindAll(zeile, row.first, row.second);
+        put.exec();
     }
-    QList<qint64> gone;
-    Statement all = m_db.prepare(QStringLiteral("SELECT zeile FROM kaderzeilen"));
-    while (all.step()) {
-        if (!m_squadRows.contains(all.integer(0)))
-            gone << all.integer(0);
-    }
-    Statement remove = m_db.prepare(QStringLiteral("DELETE FROM kaderzeilen WHERE zeile = ?1"));
-    for (qint64 zeile : std::as_const(gone)) {
-        remove.bind(1, zeile);
-        remove.exec();
-    }
+    dropunread(m_db, squads, place, [this](qint64 z) { return m_squadRows.contains(z); });
 }
 
 } // namespace
