@@ -44,45 +44,55 @@ const QRegularExpression &restorepointname()
     return name;
 }
 
-QList<RestorePoint> restorepoints(const QString &programFolder)
+namespace {
+
+// The counts of clubs (the market left out) and players of a copy; -1 when
+// it can't be read.
+void count(RestorePoint &point)
 {
-    QList<RestorePoint> points;
-    QList<int> sequence;
+    try {
+        Database copy(point.path, Database::ReadOnly);
+        Statement counts = copy.prepare(
+            QStringLiteral("SELECT (SELECT count(*) FROM vereine WHERE NUMMER <> 0), (SELECT count(*) FROM spieler)"));
+        if (counts.step()) {
+            point.clubs = counts.integer(0);
+            point.players = counts.integer(1);
+        }
+    } catch (const DbError &) {
+        // Listed all the same; the counts stay unknown.
+    }
+}
+
+} // namespace
+
+QList<RestorePoint> restorepoints(const QString &programFolder, bool counted)
+{
+    QList<std::pair<int, RestorePoint>> points; // with the number within their second
     const QDir folder(restorepointfolder(programFolder));
-    const QFileInfoList files = folder.entryInfoList({QStringLiteral("*.mdb")}, QDir::Files);
-    for (const QFileInfo &file : files) {
+    for (const QFileInfo &file : folder.entryInfoList({QStringLiteral("*.mdb")}, QDir::Files)) {
         const QRegularExpressionMatch match = restorepointname().match(file.fileName());
-        if (!match.hasMatch())
-            continue;
         RestorePoint point;
+        point.time = QDateTime::fromString(match.captured(1), QStringLiteral("yyyy-MM-dd_hh-mm-ss"));
+        if (!match.hasMatch() || !point.time.isValid())
+            continue;
         point.name = file.fileName();
         point.path = file.absoluteFilePath();
-        point.time = QDateTime::fromString(match.captured(1), QStringLiteral("yyyy-MM-dd_hh-mm-ss"));
         point.reason = match.captured(3);
         point.size = file.size();
-        try {
-            Database copy(point.path, Database::ReadOnly);
-            Statement counts = copy.prepare(QStringLiteral(
-                "SELECT (SELECT count(*) FROM vereine WHERE NUMMER <> 0), (SELECT count(*) FROM spieler)"));
-            if (counts.step()) {
-                point.clubs = counts.integer(0);
-                point.players = counts.integer(1);
-            }
-        } catch (const DbError &) {
-            // Listed all the same; the counts stay unknown.
-        }
-        if (!point.time.isValid())
-            continue;
-        points.append(point);
+        points.append({match.captured(2).toInt(), point});
     }
-    std::sort(points.begin(), points.end(), [](const RestorePoint &a, const RestorePoint &b) {
-        if (a.time != b.time)
-            return a.time > b.time;
-        const int sa = restorepointname().match(a.name).captured(2).toInt();
-        const int sb = restorepointname().match(b.name).captured(2).toInt();
-        return sa != sb ? sa > sb : a.name > b.name;
+    std::sort(points.begin(), points.end(), [](const auto &a, const auto &b) {
+        if (a.second.time != b.second.time)
+            return a.second.time > b.second.time;
+        return a.first != b.first ? a.first > b.first : a.second.name > b.second.name;
     });
-    return points;
+    QList<RestorePoint> sorted;
+    for (auto &[sequence, point] : points) {
+        if (counted)
+            count(point);
+        sorted.append(point);
+    }
+    return sorted;
 }
 
 } // namespace zorbo

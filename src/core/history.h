@@ -51,6 +51,7 @@ const QRegularExpression &restorepointname();
 
 // The restore points of the folder, newest first. Files in it that are no
 // restore points of ours are left out and left alone.
-QList<RestorePoint> restorepoints(const QString &programFolder);
+// counted: with the numbers of clubs and players, which opens each copy.
+QList<RestorePoint> restorepoints(const QString &programFolder, bool counted = true);
 
 } // namespace zorbo

@@ -177,7 +177,7 @@ QString filepart(const QString &reason)
 
 void prune(const QString &programFolder, int keep)
 {
-    const QList<RestorePoint> points = restorepoints(programFolder);
+    const QList<RestorePoint> points = restorepoints(programFolder, false);
     for (qsizetype i = keep; i < points.size(); ++i)
         QFile::remove(points.at(i).path);
 }
@@ -238,8 +238,8 @@ Result World::restore(const QString &name, const Progress &progress)
         return norun();
     const QString folder = restorepointfolder(m_settings.programFolder);
     const QString path = folder + QLatin1Char('/') + name;
-    if (name.contains(QLatin1Char('/')) || name.contains(QLatin1Char('\\')) || !restorepointname().match(name).hasMatch()
-        || !QFileInfo(path).isFile())
+    const QRegularExpressionMatch named = restorepointname().match(name);
+    if (name.contains(QLatin1Char('/')) || name.contains(QLatin1Char('\\')) || !named.hasMatch() || !QFileInfo(path).isFile())
         return Result::failure(QStringLiteral("Einen Wiederherstellungspunkt „%1“ gibt es in %2 nicht.")
                                    .arg(name, QDir::toNativeSeparators(folder)));
     QString why;
@@ -252,7 +252,6 @@ Result World::restore(const QString &name, const Progress &progress)
     // point that is to come back.
     if (const Result kept = keeprestorepoint(QStringLiteral("Vor der Wiederherstellung"), false); !kept)
         return Result::failure(kept.message + QStringLiteral(" Es wurde nichts geändert."));
-    const QRegularExpressionMatch named = restorepointname().match(name);
     const QString when = QDateTime::fromString(named.captured(1), QStringLiteral("yyyy-MM-dd_hh-mm-ss"))
                              .toString(QStringLiteral("dd.MM.yyyy hh:mm:ss"));
     Result done = Result::success(QStringLiteral("Die Welt vom %1 (%2) ist wiederhergestellt; die bisherige ist als "
