@@ -51,7 +51,11 @@ TEST(NameComparison, LandneuFindsTheContinentOfAnyCase)
     // The row that decides stays exact: another spelling is another row.
     landneu(w.db(), "Ägypten", &created);
     EXPECT_TRUE(created);
-    EXPECT_EQ(w.db().scalar("SELECT count(*) FROM vereine_national").toInt(), 3);
+    landneu(w.db(), "Ägypten", &created);
+    EXPECT_FALSE(created);
+    landneu(w.db(), "Ägyptenland", &created);
+    EXPECT_TRUE(created) << "a longer name is another country";
+    EXPECT_EQ(w.db().scalar("SELECT count(*) FROM vereine_national").toInt(), 4);
 }
 
 TEST(NameComparison, TempligaCountsClubsOfAnySpelling)

@@ -9,12 +9,6 @@
 
 using namespace zorbo;
 
-TEST(KitArt, FileNamesHaveAtLeastTwoDigits)
-{
-    for (auto [art, file] : {std::pair{0, "/k/trikot_00.gif"}, std::pair{7, "/k/trikot_07.gif"}, std::pair{79, "/k/trikot_79.gif"}})
-        EXPECT_EQ(kitartfile("/k/", art), file);
-}
-
 TEST(KitArt, ColourTextsReadWhateverTheirQuotesAndBlanks)
 {
     EXPECT_EQ(parsekitcolour("  0,  0,  0"), (Rgb{0, 0, 0}));

@@ -118,20 +118,3 @@ TEST(PlayerConfig, WhatTheFileCannotHoldIsNotExported)
     t->exec("UPDATE spieler SET VORNAME = 'Ωmega'");
     EXPECT_TRUE(exportspieler(*t, t.file("1_sp.cfg")).result.message.contains("Spieler 1, Feld VORNAME: das Zeichen »Ω«"));
 }
-
-TEST(PlayerConfig, ValuesAreConvertedAsTheOldEngineDid)
-{
-    // Decimals in whole-number columns are rounded half to even; tabs between
-    // keyword and value are white space like blanks.
-    QByteArray file = record(1, "A");
-    file.replace(*toCp1252(QStringLiteral(" STÄRKE 1\n")), *toCp1252(QStringLiteral(" STÄRKE 12000.5\n")));
-    file.replace("GROESSE 180", "GROESSE 181.5");
-    file.replace("NAME \"A\"", "NAME\t\t\"A\"\t").replace("ART 3", "ART\t2.5");
-    TestDb t;
-    writeBytes(t.file("sp.cfg"), file);
-    const ExchangeResult r = importspieler(*t, t.file("sp.cfg"));
-    ASSERT_TRUE(r.ok()) << r.result.message.toStdString();
-    EXPECT_EQ(t->scalar("SELECT NAME || ':' || \"Stärke\" || ':' || typeof(\"Stärke\") || ':' || GROESSE || ':' || ART "
-                        "FROM spieler").toString(),
-              "A:12000:integer:182:2");
-}

@@ -127,22 +127,6 @@ TEST(TeamConfig, BareSquadLineLeavesTheSquadAloneAndLaterRecordReplaces)
     EXPECT_EQ(r.findings[0].team, 1);
 }
 
-TEST(TeamConfig, TransferMarketGoesOutShortAndComesBack)
-{
-    TestDb t;
-    insertRow(*t, "vereine", QVariantList{0, "TRANSFERMARKT", QVariant(), 999} + QVariantList(24, QVariant()));
-    ASSERT_TRUE(exportvereine(*t, t.file("1_tm.cfg"), {}, exportTime()).ok());
-    EXPECT_TRUE(readBytes(t.file("1_tm.cfg"))
-                    .endsWith("\r\n\r\nNEUES_TEAM\r\n        NUMMER                   0\r\n"
-                              "        NAME                     \"TRANSFERMARKT\"\r\n"
-                              "        GRAFIK_NR                999\r\n        SPIELER\r\n"));
-    TestDb back;
-    const ExchangeResult r = importteamsrun(*back, t.file("1_tm.cfg"));
-    ASSERT_TRUE(r.ok());
-    EXPECT_FALSE(r.marketCreated);
-    EXPECT_EQ(back->scalar("SELECT count(*) FROM vereine WHERE NUMMER = 0 AND STAERKE IS NULL").toInt(), 1);
-}
-
 TEST(TeamConfig, WriterWarnsOfRecordsThatCannotBeReadBack)
 {
     TestDb t;

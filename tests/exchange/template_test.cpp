@@ -1,4 +1,3 @@
-#include "core/landneu.h"
 #include "exchange/competitiontemplate.h"
 #include "exchange/configruns.h"
 #include "exchange/teamconfigwriter.h"
@@ -73,20 +72,4 @@ TEST(Template, GeneratedLeaguesFillTheFileAndExportReadsBack)
     ASSERT_TRUE(in.ok()) << in.result.message.toStdString();
     EXPECT_EQ(in.nationalTeams, 2);
     EXPECT_EQ(in.teams, 5);
-}
-
-TEST(Template, LandneuFindsOnlyTheExactName)
-{
-    TestDb t;
-    bool created = false;
-    EXPECT_EQ(landneu(*t, "Deutschland", &created), "Deutschland");
-    EXPECT_TRUE(created);
-    EXPECT_EQ(landneu(*t, "Deutschland", &created), "Deutschland");
-    EXPECT_FALSE(created);
-    landneu(*t, "Deutschlandia", &created);
-    EXPECT_TRUE(created);
-    landneu(*t, "Utopia", &created);
-    EXPECT_EQ(t->scalar("SELECT KONTINENT || '/' || NUMMER || '/' || KLIMA FROM vereine_national WHERE NAME = 'Utopia'").toString(),
-              "Atlantis/3/99,121,700");
-    EXPECT_EQ(t->scalar("SELECT KONTINENT FROM vereine_national WHERE NAME = 'Deutschland'").toString(), "West-Europa");
 }

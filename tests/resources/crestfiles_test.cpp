@@ -14,8 +14,6 @@ TEST(CrestFiles, MissingCrestBecomesACopyOfTheDefault)
 {
     TempFolder dir;
     const QString folder = dir.path() + "/";
-    EXPECT_EQ(crestfile(folder, 5), folder + "vereins_wappen_5.tga");
-    EXPECT_EQ(crestfile(folder, 999), folder + "vereins_wappen_999.tga");
 
     QString path;
     EXPECT_FALSE(ensurecrest(folder, 5, path)) << "no default.tga yet";

@@ -131,7 +131,6 @@ TEST(CrestRun, AStopLeavesTheCrestsAndTheArchiveAsTheyWere)
     writeBytes(t.file("wa.res"), "alt");
     const CrestRunReport out = exportwappen(t.file("wa.res"), wappen, [](qint64 done, qint64 total) { return done < total; });
     EXPECT_TRUE(out.result.cancelled) << out.result.message.toStdString();
-    EXPECT_EQ(out.result.message, "Abgebrochen – es wurde nichts geändert.");
     EXPECT_EQ(readBytes(t.file("wa.res")), "alt");
     EXPECT_EQ(filesBelow(t.path()).filter("wa.res"), QStringList({"wa.res"})) << "no temporary file beside it";
 }
@@ -175,17 +174,9 @@ TEST(CrestRun, CommandLineTool)
     copyFolder(dataPath("resf/worked-example"), t.file("wappen"));
     ASSERT_EQ(cli({"export-crests", t.file("neu.res")}, &out, &err), 0) << err.toStdString();
     EXPECT_EQ(readBytes(t.file("neu.res")), readBytes(t.file("game.res")));
-    // A fresh program folder exports its delivered neutral crest.
-    TempFolder fresh;
-    const CliRun first = runCli({"--dir", fresh.path(), "export-crests", fresh.file("wa.res")});
-    EXPECT_EQ(first.exitCode, 0) << first.err.toStdString();
-    EXPECT_TRUE(QFile::exists(fresh.file("wa.res")));
-    // Crests the list lacks are counted, and added when asked.
+    // Crests the list lacks are added when asked.
     QList<RawEntry> own = {{"eigenes", readBytes(dataPath("resf/worked-example/expected.gfp"))}};
     writeBytes(t.file("eigen.res"), archiveBytes(own));
-    ASSERT_EQ(cli({"import-crests", t.file("eigen.res")}, &out, &err), 0) << err.toStdString();
-    EXPECT_TRUE(out.contains("1 Wappen") && out.contains("--add-to-list")) << out.toStdString();
-    EXPECT_FALSE(readinisections(t.file("wappen/wa.lst")).contains("eigenes"));
     ASSERT_EQ(cli({"import-crests", "--add-to-list", t.file("eigen.res")}, &out, &err), 0) << err.toStdString();
     EXPECT_TRUE(readinisections(t.file("wappen/wa.lst")).contains("eigenes"));
     EXPECT_EQ(cli({"import-crests", t.file("fehlt.res")}, &out, &err), 1);
@@ -230,16 +221,6 @@ TEST(CrestRun, ImportLeavesTheListAloneUnlessAsked)
     EXPECT_EQ(added, 4);
     EXPECT_EQ(readinisections(bare + "wa.lst"), QStringList({"wa"}) + names);
     EXPECT_EQ(readinistring("wa", "type", bare + "wa.lst"), "14");
-}
-
-TEST(CrestRun, DeliveredListNamesEveryCrestOfThePicker)
-{
-    CrestList list;
-    ASSERT_TRUE(readcrestlist(defaults + "/wa.lst", list).ok);
-    EXPECT_TRUE(list.findings.isEmpty());
-    ASSERT_EQ(list.entries.size(), CrestCount);
-    for (int n = 0; n < CrestCount; ++n)
-        EXPECT_EQ(list.entries[n].name, QStringLiteral("vereins_wappen_%1").arg(n));
 }
 
 TEST(CrestRun, NamesTheListCannotHoldAreRefused)

@@ -3,7 +3,6 @@
 #include "resources/gfp.h"
 #include "resources/pixels.h"
 #include "resources/tga.h"
-#include "resources/zlibdata.h"
 
 #include <gtest/gtest.h>
 #include <utility>
@@ -182,14 +181,4 @@ TEST(CrestTga, RefusesWhatItCannotRead)
         EXPECT_FALSE(r.ok);
         EXPECT_TRUE(r.message.contains(QStringLiteral("x.tga ist kein lesbares TGA-Bild"))) << r.message.toStdString();
     }
-}
-
-TEST(CrestZlib, StreamsThatDoNotFitThePicture)
-{
-    const QByteArray data = QByteArray::fromHex("789C63F8F1FF3F0005E902F7"); // 00 F8 FF FF
-    QByteArray longer = data;
-    EXPECT_NE(uncompressdata(longer, 5), 0); // would pad with black
-    QByteArray broken = data;
-    broken[3] = 0;
-    EXPECT_NE(uncompressdata(broken, 4), 0);
 }

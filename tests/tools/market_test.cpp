@@ -9,20 +9,6 @@
 using namespace zorbo;
 using namespace zorbo::test;
 
-TEST(Staerkegewinn, BaseGoesUpToAWholeStarAndTheGainStaysInWholeStars)
-{
-    for (int run = 0; run < 50; ++run) {
-        Staerkegewinn whole;
-        const qint64 m3000 = whole.maximum(3000);
-        EXPECT_TRUE(m3000 == 4000 || m3000 == 6000) << m3000;
-        const qint64 m5000 = whole.maximum(5000); // 2.5 stars count as 3
-        EXPECT_EQ((m5000 - 6000) % 2000, 0);
-        EXPECT_GE(m5000, 6000);
-        EXPECT_LT(m5000, 10000 + 2000);
-        EXPECT_EQ(whole.maximum(12000), 12000);
-    }
-}
-
 TEST(Staerkegewinn, FractionalBaseKeepsWhatLiesBetweenHalfStarsAndCarriesTheGain)
 {
     Staerkegewinn first(Staerkegewinn::Base::Fractional);
@@ -52,7 +38,6 @@ TEST(Staerkegewinn, FractionalBaseKeepsWhatLiesBetweenHalfStarsAndCarriesTheGain
 TEST(MarketFill, FewFreePlayersRewriteTheLowestSlotsAndOnlyTheirColumns)
 {
     ToolsWorld w;
-    const QStringList before = dumpworld(w.db());
     const qint64 lowest = w.count("SELECT min(spieler) FROM vereinspieler WHERE verein = 0");
     const QVariant height = w.value("SELECT GROESSE || '/' || LIEBLINGSPOS_X || '/' || RUECKENNUMMER FROM spieler WHERE NUMMER = ?1", lowest);
     for (int i = 0; i < 28; ++i)
@@ -82,7 +67,6 @@ TEST(MarketFill, FewFreePlayersRewriteTheLowestSlotsAndOnlyTheirColumns)
     EXPECT_TRUE(max == 2500 || max == 4500 || max == 6500) << max;
     // The free players stay for the next run.
     EXPECT_EQ(w.count("SELECT count(*) FROM a4spieler"), 30);
-    EXPECT_NE(dumpworld(w.db()), before);
 }
 
 TEST(MarketFill, MoreFreePlayersThanSlotsFillEverySlotOnce)
