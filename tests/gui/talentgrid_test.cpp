@@ -75,8 +75,6 @@ TEST_F(Talents, AGoalkeeperThenAFieldPlayerChangeTheRowsOnView)
 {
     showPlayer(first);
     EXPECT_TRUE(talents->isRowHidden(0));
-    EXPECT_FALSE(talents->isRowHidden(40));
-    EXPECT_FALSE(talents->isRowHidden(52));
     EXPECT_EQ(state(47), "48");
     EXPECT_EQ(state(3), "4") << "a talent out of view keeps its state";
     const int changes = talents->layoutchanges();
@@ -85,8 +83,9 @@ TEST_F(Talents, AGoalkeeperThenAFieldPlayerChangeTheRowsOnView)
     EXPECT_FALSE(talents->isRowHidden(0));
     EXPECT_TRUE(talents->isRowHidden(52));
     EXPECT_EQ(talents->layoutchanges(), changes + 1);
-    EXPECT_EQ(state(2), "3");
     EXPECT_EQ(state(47), "0");
+
+    EXPECT_TRUE(window->findChild<QLabel *>("stbstatus(1)")->text().contains("77")) << "a number without a row";
 
     showPlayer(first + 2);
     EXPECT_EQ(talents->layoutchanges(), changes + 1) << "two field players leave the heights alone";
@@ -95,14 +94,13 @@ TEST_F(Talents, AGoalkeeperThenAFieldPlayerChangeTheRowsOnView)
 TEST_F(Talents, ThreeClicksBringATalentBackToNoneAndTheSaveStoresTheGrid)
 {
     showPlayer(first + 2);
+    // The order of the states is the editor library's test; here the clicks reach it.
     clickCell(5, 2);
-    EXPECT_EQ(state(5), "0") << "a click on the texts changes nothing";
     clickCell(5, 0, Qt::RightButton);
-    EXPECT_EQ(state(5), "0") << "nor does the right button";
+    EXPECT_EQ(state(5), "0") << "a click on the texts or with the right button changes nothing";
     clickCell(5, 1);
     EXPECT_EQ(state(5), "6");
     clickCell(5, 0);
-    EXPECT_EQ(state(5), "-6");
     clickCell(5, 1);
     EXPECT_EQ(state(5), "0");
 
@@ -114,10 +112,9 @@ TEST_F(Talents, ThreeClicksBringATalentBackToNoneAndTheSaveStoresTheGrid)
     EXPECT_EQ(db.scalar("SELECT ERLERNT || '/' || GESPERRT FROM spieler WHERE NUMMER = ?1", first + 2).toString(), "9/1");
 }
 
-TEST_F(Talents, NumbersWithoutARowStayStoredAndTheStatusBarSaysSo)
+TEST_F(Talents, NumbersWithoutARowStayStoredOnASave)
 {
     showPlayer(first + 1);
-    EXPECT_TRUE(window->findChild<QLabel *>("stbstatus(1)")->text().contains("77"));
     QTest::mouseClick(window->findChild<QPushButton *>("btnspielerspeichern"), Qt::LeftButton);
     EXPECT_EQ(window->db()->scalar("SELECT GESPERRT FROM spieler WHERE NUMMER = ?1", first + 1).toString(), "77");
     EXPECT_EQ(window->db()->scalar("SELECT ERLERNT FROM spieler WHERE NUMMER = ?1", first).toString(), "47, 3")
