@@ -93,8 +93,10 @@ void checktext(Statement &st, int c, const QString &column, ProblemSink &sink, b
         sink.team(ProblemKind::NotCp1252, number, country, column, text);
 }
 
+// crests: the crest files of the folder; defaultCrest: whether default.tga,
+// which stands in for a crest without its file, is there.
 void walkteams(Database &db, const QString &table, bool country, const QSet<qint64> &arts,
-               const QSet<QString> &crests, ProblemSink &sink)
+               const QSet<QString> &crests, bool defaultCrest, ProblemSink &sink)
 {
     const QList<ColumnInfo> columns = db.columns(table);
     Statement st = db.prepare(QStringLiteral("SELECT * FROM %1 ORDER BY NUMMER").arg(table));
@@ -152,10 +154,15 @@ void walkteams(Database &db, const QString &table, bool country, const QSet<qint
             sink.team(ProblemKind::NullColumn, nr, country, nulls.join(QStringLiteral(", ")),
                       QStringLiteral("%1: leere Spalten (Null), die Teamdatei ließe sich nicht wieder einlesen").arg(who));
         if (nr != 0 && crestCol >= 0 && !st.isNull(crestCol)
-            && !crests.contains(QStringLiteral("vereins_wappen_%1.tga").arg(st.integer(crestCol))))
-            sink.team(ProblemKind::CrestMissing, nr, country, QStringLiteral("GRAFIK_NR"),
-                      QStringLiteral("%1: zum Wappen %2 fehlt die Datei vereins_wappen_%2.tga")
-                          .arg(who).arg(st.integer(crestCol)));
+            && !crests.contains(QStringLiteral("vereins_wappen_%1.tga").arg(st.integer(crestCol)))) {
+            const QString missing = QStringLiteral("%1: zum Wappen %2 fehlt die Datei vereins_wappen_%2.tga")
+                                        .arg(who).arg(st.integer(crestCol));
+            if (defaultCrest)
+                sink.team(ProblemKind::CrestDefault, nr, country, QStringLiteral("GRAFIK_NR"),
+                          missing + QStringLiteral(", es wird default.tga gezeigt"));
+            else
+                sink.team(ProblemKind::CrestMissing, nr, country, QStringLiteral("GRAFIK_NR"), missing);
+        }
         if (country) {
             sink.countries.insert(nr);
             sink.countryNames.insert(name.toCaseFolded());
@@ -203,10 +210,12 @@ bool fitsCp1252Utf8(const unsigned char *text, int bytes)
 void checkteamrows(Database &db, const Settings &settings, ProblemSink &sink)
 {
     const QSet<qint64> arts = kitarts(db, settings.trikotsatz);
-    const QSet<QString> crests = filesIn(settings.folder(WappenFolder), QStringLiteral("vereins_wappen_*.tga"));
+    const QString wappen = settings.folder(WappenFolder);
+    const QSet<QString> crests = filesIn(wappen, QStringLiteral("vereins_wappen_*.tga"));
+    const bool defaultCrest = !filesIn(wappen, QStringLiteral("default.tga")).isEmpty();
     // Countries first: the clubs are looked up among their names.
-    walkteams(db, QStringLiteral("vereine_national"), true, arts, crests, sink);
-    walkteams(db, QStringLiteral("vereine"), false, arts, crests, sink);
+    walkteams(db, QStringLiteral("vereine_national"), true, arts, crests, defaultCrest, sink);
+    walkteams(db, QStringLiteral("vereine"), false, arts, crests, defaultCrest, sink);
 }
 
 void checkplayerrows(Database &db, const Settings &settings, ProblemSink &sink)

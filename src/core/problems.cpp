@@ -43,7 +43,7 @@ QString counted(int n, const char *one, const char *many)
 
 bool iswarning(ProblemKind kind)
 {
-    return kind == ProblemKind::SquadSize || kind == ProblemKind::NoGoalkeeper;
+    return kind == ProblemKind::SquadSize || kind == ProblemKind::NoGoalkeeper || kind == ProblemKind::CrestDefault;
 }
 
 QString problemheading(ProblemKind kind)
@@ -66,6 +66,7 @@ QString problemheading(ProblemKind kind)
     case ProblemKind::CountryWithoutContinent: return QStringLiteral("Länder ohne Kontinent");
     case ProblemKind::SquadSize: return QStringLiteral("Warnung: Kader nicht mit 20 Spielern");
     case ProblemKind::NoGoalkeeper: return QStringLiteral("Warnung: Kader ohne Torwart");
+    case ProblemKind::CrestDefault: return QStringLiteral("Warnung: Wappen ohne Datei, das Standardwappen wird gezeigt");
     }
     return {};
 }
