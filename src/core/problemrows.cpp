@@ -3,6 +3,7 @@
 #include "core/facecode.h"
 #include "core/problemsink.h"
 #include "core/schema.h"
+#include "core/teamrules.h"
 #include "platform/codepage.h"
 
 #include <QDir>
@@ -123,6 +124,9 @@ void walkteams(Database &db, const QString &table, bool country, const QSet<qint
             sink.team(ProblemKind::NumberTooLarge, nr, country, QStringLiteral("NUMMER"),
                       QStringLiteral("%1: die Nummer %2 passt nicht in die Dateien des Spiels (0 bis %3)")
                           .arg(who).arg(nr).arg(numberMax));
+        if (blankname(name))
+            sink.team(ProblemKind::TeamWithoutName, nr, country, QStringLiteral("NAME"),
+                      QStringLiteral("%1 hat keinen Namen").arg(country ? QStringLiteral("Das Land") : QStringLiteral("Der Verein")));
         QStringList nulls;
         bool onlyShort = true;
         for (int c = 0; c < int(cols.size()); ++c) {
@@ -178,7 +182,10 @@ void walkteams(Database &db, const QString &table, bool country, const QSet<qint
                 sink.team(ProblemKind::LongClubName, nr, false, QStringLiteral("NAME"),
                           QStringLiteral("%1 hat %2 Zeichen, das Spiel nimmt höchstens 15").arg(who).arg(name.toUcs4().size()));
             const QString nation = st.text(nationCol);
-            if (!sink.countryNames.contains(nation.toCaseFolded()))
+            if (blankname(nation))
+                sink.team(ProblemKind::ClubWithoutCountry, nr, false, QStringLiteral("NATION"),
+                          QStringLiteral("%1 hat kein Land").arg(who));
+            else if (!sink.countryNames.contains(nation.toCaseFolded()))
                 sink.team(ProblemKind::ClubWithoutCountry, nr, false, QStringLiteral("NATION"),
                           QStringLiteral("%1: das Land %2 hat keine Zeile").arg(who, quoted(nation)));
         }
@@ -237,6 +244,8 @@ void checkplayerrows(Database &db, const Settings &settings, ProblemSink &sink)
                             .arg(who()).arg(nr).arg(numberMax));
         for (int c : {1, 2, 3, 5, 6})
             checktext(st, c, columns[c], sink, true, nr, false);
+        if (blankname(st.text(3)))
+            sink.player(ProblemKind::PlayerWithoutCountry, nr, columns[3], QStringLiteral("%1 hat kein Land").arg(who()));
         if (!st.isNull(4)) {
             const qint64 code = st.integer(4);
             auto known = faceKnown.constFind(code);

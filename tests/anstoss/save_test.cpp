@@ -165,6 +165,13 @@ TEST_F(Saving, TeamSaveRefusals)
     t.stadium = false;
     t.team = true;
     expectRefused([&] { return saveimportteam(db(), file, 99, t, 0); }, {"99"});
+    // The file has neither name nor country: the rules of every team save hold, and no country without a name is made.
+    expectRefused([&] { return saveimportteam(db(), file, club, t, 0); }, {"»Teamname lang«"});
+    t.name = "Neu";
+    for (const QString &blank : {QString(), QStringLiteral("  ")}) {
+        t.land = blank;
+        expectRefused([&] { return saveimportteam(db(), file, club, t, 0); }, {"»Land«"});
+    }
 }
 
 TEST_F(Saving, FreePlayersAndLeagueRunsAllOrNothing)
