@@ -11,8 +11,9 @@ namespace zorbo {
 // German message that names file, section and key; nothing was saved then.
 struct AnstossResult {
     Result result;
-    int clubs = 0;   // club files read
-    int players = 0; // players saved (free players or squad rows)
+    int clubs = 0;      // clubs of which at least one player was saved
+    int players = 0;    // players saved (free players or squad rows)
+    int duplicates = 0; // free players read but dropped, as the same player stood there already
     // League lines whose club file exists at neither place, as "Liga/Name".
     QStringList missing;
     QList<Finding> findings;

@@ -98,13 +98,25 @@ AnstossResult importfreeplayers(Database &db, const AetFile &file, const QList<i
     AnstossResult r;
     for (int n = 0; n < chosen.size(); ++n) {
         report(progress, n, chosen.size());
-        keys->deletenew(db, savea4spieler(db, file, chosen[n]));
-        ++r.players;
+        if (keys->deletenew(db, savea4spieler(db, file, chosen[n])))
+            ++r.duplicates;
+        else
+            ++r.players;
     }
     report(progress, chosen.size(), chosen.size());
-    r.clubs = 1;
-    r.result = Result::success(QStringLiteral("%1 Spieler in Freie Spieler importiert!").arg(r.players));
+    r.clubs = r.players > 0 ? 1 : 0;
+    r.result = Result::success(QStringLiteral("%1 Spieler in Freie Spieler importiert!").arg(r.players)
+                               + duplicatestext(r.duplicates));
     return r;
+}
+
+QString duplicatestext(int duplicates)
+{
+    if (duplicates == 0)
+        return {};
+    return duplicates == 1
+               ? QStringLiteral(" 1 Spieler stand schon in Freie Spieler und wurde als doppelt verworfen.")
+               : QStringLiteral(" %1 Spieler standen schon in Freie Spieler und wurden als doppelt verworfen.").arg(duplicates);
 }
 
 Step freeplayersstep(const QString &path)

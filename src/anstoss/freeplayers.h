@@ -33,12 +33,17 @@ private:
 
 // The players of the file (all when indexes is empty) into the free
 // players, a4deleteid after each; the message is "N Spieler in Freie
-// Spieler importiert!". Reports one step per player. Runs inside the
+// Spieler importiert!" with N the rows that stay, followed by the count of
+// those dropped as duplicates (duplicatestext). Reports one step per player. Runs inside the
 // caller's transaction; throws Fault, DbError or Cancelled.
 // keys: those of a longer run that began with a4deleteid; without, the run
 // begins with it.
 AnstossResult importfreeplayers(Database &db, const AetFile &file, const QList<int> &indexes = {},
                                 const Progress &progress = {}, A4Keys *keys = nullptr);
+
+// The sentence that closes a run's message when players were dropped as
+// duplicates, with a blank before it; empty for none.
+QString duplicatestext(int duplicates);
 
 // The same as one operation of its own, in one transaction: all or none.
 // A run into the free players as a step of the history.

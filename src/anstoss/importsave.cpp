@@ -132,7 +132,7 @@ AnstossResult saveimportplayers(Database &db, const AetFile &file, qint64 club, 
                 up.bind(v + 1, values[v]);
             up.bind(values.size() + 1, slotnumbers[i]);
             up.exec();
-            ++r.players;
+            r.players += db.changes();
         }
         report(progress, 2 * squad.size(), 2 * squad.size());
         r.result = Result::success(QStringLiteral("%1 Spieler gespeichert.").arg(r.players));

@@ -55,8 +55,9 @@ TeamImport teamfromfile(Database &db, const AetFile &file, qint64 club);
 // drawings, the colours of the kit set's colour table for them and, with
 // kits ticked, the exporter's colours of home and away kit (black for a
 // missing key, as the file spells them). One transaction; refuses a club
-// that isn't there, seats that aren't whole numbers, a colour text that
-// isn't three numbers, and a save with no group ticked.
+// that isn't there, team data that break checkteamrow (an empty name or
+// country), seats that aren't whole numbers, a colour text that isn't
+// three numbers, and a save with no group ticked.
 // The workbench's club save as a step of the history.
 Step importteamstep(qint64 club, const QString &path);
 

@@ -110,13 +110,15 @@ AnstossResult importleague(Database &db, const QString &path, const Progress &pr
                 throw Fault(loaded.message, Finding{loaded.message, club.path});
             const AnstossResult one = importfreeplayers(db, file, {}, {}, &keys);
             r.players += one.players;
-            ++r.clubs;
+            r.duplicates += one.duplicates;
+            r.clubs += one.clubs;
         }
         report(progress, list.clubs.size(), list.clubs.size());
         for (const QString &m : r.missing)
             r.findings.append(Finding{QStringLiteral("Vereinsdatei %1.aet an keinem der beiden Orte gefunden").arg(m), path});
         r.result = Result::success(
-            QStringLiteral("%1 Vereine mit %2 Spielern in Freie Spieler importiert.").arg(r.clubs).arg(r.players));
+            QStringLiteral("%1 Vereine mit %2 Spielern in Freie Spieler importiert.").arg(r.clubs).arg(r.players)
+            + duplicatestext(r.duplicates));
         return r;
     });
 }

@@ -3,6 +3,7 @@
 #include "core/fieldcheck.h"
 #include "core/kitcolours.h"
 #include "core/landneu.h"
+#include "core/teamrules.h"
 #include "platform/runner.h"
 
 #include <QFileInfo>
@@ -82,6 +83,10 @@ AnstossResult saveimportteam(Database &db, const AetFile &file, qint64 club, con
         if (db.scalar(QStringLiteral("SELECT 1 FROM vereine WHERE NUMMER = ?1"), club).isNull())
             throw Fault(QStringLiteral("Den Verein %1 gibt es in vereine nicht.").arg(club));
         // Everything the save can refuse is checked before the first write.
+        if (t.team) {
+            if (const Result row = checkteamrow(TeamTable::Vereine, t.name, t.land); !row)
+                throw Fault(row.message);
+        }
         qint64 sitz = 0, steh = 0;
         if (t.stadium) {
             sitz = seats(QStringLiteral("Sitzplätze:"), t.sitz);

@@ -1,6 +1,7 @@
 #include "core/landneu.h"
 
 #include "core/gamedb.h"
+#include "core/teamrules.h"
 
 namespace zorbo {
 
@@ -8,6 +9,9 @@ QString landneu(Database &db, const QString &land, bool *created)
 {
     if (created)
         *created = false;
+    // No country is made without a name: whoever has none keeps an empty one.
+    if (blankname(land))
+        return QStringLiteral("");
     // SQLite's = is exact and case-sensitive, which is the test that decides;
     // names that only begin, end or are spelt like L never stop the insert.
     const QVariant found = db.scalar(QStringLiteral("SELECT NAME FROM vereine_national WHERE NAME = ?1"), land);

@@ -11,7 +11,8 @@ namespace zorbo {
 // as found; anything else gets a new row with the defaults of a new country
 // and the continent from e_landkontinent ("Atlantis" when unknown). SPIELER,
 // NATIONALTEAM and LANDNAME get empty text, so that the country goes out to
-// 1_tm.cfg as a whole national record and reads back. Throws DbError.
+// 1_tm.cfg as a whole national record and reads back. A blank name
+// (blankname) makes no country and gives empty text. Throws DbError.
 QString landneu(Database &db, const QString &land, bool *created = nullptr);
 
 } // namespace zorbo

@@ -3,6 +3,7 @@
 #include "core/facecode.h"
 #include "core/problemsink.h"
 #include "core/schema.h"
+#include "core/teamrules.h"
 #include "platform/codepage.h"
 
 #include <QDir>
@@ -93,8 +94,10 @@ void checktext(Statement &st, int c, const QString &column, ProblemSink &sink, b
         sink.team(ProblemKind::NotCp1252, number, country, column, text);
 }
 
+// crests: the crest files of the folder; defaultCrest: whether default.tga,
+// which stands in for a crest without its file, is there.
 void walkteams(Database &db, const QString &table, bool country, const QSet<qint64> &arts,
-               const QSet<QString> &crests, ProblemSink &sink)
+               const QSet<QString> &crests, bool defaultCrest, ProblemSink &sink)
 {
     const QList<ColumnInfo> columns = db.columns(table);
     Statement st = db.prepare(QStringLiteral("SELECT * FROM %1 ORDER BY NUMMER").arg(table));
@@ -121,6 +124,9 @@ void walkteams(Database &db, const QString &table, bool country, const QSet<qint
             sink.team(ProblemKind::NumberTooLarge, nr, country, QStringLiteral("NUMMER"),
                       QStringLiteral("%1: die Nummer %2 passt nicht in die Dateien des Spiels (0 bis %3)")
                           .arg(who).arg(nr).arg(numberMax));
+        if (blankname(name))
+            sink.team(ProblemKind::TeamWithoutName, nr, country, QStringLiteral("NAME"),
+                      QStringLiteral("%1 hat keinen Namen").arg(country ? QStringLiteral("Das Land") : QStringLiteral("Der Verein")));
         QStringList nulls;
         bool onlyShort = true;
         for (int c = 0; c < int(cols.size()); ++c) {
@@ -152,10 +158,15 @@ void walkteams(Database &db, const QString &table, bool country, const QSet<qint
             sink.team(ProblemKind::NullColumn, nr, country, nulls.join(QStringLiteral(", ")),
                       QStringLiteral("%1: leere Spalten (Null), die Teamdatei ließe sich nicht wieder einlesen").arg(who));
         if (nr != 0 && crestCol >= 0 && !st.isNull(crestCol)
-            && !crests.contains(QStringLiteral("vereins_wappen_%1.tga").arg(st.integer(crestCol))))
-            sink.team(ProblemKind::CrestMissing, nr, country, QStringLiteral("GRAFIK_NR"),
-                      QStringLiteral("%1: zum Wappen %2 fehlt die Datei vereins_wappen_%2.tga")
-                          .arg(who).arg(st.integer(crestCol)));
+            && !crests.contains(QStringLiteral("vereins_wappen_%1.tga").arg(st.integer(crestCol)))) {
+            const QString missing = QStringLiteral("%1: zum Wappen %2 fehlt die Datei vereins_wappen_%2.tga")
+                                        .arg(who).arg(st.integer(crestCol));
+            if (defaultCrest)
+                sink.team(ProblemKind::CrestDefault, nr, country, QStringLiteral("GRAFIK_NR"),
+                          missing + QStringLiteral(", es wird default.tga gezeigt"));
+            else
+                sink.team(ProblemKind::CrestMissing, nr, country, QStringLiteral("GRAFIK_NR"), missing);
+        }
         if (country) {
             sink.countries.insert(nr);
             sink.countryNames.insert(name.toCaseFolded());
@@ -171,7 +182,10 @@ void walkteams(Database &db, const QString &table, bool country, const QSet<qint
                 sink.team(ProblemKind::LongClubName, nr, false, QStringLiteral("NAME"),
                           QStringLiteral("%1 hat %2 Zeichen, das Spiel nimmt höchstens 15").arg(who).arg(name.toUcs4().size()));
             const QString nation = st.text(nationCol);
-            if (!sink.countryNames.contains(nation.toCaseFolded()))
+            if (blankname(nation))
+                sink.team(ProblemKind::ClubWithoutCountry, nr, false, QStringLiteral("NATION"),
+                          QStringLiteral("%1 hat kein Land").arg(who));
+            else if (!sink.countryNames.contains(nation.toCaseFolded()))
                 sink.team(ProblemKind::ClubWithoutCountry, nr, false, QStringLiteral("NATION"),
                           QStringLiteral("%1: das Land %2 hat keine Zeile").arg(who, quoted(nation)));
         }
@@ -203,10 +217,12 @@ bool fitsCp1252Utf8(const unsigned char *text, int bytes)
 void checkteamrows(Database &db, const Settings &settings, ProblemSink &sink)
 {
     const QSet<qint64> arts = kitarts(db, settings.trikotsatz);
-    const QSet<QString> crests = filesIn(settings.folder(WappenFolder), QStringLiteral("vereins_wappen_*.tga"));
+    const QString wappen = settings.folder(WappenFolder);
+    const QSet<QString> crests = filesIn(wappen, QStringLiteral("vereins_wappen_*.tga"));
+    const bool defaultCrest = !filesIn(wappen, QStringLiteral("default.tga")).isEmpty();
     // Countries first: the clubs are looked up among their names.
-    walkteams(db, QStringLiteral("vereine_national"), true, arts, crests, sink);
-    walkteams(db, QStringLiteral("vereine"), false, arts, crests, sink);
+    walkteams(db, QStringLiteral("vereine_national"), true, arts, crests, defaultCrest, sink);
+    walkteams(db, QStringLiteral("vereine"), false, arts, crests, defaultCrest, sink);
 }
 
 void checkplayerrows(Database &db, const Settings &settings, ProblemSink &sink)
@@ -228,6 +244,8 @@ void checkplayerrows(Database &db, const Settings &settings, ProblemSink &sink)
                             .arg(who()).arg(nr).arg(numberMax));
         for (int c : {1, 2, 3, 5, 6})
             checktext(st, c, columns[c], sink, true, nr, false);
+        if (blankname(st.text(3)))
+            sink.player(ProblemKind::PlayerWithoutCountry, nr, columns[3], QStringLiteral("%1 hat kein Land").arg(who()));
         if (!st.isNull(4)) {
             const qint64 code = st.integer(4);
             auto known = faceKnown.constFind(code);

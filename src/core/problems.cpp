@@ -43,7 +43,8 @@ QString counted(int n, const char *one, const char *many)
 
 bool iswarning(ProblemKind kind)
 {
-    return kind == ProblemKind::SquadSize || kind == ProblemKind::NoGoalkeeper;
+    return kind == ProblemKind::SquadSize || kind == ProblemKind::NoGoalkeeper || kind == ProblemKind::CrestDefault
+           || kind == ProblemKind::PlayerWithoutCountry;
 }
 
 QString problemheading(ProblemKind kind)
@@ -62,10 +63,13 @@ QString problemheading(ProblemKind kind)
     case ProblemKind::PlayerInNoClub: return QStringLiteral("Spieler ohne Verein");
     case ProblemKind::SquadRowWithoutPlayer: return QStringLiteral("Kaderzeilen ohne Spieler");
     case ProblemKind::PlayerInTwoClubs: return QStringLiteral("Spieler in mehreren Vereinen");
+    case ProblemKind::TeamWithoutName: return QStringLiteral("Teams ohne Namen");
     case ProblemKind::ClubWithoutCountry: return QStringLiteral("Vereine ohne Land");
     case ProblemKind::CountryWithoutContinent: return QStringLiteral("Länder ohne Kontinent");
     case ProblemKind::SquadSize: return QStringLiteral("Warnung: Kader nicht mit 20 Spielern");
     case ProblemKind::NoGoalkeeper: return QStringLiteral("Warnung: Kader ohne Torwart");
+    case ProblemKind::CrestDefault: return QStringLiteral("Warnung: Wappen ohne Datei, das Standardwappen wird gezeigt");
+    case ProblemKind::PlayerWithoutCountry: return QStringLiteral("Warnung: Spieler ohne Land");
     }
     return {};
 }

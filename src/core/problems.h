@@ -10,7 +10,7 @@
 namespace zorbo {
 
 // What the game or the editor would stumble over, in the order the list
-// shows the groups. The last two are warnings: the world can still be
+// shows the groups. The last four are warnings: the world can still be
 // exported and read back.
 enum class ProblemKind {
     LongClubName,        // a club's name over 15 characters
@@ -26,10 +26,13 @@ enum class ProblemKind {
     PlayerInNoClub,
     SquadRowWithoutPlayer,
     PlayerInTwoClubs,
+    TeamWithoutName,     // a team row whose name is blank
     ClubWithoutCountry,
     CountryWithoutContinent,
     SquadSize,           // warning: a club's squad of other than 20
     NoGoalkeeper,        // warning: a squad without a goalkeeper
+    CrestDefault,        // warning: a crest number without its file, shown with the default crest
+    PlayerWithoutCountry, // warning: a player whose country is blank
 };
 
 bool iswarning(ProblemKind kind);

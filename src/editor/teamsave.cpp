@@ -2,6 +2,7 @@
 
 #include "core/fieldcheck.h"
 #include "core/generator.h"
+#include "core/teamrules.h"
 #include "platform/runner.h"
 
 namespace zorbo {
@@ -131,10 +132,8 @@ TeamForm newclubform(qint64 nummer, const QString &land)
 
 Result teamsave(Database &db, const TeamForm &form, bool isNew, const QString &oldName, int trikotsatz)
 {
-    // A team without a name would stand in the tree as an empty line, and a
-    // country without one would take its clubs' and players' country away.
-    if (form.name.trimmed().isEmpty())
-        return Result::failure(QStringLiteral("Das Feld »Teamname lang« ist leer; ein Land oder Verein braucht einen Namen."));
+    if (const Result row = checkteamrow(form.table, form.name, form.land); !row)
+        return row;
     qint64 grafik = 0, sitz = 0, steh = 0;
     for (const Result &check : {checkwholenumber(QStringLiteral("Grafiknummer:"), form.grafiknr, &grafik),
                                 checkwholenumber(QStringLiteral("Sitzplätze:"), form.sitz, &sitz),

@@ -45,8 +45,8 @@ TeamForm newclubform(qint64 nummer, const QString &land);
 // carries its new name into its NATION, spieler.NATION and vereine.NATION.
 // A kit whose drawing changed (every kit of a new team) takes its colours
 // from the colour table of the kit set. What the form leaves as it was stays
-// as stored. Refuses, writing nothing, when the long name is empty or a
-// number field holds no whole number.
+// as stored. Refuses, writing nothing, a row that breaks checkteamrow or a
+// number field that holds no whole number.
 Result teamsave(Database &db, const TeamForm &form, bool isNew, const QString &oldName, int trikotsatz);
 
 } // namespace zorbo

@@ -8,7 +8,7 @@ QList<NamedTeam> longclubnames(Database &db, const Progress &progress)
 {
     const qint64 total = db.scalar(QStringLiteral("SELECT count(*) FROM vereine WHERE length(NAME) > ?1"),
                                    longestClubName).toLongLong();
-    Statement st = db.prepare(QStringLiteral("SELECT NAME, NUMMER FROM vereine WHERE length(NAME) > ?1 ORDER BY NAME"));
+    Statement st = db.prepare(QStringLiteral("SELECT NAME, NUMMER FROM vereine WHERE length(NAME) > ?1 ORDER BY NAME COLLATE deutsch"));
     st.bind(1, longestClubName);
     QList<NamedTeam> found;
     while (st.step()) {
@@ -38,7 +38,9 @@ QString nameproposal(const QString &name, NameCut cut)
         if (i != n - 1)
             proposal += QLatin1Char(' ');
     }
-    return proposal;
+    // A blank behind the last word kept would stay in the club's name and
+    // count towards its length.
+    return proposal.trimmed();
 }
 
 Step renameclubstep(qint64 team, const QString &name)

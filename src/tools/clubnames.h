@@ -11,7 +11,7 @@ namespace zorbo {
 inline constexpr int longestClubName = 15;
 
 // The clubs (not the national teams) whose names are longer than the game
-// takes, by name.
+// takes, in German order of their names.
 QList<NamedTeam> longclubnames(Database &db, const Progress &progress = {});
 
 enum class NameCut {
@@ -21,8 +21,8 @@ enum class NameCut {
 };
 
 // A shorter name proposed for name: words are what lies between blanks, an
-// empty one included. A name of one or two words stays whole; a right cut
-// keeps the blank behind the word it ends at.
+// empty one included. A name of one or two words stays whole; what a cut
+// leaves is trimmed of blanks at either end.
 QString nameproposal(const QString &name, NameCut cut);
 
 // Renames a club of vereine; an empty name is refused. One transaction.

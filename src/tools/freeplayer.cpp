@@ -30,22 +30,18 @@ QString initial(const QString &vorname)
 void writefreeplayer(Database &db, qint64 nummer, const FreePlayer &player, Staerkegewinn &gain,
                      QHash<QString, QString> &countries, bool withNumber)
 {
-    // A free player without a country keeps the one of the row he takes,
-    // rather than bringing a country without a name into the world.
-    QVariant nation;
-    if (!player.land.trimmed().isEmpty()) {
-        auto country = countries.constFind(player.land);
-        if (country == countries.constEnd())
-            country = countries.insert(player.land, landneu(db, player.land));
-        nation = *country;
-    }
+    // A free player without a country stays without one: landneu makes no
+    // country of a blank name.
+    auto country = countries.constFind(player.land);
+    if (country == countries.constEnd())
+        country = countries.insert(player.land, landneu(db, player.land));
     const QString sql = QStringLiteral(
         "UPDATE spieler SET NAME = ?1, VORNAME = ?2, \"Stärke\" = ?3, \"Max_Stärke\" = ?4, "
-        "NATION = coalesce(?5, NATION), ART = ?6, \"REST_EINSÄTZE\" = ?7, GESICHT = ?8, HAUTFARBE = ?9, HAARFARBE = ?10, "
+        "NATION = ?5, ART = ?6, \"REST_EINSÄTZE\" = ?7, GESICHT = ?8, HAUTFARBE = ?9, HAARFARBE = ?10, "
         "ERLERNT = '', GESPERRT = ''%1 "
         "WHERE NUMMER = ?11");
     Statement st = db.prepare(sql.arg(withNumber ? QStringLiteral(", RUECKENNUMMER = ?12") : QString()));
-    st.bindAll(player.name, initial(player.vorname), player.staerke, gain.maximum(double(player.staerke)), nation,
+    st.bindAll(player.name, initial(player.vorname), player.staerke, gain.maximum(double(player.staerke)), *country,
                player.position, player.restspiele, player.gesicht, player.hautfarbe, player.haarfarbe, nummer);
     if (withNumber)
         st.bind(12, player.rueckennummer);

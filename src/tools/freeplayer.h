@@ -33,7 +33,7 @@ QString initial(const QString &vorname);
 // Writes a free player over the row of player nummer in spieler: the
 // columns a free player has, MAX_STÄRKE by the market's rule, the country
 // through landneu (countries looks up what was already settled this run;
-// a free player without one keeps the row's),
+// a free player without one leaves the row without one too),
 // no talents. With the squad number only when withNumber; height and
 // favourite position stay. Throws DbError.
 void writefreeplayer(Database &db, qint64 nummer, const FreePlayer &player, Staerkegewinn &gain,

@@ -61,21 +61,30 @@ QStringList namedpictures(const QString &folder)
 QList<PictureCandidate> picturecandidates(Database &db, const QString &file, QChar decimalSign)
 {
     const qsizetype underscore = file.indexOf(QLatin1Char('_'));
-    const QString columns = QStringLiteral("SELECT NUMMER, NAME, VORNAME, NATION, \"Stärke\" FROM spieler ");
-    Statement st = db.prepare(columns + (underscore >= 0 ? QStringLiteral("WHERE samename(NAME, ?1) AND samename(VORNAME, ?2) ORDER BY NUMMER")
-                                                         : QStringLiteral("WHERE samename(NAME, ?1) ORDER BY NUMMER")));
-    if (underscore >= 0) {
-        // Of the first name only its first letter counts; pieces behind a
-        // second underscore don't.
-        st.bindAll(file.left(underscore), file.mid(underscore + 1).left(1) + QLatin1Char('.'));
-    } else {
+    // A player's club, for telling apart players of one name: his first club
+    // of vereine, the market included, national teams not.
+    const QString columns = QStringLiteral(
+        "SELECT s.NUMMER, s.NAME, s.VORNAME, s.NATION, s.\"Stärke\", s.RUECKENNUMMER, "
+        "(SELECT c.NAME FROM kaderzeilen k JOIN vereine c ON c.NUMMER = k.verein WHERE k.spieler = s.NUMMER "
+        "ORDER BY c.NUMMER LIMIT 1) FROM spieler s ");
+    // Of the first name only its first letter counts, on either side: the
+    // world may hold "B." or "Björn"; pieces behind a second underscore don't.
+    Statement st = db.prepare(
+        columns + (underscore >= 0 ? QStringLiteral("WHERE samename(s.NAME, ?1) AND samename(substr(s.VORNAME, 1, 1), ?2) "
+                                                    "ORDER BY s.NUMMER")
+                                   : QStringLiteral("WHERE samename(s.NAME, ?1) ORDER BY s.NUMMER")));
+    if (underscore >= 0)
+        st.bindAll(file.left(underscore), file.mid(underscore + 1).left(1));
+    else
         st.bind(1, file.section(QLatin1Char('.'), 0, 0));
-    }
     QList<PictureCandidate> candidates;
     while (st.step()) {
         const QString stars = formatDecimal(double(st.integer(4)) / 2000.0, decimalSign);
-        candidates << PictureCandidate{st.integer(0), QStringLiteral("%1 %2 (%3; %4 Sterne)")
-                                                          .arg(st.text(1), st.text(2), st.text(3), stars)};
+        const QString club = st.isNull(6) ? QStringLiteral("ohne Verein") : st.text(6);
+        candidates << PictureCandidate{st.integer(0), QStringLiteral("%1 %2 (%3; %4 Sterne), %5, Nr. %6 [%7]")
+                                                          .arg(st.text(1), st.text(2), st.text(3), stars, club,
+                                                               st.text(5))
+                                                          .arg(st.integer(0))};
     }
     return candidates;
 }

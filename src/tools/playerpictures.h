@@ -14,7 +14,8 @@ namespace zorbo {
 // A player a picture may show.
 struct PictureCandidate {
     qint64 nummer = -1;
-    // "Name V. (Land; 3,5 Sterne)"
+    // "Name V. (Land; 3,5 Sterne), Verein, Nr. 7 [1234]": squad number and,
+    // in brackets, player number.
     QString line;
 };
 
@@ -24,7 +25,8 @@ struct PictureCandidate {
 QStringList namedpictures(const QString &folder);
 
 // The players a picture's name stands for: "Name_Vorname.jpg" the players
-// of that surname whose first name begins with Vorname's first letter,
+// of that surname whose stored first name ("B." or "Björn") begins with
+// Vorname's first letter,
 // "Name.jpg" all players of that surname; names compared as the game's
 // names are (case aside). decimalSign is the one of the candidate lines.
 QList<PictureCandidate> picturecandidates(Database &db, const QString &file, QChar decimalSign);

@@ -141,12 +141,13 @@ Result swapfree(Database &db, qint64 freeid, qint64 nummer, qint64 team, const Q
             return Result::failure(QStringLiteral("Spieler %1 steht nicht (mehr) im Verein %2; es wurde nichts getauscht.")
                                        .arg(nummer)
                                        .arg(team));
-        // The outgoing player keeps all that a4spieler can hold, his whole
-        // first name included; he takes the incoming player's exporter club.
+        // The outgoing player goes with the initial of his first name, as
+        // every row written to a4spieler from spieler does; he takes the
+        // incoming player's exporter club.
         Statement keep = db.prepare(QStringLiteral(
             "INSERT INTO a4spieler (name, vorname, land, verein, position, staerke, restspiele, rueckennummer, gesicht, "
             "hautfarbe, haarfarbe) VALUES (?1, ?2, ?3, ?4, ?5, ?6, ?7, ?8, ?9, ?10, ?11)"));
-        keep.bindAll(outgoing.value(0), outgoing.value(1), outgoing.value(2), free.verein, outgoing.value(3),
+        keep.bindAll(outgoing.value(0), initial(outgoing.text(1)), outgoing.value(2), free.verein, outgoing.value(3),
                      outgoing.value(4), outgoing.value(5), outgoing.value(6), outgoing.value(7), outgoing.value(8),
                      outgoing.value(9));
         const QString name = outgoing.text(1) + QLatin1Char(' ') + outgoing.text(0);

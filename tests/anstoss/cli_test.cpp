@@ -35,14 +35,18 @@ TEST(AnstossCli, LeagueAndClubIntoTheFreePlayers)
     ASSERT_EQ(runCli({"--dir", dir.path(), "init"}).exitCode, 0);
     const CliRun league = runCli({"--dir", dir.path(), "import-league", sample + "/deutschland.lan", "--free"});
     ASSERT_EQ(league.exitCode, 0) << league.err.toStdString();
-    // Ten clubs, the one stored at both places twice; the phantom line of each league told.
-    EXPECT_TRUE(league.out.contains("11 Vereine mit 261 Spielern")) << league.out.toStdString();
+    // Ten clubs, the one stored at both places twice: its second reading lands nothing.
+    // The phantom line of each league is told.
+    EXPECT_TRUE(league.out.contains("10 Vereine mit 238 Spielern in Freie Spieler importiert. 23 Spieler standen "
+                                    "schon in Freie Spieler und wurden als doppelt verworfen."))
+        << league.out.toStdString();
     EXPECT_EQ(league.out.count("Nicht gefunden:"), 2);
 
     const CliRun club = runCli({"--dir", dir.path(), "import-aet",
                                 sample + "/Deutschland/Regionalliga/SC_Moorbach.aet", "--free"});
     ASSERT_EQ(club.exitCode, 0) << club.err.toStdString();
-    EXPECT_TRUE(club.out.contains("Spieler in Freie Spieler importiert!"));
+    EXPECT_TRUE(club.out.contains("0 Spieler in Freie Spieler importiert! 23 Spieler standen schon"))
+        << club.out.toStdString();
 }
 
 TEST(AnstossCli, ClubWithSquadIsTheSameInEveryFreshProcessAndBadListsChangeNothing)
@@ -68,6 +72,12 @@ TEST(AnstossCli, ClubWithSquadIsTheSameInEveryFreshProcessAndBadListsChangeNothi
     CliRun r = runCli({"--dir", a.path(), "import-aet", file, "--club", club, "--squad", list.join(',')});
     EXPECT_NE(r.exitCode, 0);
     EXPECT_TRUE(r.err.contains("19 statt 20")) << r.err.toStdString();
+    // A club file without a country brings no country without a name.
+    const QString landless = a.file("ohneland.aet");
+    writeBytes(landless, readBytes(file).replace("land=Deutschland\r\n", "land=\r\n"));
+    r = runCli({"--dir", a.path(), "import-aet", landless, "--club", club, "--team"});
+    EXPECT_NE(r.exitCode, 0);
+    EXPECT_TRUE(r.err.contains("»Land« ist leer")) << r.err.toStdString();
     r = runCli({"--dir", a.path(), "import-aet", file, "--club", club, "--team", "--squad", list.join(',') + ",I0"});
     EXPECT_NE(r.exitCode, 0);
     EXPECT_TRUE(r.err.contains("zweimal")) << r.err.toStdString();

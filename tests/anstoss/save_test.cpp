@@ -117,6 +117,11 @@ TEST_F(Saving, PlayerSaveRefusals)
     expectRefused([&] { return saveimportplayers(db(), file, club, fromFile(0, 19) + fromFile(21, 1)); }, {"[Spieler22]", "Position", "fehlt"});
     db().run("DELETE FROM vereinspieler WHERE spieler = (SELECT max(spieler) FROM vereinspieler)");
     expectRefused([&] { return saveimportplayers(db(), file, club, fromFile(0, 20)); }, {"nur 19 Spieler"});
+    // A squad row naming no player takes an entry that lands nowhere; the message counts what landed.
+    db().run("INSERT INTO vereinspieler VALUES (?1, -5)", club);
+    const AnstossResult r = saveimportplayers(db(), file, club, fromFile(0, 20));
+    ASSERT_TRUE(r.ok()) << r.result.message.toStdString();
+    EXPECT_EQ(r.result.message, "19 Spieler gespeichert.");
 }
 
 TEST_F(Saving, TeamSaveWritesTheTickedGroupsAndTheExporterColours)
@@ -160,6 +165,13 @@ TEST_F(Saving, TeamSaveRefusals)
     t.stadium = false;
     t.team = true;
     expectRefused([&] { return saveimportteam(db(), file, 99, t, 0); }, {"99"});
+    // The file has neither name nor country: the rules of every team save hold, and no country without a name is made.
+    expectRefused([&] { return saveimportteam(db(), file, club, t, 0); }, {"»Teamname lang«"});
+    t.name = "Neu";
+    for (const QString &blank : {QString(), QStringLiteral("  ")}) {
+        t.land = blank;
+        expectRefused([&] { return saveimportteam(db(), file, club, t, 0); }, {"»Land«"});
+    }
 }
 
 TEST_F(Saving, FreePlayersAndLeagueRunsAllOrNothing)
@@ -170,14 +182,20 @@ TEST_F(Saving, FreePlayersAndLeagueRunsAllOrNothing)
     ASSERT_TRUE(r.ok());
     EXPECT_EQ(db().scalar("SELECT count(*) FROM a4spieler").toInt(), 23);
     EXPECT_EQ(db().scalar("SELECT verein FROM a4spieler LIMIT 1").toString(), "Eins");
-    // The same file again only brings duplicates, which a4deleteid removes.
-    ASSERT_TRUE(runfreeplayers(db(), path, {0, 1}).ok());
+    EXPECT_EQ(r.result.message, "23 Spieler in Freie Spieler importiert!");
+    // The same file again only brings duplicates, which a4deleteid removes;
+    // the message counts what stays.
+    r = runfreeplayers(db(), path, {0, 1});
+    ASSERT_TRUE(r.ok());
     EXPECT_EQ(db().scalar("SELECT count(*) FROM a4spieler").toInt(), 23);
+    EXPECT_EQ(r.players, 0);
+    EXPECT_EQ(r.result.message, "0 Spieler in Freie Spieler importiert! 2 Spieler standen schon in Freie Spieler "
+                                "und wurden als doppelt verworfen.");
 
     players[3].position = "9";
     writeaet(files, "Land/Liga/Zwei.aet", aettext("Name=Zwei\r\n", squadof({2, 7, 7, 7})));
     writeaet(files, "Land/Liga/Drei.aet", aettext("Name=Drei\r\n", players));
-    const QString lan = writeaet(files, "l.lan", "[K]\r\nLand=Land\r\n[Liga]\r\n1=Zwei\r\n2=Drei\r\n");
+    const QString lan = writeaet(files, "l.lan", "[K]\r\nLand=Land\r\n[Liga]\r\n1=Zwei\r\n2=Drei\r\n3=Eins\r\n");
     expectRefused([&] { return importleague(db(), lan); }, {"Drei.aet", "[Spieler4]"});
     writeaet(files, "Land/Liga/Drei.aet", aettext("Name=Drei\r\n", squadof({2, 7, 7, 7})));
     int calls = 0;
@@ -185,7 +203,9 @@ TEST_F(Saving, FreePlayersAndLeagueRunsAllOrNothing)
                   {"Abgebrochen"});
     r = importleague(db(), lan);
     ASSERT_TRUE(r.ok());
-    EXPECT_EQ(r.clubs, 2);
+    EXPECT_EQ(r.clubs, 2) << "Eins brought only duplicates";
     EXPECT_EQ(r.players, 46);
+    EXPECT_EQ(r.result.message, "2 Vereine mit 46 Spielern in Freie Spieler importiert. 23 Spieler standen schon in "
+                                "Freie Spieler und wurden als doppelt verworfen.");
     EXPECT_EQ(db().scalar("SELECT count(*) FROM a4spieler").toInt(), 69);
 }

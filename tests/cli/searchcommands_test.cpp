@@ -38,6 +38,27 @@ TEST(CliCheck, ExitsOneOnProblemsOnlyNotOnWarnings)
     EXPECT_TRUE(failed.out.endsWith("1 Problem, 1 Warnung.\n"));
 }
 
+TEST(CliCheck, AWorldTheProgramMakesChecksCleanAndADefaultCrestIsAWarning)
+{
+    TempFolder dir;
+    ASSERT_EQ(runCli({"--dir", dir.path(), "init"}).exitCode, 0);
+    ASSERT_EQ(runCli({"--dir", dir.path(), "template"}).exitCode, 0);
+    const CliRun made = runCli({"--dir", dir.path(), "check"});
+    EXPECT_EQ(made.exitCode, 0) << made.err.toStdString();
+    EXPECT_EQ(made.out, "Keine Probleme gefunden.\n") << made.out.left(2000).toStdString();
+
+    // A crest without its file shows as the default crest: a warning (the
+    // problem check's own test has the error without default.tga).
+    Database(dir.file("zorbo.mdb")).run("UPDATE vereine SET GRAFIK_NR = 500 WHERE NUMMER = (SELECT min(NUMMER) FROM vereine WHERE NUMMER > 0)");
+    const CliRun warned = runCli({"--dir", dir.path(), "check"});
+    EXPECT_EQ(warned.exitCode, 0) << warned.err.toStdString();
+    EXPECT_TRUE(warned.out.startsWith("Warnung: Wappen ohne Datei, das Standardwappen wird gezeigt:\n  Team "))
+        << warned.out.left(500).toStdString();
+    EXPECT_TRUE(warned.out.endsWith("zum Wappen 500 fehlt die Datei vereins_wappen_500.tga, es wird default.tga "
+                                    "gezeigt\n0 Probleme, 1 Warnung.\n"))
+        << warned.out.toStdString();
+}
+
 TEST(CliFind, PrintsTheHitsGroupedAndExitsOneOnNone)
 {
     TempFolder dir;

@@ -55,6 +55,12 @@ TEST(NameComparison, LandneuFindsTheContinentOfAnyCase)
     EXPECT_FALSE(created);
     landneu(w.db(), "Ägyptenland", &created);
     EXPECT_TRUE(created) << "a longer name is another country";
+    // A blank name makes no country; whoever has it keeps an empty one.
+    for (const QString &blank : {QString(), QStringLiteral(""), QStringLiteral("  ")}) {
+        const QString kept = landneu(w.db(), blank, &created);
+        EXPECT_FALSE(created);
+        EXPECT_TRUE(kept.isEmpty() && !kept.isNull());
+    }
     EXPECT_EQ(w.db().scalar("SELECT count(*) FROM vereine_national").toInt(), 4);
 }
 

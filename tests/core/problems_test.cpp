@@ -74,6 +74,22 @@ TEST(Problems, EachKindIsFoundWhereItLies)
     EXPECT_EQ(lines.last(), "15 Probleme, 2 Warnungen.");
 }
 
+TEST(Problems, TeamsWithoutNameAndPlayersWithoutCountryAreListed)
+{
+    NewWorld w;
+    const Settings settings = makecleanworld(w.db(), w.dir.path());
+    w.db().run("UPDATE vereine_national SET NAME = '' WHERE NUMMER = 1");
+    w.db().run("UPDATE vereine SET NAME = ' ', NATION = '' WHERE NUMMER = 10");
+    w.db().run("UPDATE spieler SET NATION = NULL WHERE NUMMER = 101");
+    w.db().run("UPDATE spieler SET NATION = '' WHERE NUMMER = 102");
+    const QStringList lines = problemlines(checkproblems(w.db(), settings));
+    EXPECT_EQ(lines, (QStringList{"Teams ohne Namen:", "  Team 1, Feld NAME: Das Land hat keinen Namen",
+                                  "  Team 10, Feld NAME: Der Verein hat keinen Namen",
+                                  "Vereine ohne Land:", "  Team 10, Feld NATION: Verein „ “ hat kein Land",
+                                  "Warnung: Spieler ohne Land:", "  Spieler 101, Feld NATION: Spieler „T. Müller“ hat kein Land",
+                                  "  Spieler 102, Feld NATION: Spieler „T. Müller“ hat kein Land", "3 Probleme, 2 Warnungen."}));
+}
+
 TEST(Problems, OnlyTheMarketsThreeValuesMakeAShortRecord)
 {
     NewWorld w;

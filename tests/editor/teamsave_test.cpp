@@ -164,7 +164,7 @@ TEST_F(TeamSave, NewCountryAndClubGoOutAsWholeRecordsThatReadBack)
     EXPECT_EQ(fresh->scalar("SELECT NATION FROM vereine WHERE NUMMER = 32").toString(), "Land31");
 }
 
-TEST_F(TeamSave, AnEmptyLongNameIsRefusedAndNothingWritten)
+TEST_F(TeamSave, AnEmptyLongNameOrClubCountryIsRefusedAndNothingWritten)
 {
     TeamForm club = newclubform(33, "Österreich");
     for (const QString &empty : {QString(), QStringLiteral("   ")}) {
@@ -173,6 +173,10 @@ TEST_F(TeamSave, AnEmptyLongNameIsRefusedAndNothingWritten)
         ASSERT_FALSE(saved);
         EXPECT_TRUE(saved.message.contains("Teamname lang")) << saved.message.toStdString();
     }
+    club = newclubform(33, QStringLiteral(" "));
+    const Result saved = teamsave(db(), club, true, "Team33", 0);
+    ASSERT_FALSE(saved);
+    EXPECT_TRUE(saved.message.contains("»Land«")) << saved.message.toStdString();
     EXPECT_TRUE(db().scalar("SELECT NUMMER FROM vereine WHERE NUMMER = 33").isNull());
     EXPECT_EQ(db().scalar("SELECT count(*) FROM spieler").toInt(), 2);
 }

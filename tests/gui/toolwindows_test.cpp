@@ -164,7 +164,7 @@ TEST_F(ToolWindows, LongClubNamesAreCutByWordsAndSaved)
         ASSERT_EQ(clubs->count(), 1);
         child<QRadioButton>(*d, "optname(2)")->click();
         click(clubs, 0);
-        EXPECT_EQ(name->text(), "FC Bayern München ");
+        EXPECT_EQ(name->text(), "FC Bayern München");
         screenshot(d, d->objectName() + ".png");
         name->clear();
         EXPECT_FALSE(save->isEnabled());

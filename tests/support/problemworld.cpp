@@ -70,9 +70,9 @@ void addeveryproblem(Database &db)
     db.run("UPDATE spieler SET GESICHT = ?1 WHERE NUMMER = 103", faceweights[Haare]); // hair picture 2
     db.run("UPDATE spieler SET ERLERNT = '3,53' WHERE NUMMER = 104");
     db.run("UPDATE vereine_national SET GRAFIK_NR = 7, STADT = NULL WHERE NUMMER = 1");
-    db.run("INSERT INTO spieler (NUMMER, NAME, VORNAME, GESICHT) VALUES (3000000000, 'Groß', 'G.', 0)");
+    db.run("INSERT INTO spieler (NUMMER, NAME, VORNAME, NATION, GESICHT) VALUES (3000000000, 'Groß', 'G.', 'Deutschland', 0)");
     db.run("INSERT INTO vereinspieler VALUES (0, 3000000000)");
-    db.run("INSERT INTO spieler (NUMMER, NAME, VORNAME, GESICHT) VALUES (200, 'Allein', 'A.', 0)");
+    db.run("INSERT INTO spieler (NUMMER, NAME, VORNAME, NATION, GESICHT) VALUES (200, 'Allein', 'A.', 'Deutschland', 0)");
     db.run("INSERT INTO vereinspieler VALUES (0, 999)");
     db.run("INSERT INTO vereinspieler VALUES (0, 105)");
     db.run("INSERT INTO vereine SELECT 20, 'SV Nirgendwo', KURZNAME, GRAFIK_NR, STAERKE, STARTPLATZ, SPIELER, "
@@ -80,7 +80,7 @@ void addeveryproblem(Database &db)
            "F_AUSW_TRIKOT_SPIELER, F_ALTERN_TRIKOT_SPIELER, F_TRIKOT_SPIELER, F_AUSW_HOSE_SPIELER, "
            "F_ALTERN_HOSE_SPIELER, F_TRIKOT_WERBUNG, F_HOSE_STREIFEN, F_TRIKOT_TORWART, F_HOSE_TORWART, "
            "F_TRIKOT_TRAINER, F_HOSE_TRAINER FROM vereine WHERE NUMMER = 10");
-    db.run("INSERT INTO spieler (NUMMER, NAME, VORNAME, ART, GESICHT) VALUES (300, 'Fern', 'F.', 1, 0)");
+    db.run("INSERT INTO spieler (NUMMER, NAME, VORNAME, NATION, ART, GESICHT) VALUES (300, 'Fern', 'F.', 'Deutschland', 1, 0)");
     db.run("INSERT INTO vereinspieler VALUES (20, 300)");
     db.run("INSERT INTO vereine_national SELECT 2, 'Schweiz', KURZNAME, GRAFIK_NR, STAERKE, STARTPLATZ, SPIELER, "
            "STADION_NAME, 'Bern', KLIMA, 'Schweiz', 'Europa', STADION_SITZPL, STADION_STEHPL, TRIKOT_ART, "

@@ -62,7 +62,7 @@ TEST(MarketFill, FewFreePlayersRewriteTheLowestSlotsAndOnlyTheirColumns)
     // A country the world lacks is added; the fractional maximum of 2500.
     EXPECT_EQ(w.count("SELECT count(*) FROM vereine_national WHERE NAME = 'Utopia'"), 1);
     EXPECT_EQ(w.count("SELECT count(*) FROM vereine_national WHERE NAME = ''"), 0);
-    EXPECT_EQ(w.db().scalar("SELECT NATION FROM spieler WHERE NAME = 'Frei28'").toString(), marketName);
+    EXPECT_EQ(w.db().scalar("SELECT NATION FROM spieler WHERE NAME = 'Frei28'"), QVariant(QString(""))) << "no country, none made";
     const qint64 max = w.count("SELECT \"Max_Stärke\" FROM spieler WHERE NAME = 'Neuland'");
     EXPECT_TRUE(max == 2500 || max == 4500 || max == 6500) << max;
     // The free players stay for the next run.
@@ -170,7 +170,7 @@ TEST(Swap, FreePlayerTakesTheRowAndTheOutgoingPlayerKeepsAllThePoolHolds)
                       "FROM a4spieler WHERE id > ?1 AND name = 'Weg'",
                       a)
                   .toString(),
-              "Weg|Jürgen|Deutschland|FC Export|3|7000|33|5|12345|1|2");
+              "Weg|J.|Deutschland|FC Export|3|7000|33|5|12345|1|2");
     EXPECT_EQ(w.value("SELECT count(*) FROM a4spieler WHERE id = ?1", a).toInt(), 0);
     EXPECT_EQ(w.count("SELECT count(*) FROM a4spieler WHERE name = 'Doppelt'"), 1) << "duplicates cleared after the swap";
     // Gone by now: the window's old lists are refused.
@@ -178,6 +178,6 @@ TEST(Swap, FreePlayerTakesTheRowAndTheOutgoingPlayerKeepsAllThePoolHolds)
     // The lists: the outgoing player stands under the exporter club, by position.
     const QList<SwapEntry> pool = freeplayers(w.db(), "FC Export");
     ASSERT_EQ(pool.size(), 2);
-    EXPECT_EQ(pool[1].text + "/" + QString::number(pool[1].art), "Jürgen Weg/3");
+    EXPECT_EQ(pool[1].text + "/" + QString::number(pool[1].art), "J. Weg/3");
     EXPECT_EQ(freeclubs(w.db()), QStringList{"FC Export"});
 }

@@ -45,7 +45,7 @@ TEST(PlayerPictures, NameFormsFindTheirPlayersAndDigitsAreLeftAlone)
     const QList<PictureCandidate> thomas = picturecandidates(w.db(), "müller_thomas_extra.jpg", QLatin1Char(','));
     ASSERT_EQ(thomas.size(), 1);
     EXPECT_EQ(thomas[0].nummer, 500);
-    EXPECT_EQ(thomas[0].line, "Müller T. (Deutschland; 3,5 Sterne)");
+    EXPECT_EQ(thomas[0].line, "Müller T. (Deutschland; 3,5 Sterne), FC Bild, Nr. 1 [500]");
     EXPECT_EQ(picturecandidates(w.db(), "Müller.jpg", QLatin1Char('.')).size(), 2) << "the surname alone finds all";
 
     const PictureRun run = assignpictures(w.db(), w.folder, QLatin1Char(','));
@@ -54,6 +54,25 @@ TEST(PlayerPictures, NameFormsFindTheirPlayersAndDigitsAreLeftAlone)
     EXPECT_EQ(run.unmatched, QStringList{"Zorro.jpg"});
     EXPECT_EQ(w.files(), (QStringList{"123.jpg", "500.jpg", "502.jpg", "503.jpg", "Zorro.jpg", "notiz.txt"}));
     EXPECT_EQ(readBytes(w.folder + "/123.jpg"), "fertig");
+}
+
+TEST(PlayerPictures, AStoredWholeFirstNameIsMatchedByItsFirstLetter)
+{
+    PictureWorld w;
+    w.club(20, "SV Anders");
+    w.player(510, 20, "Fuß", "Björn", 9);
+    w.player(511, 10, "Fuß", "B.", 4);
+    w.player(512, 10, "Fuß", "Karl", 5);
+    w.db().run("INSERT INTO spieler (NUMMER, NAME, VORNAME, NATION, \"Stärke\", RUECKENNUMMER) "
+               "VALUES (513, 'Fuß', 'bernd', 'Utopia', 2000, 3)");
+    const QList<PictureCandidate> found = picturecandidates(w.db(), "Fuß_Björn.jpg", QLatin1Char(','));
+    QStringList lines;
+    for (const PictureCandidate &c : found)
+        lines << c.line;
+    EXPECT_EQ(lines, (QStringList{"Fuß Björn (Deutschland; 2 Sterne), SV Anders, Nr. 9 [510]",
+                                  "Fuß B. (Deutschland; 2 Sterne), FC Bild, Nr. 4 [511]",
+                                  "Fuß bernd (Utopia; 1 Sterne), ohne Verein, Nr. 3 [513]"}));
+    EXPECT_EQ(picturecandidates(w.db(), "Fuß_Karl.jpg", QLatin1Char(',')).size(), 1);
 }
 
 TEST(PlayerPictures, SeveralCandidatesWaitForAChoiceAndAReplacedPictureIsKept)
