@@ -36,6 +36,8 @@ SquadNumberWindow::SquadNumberWindow(Shell &shell, QWidget *parent) : QDialog(pa
     m_update->setDefault(true);
     auto *cancel = new QPushButton(QStringLiteral("Abbrechen"), this);
     cancel->setObjectName(QStringLiteral("btnabbrechen"));
+    // The keyboard lands here after a save; Enter must not close the window.
+    cancel->setAutoDefault(false);
 
     auto *grid = new QGridLayout(this);
     grid->addWidget(m_start, 0, 0, 1, 3);
