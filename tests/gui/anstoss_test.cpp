@@ -208,9 +208,12 @@ TEST(AnstossPictures, TheSixPicturesOfIltrikotAreDelivered)
 
 TEST_F(AnstossWindows, TheTargetDialogFitsTheClubsAndTheWorkbenchListsShowTheStrengthWhole)
 {
-    // Shown once with the short names, the dialog follows a longer list.
+    // Shown once on a world without clubs, the dialog follows the clubs that come.
+    window->db()->exec("CREATE TABLE kept AS SELECT * FROM vereine WHERE NUMMER > 0; DELETE FROM vereine WHERE NUMMER > 0");
+    window->editor()->reloadtree();
     whenModal([](QDialog *d) { child<QPushButton>(*d, "btnabbrechen")->click(); }, "frma4open");
     window->action("mnuimportitem(2)")->trigger();
+    window->db()->exec("INSERT INTO vereine SELECT * FROM kept; DROP TABLE kept");
     window->db()->run("INSERT INTO vereine (NUMMER, NAME, NATION) VALUES (24, 'Borussia Mönchengladbach Amateure', "
                       "'Deutschland')");
     window->editor()->reloadtree();
