@@ -13,7 +13,8 @@ namespace zorbo {
 
 namespace {
 
-int cancelDelay = 800;
+// A run that goes on past half a second offers "Abbrechen".
+int cancelDelay = 500;
 
 } // namespace
 
@@ -31,6 +32,7 @@ Busy::Busy(QWidget *window, QLabel *status, QProgressBar *bar, const QString &te
     setText(text);
     m_bar->setRange(0, 100);
     m_bar->setValue(0);
+    m_bar->show();
     m_clock.start();
     QApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
 }
@@ -47,6 +49,8 @@ Busy::~Busy()
     } else {
         m_status->clear();
         m_bar->setValue(100);
+        // The bar is there only while a run goes.
+        m_bar->hide();
         m_window->setEnabled(true);
         // The keyboard goes on where it was, so that an arrow key after a
         // run still moves in the tree or the grid.

@@ -21,8 +21,9 @@ HistoryPanel::HistoryPanel(Shell &shell, QWidget *parent) : QDockWidget(QStringL
     m_list->setObjectName(QStringLiteral("lstverlauf"));
     m_list->setSelectionMode(QAbstractItemView::SingleSelection);
     m_list->setUniformItemSizes(true);
-    // Room for the date and a step's text such as "Verein „…“ gespeichert".
-    m_list->setMinimumWidth(m_list->fontMetrics().horizontalAdvance(QLatin1Char('x')) * 48);
+    // Room for the date and the start of a step's text; not more, so that
+    // both side panels fit beside the forms of a 1400 pixel wide window.
+    m_list->setMinimumWidth(m_list->fontMetrics().horizontalAdvance(QLatin1Char('x')) * 32);
     setWidget(m_list);
     // A click, or Enter on a line reached by the arrow keys; moving through
     // the lines alone goes nowhere.

@@ -89,6 +89,7 @@ void MainWindow::buildstatusbar()
     m_programLabel->setObjectName(QStringLiteral("stbstatus(3)"));
     bar->addWidget(m_status, 1);
     bar->addWidget(m_progress, 1);
+    m_progress->hide(); // shown by the runs
     bar->addWidget(m_programLabel, 1);
     setStatusBar(bar);
 }

@@ -22,6 +22,8 @@ ProblemsPanel::ProblemsPanel(Shell &shell, QWidget *parent) : QDockWidget(QStrin
     m_list->setObjectName(QStringLiteral("lstvprobleme"));
     m_list->setHeaderHidden(true);
     m_list->setRootIsDecorated(true);
+    // As wide as the history beside it: the heading and the start of each line.
+    m_list->setMinimumWidth(m_list->fontMetrics().horizontalAdvance(QLatin1Char('x')) * 32);
     setWidget(m_list);
     connect(m_list, &QTreeWidget::itemClicked, this, [this](QTreeWidgetItem *item) { open(item); });
     connect(m_list, &QTreeWidget::itemActivated, this, [this](QTreeWidgetItem *item) { open(item); });
@@ -43,7 +45,12 @@ void ProblemsPanel::refresh()
 {
     m_stale = false;
     const Settings &settings = m_shell.settings();
-    m_report = m_shell.run([&](Database &db) { return checkproblems(db, settings); });
+    {
+        // A large world takes a while; the run can be stopped.
+        const auto busy = m_shell.busy(QStringLiteral("Prüfe die Welt..."));
+        const Progress progress = busy->progress();
+        m_report = m_shell.run([&](Database &db) { return checkproblems(db, settings, progress); });
+    }
     m_list->clear();
     if (!m_report.result.ok || m_report.problems.isEmpty()) {
         m_list->addTopLevelItem(new QTreeWidgetItem(QStringList{m_report.result.message}));
@@ -86,7 +93,9 @@ ProblemsPanel *installproblems(Shell &shell)
     auto *window = qobject_cast<QMainWindow *>(shell.window());
     auto *panel = new ProblemsPanel(shell, window);
     if (window)
-        window->addDockWidget(Qt::BottomDockWidgetArea, panel);
+        // Beside the forms, with the history: below them it would leave the
+        // player grid only a few rows.
+        window->addDockWidget(Qt::RightDockWidgetArea, panel);
     panel->hide();
     shell.handle(QStringLiteral("mnutoolitem(8)"), [panel] {
         panel->show();

@@ -25,6 +25,9 @@ constexpr FolderKey folderKeys[10] = {
 };
 
 const QString ordner = QStringLiteral("ordner");
+const QString zuletzt = QStringLiteral("zuletzt");
+// Keys of section "zuletzt" in the order of FileKind.
+constexpr const char *lastKeys[3] = {"spieldateien", "teamdateien", "exporterdateien"};
 const QString trikot = QStringLiteral("trikot");
 const QString satz = QStringLiteral("satz");
 
@@ -50,6 +53,8 @@ Settings readSettings(const QString &programFolder)
     const long long points = roundHalfEven(valtext(readinistring(QStringLiteral("sicherungen"), QStringLiteral("punkte"), file,
                                                                  QStringLiteral("10"))));
     s.restorepoints = int(std::clamp(points, 1LL, 1000LL));
+    for (size_t k = 0; k < s.lastfolders.size(); ++k)
+        s.lastfolders[k] = readinistring(zuletzt, QLatin1String(lastKeys[k]), file, QString());
     return s;
 }
 
@@ -126,6 +131,16 @@ Settings loadsettings(const QString &programFolder, QString *message, const Regi
 bool writetrikotsatz(const Settings &settings)
 {
     return writeini(trikot, satz, QString::number(settings.trikotsatz), settings.file());
+}
+
+bool writelastfolder(Settings &settings, FileKind kind, const QString &file)
+{
+    const QString folder = QFileInfo(file).absolutePath();
+    QString &last = settings.lastfolders[size_t(kind)];
+    if (folder == last)
+        return true;
+    last = folder;
+    return !haslinebreak(folder) && writeini(zuletzt, QLatin1String(lastKeys[int(kind)]), folder, settings.file());
 }
 
 } // namespace zorbo

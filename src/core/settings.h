@@ -22,6 +22,11 @@ enum Folder {
     ZorbospielerFolder = 9,
 };
 
+// The kinds of files whose dialogs remember the folder last used: the
+// game's own files (config files, crest archives), team files and the
+// exporter's files.
+enum class FileKind { Game = 0, Team = 1, Exporter = 2 };
+
 // The settings file's ten folders and the kit set. Each folder ends in '/'
 // and is absolute: an empty value stands for its default, a relative one
 // lies below the program folder.
@@ -31,6 +36,9 @@ struct Settings {
     int trikotsatz = 0;
     // How many restore points are kept ("punkte" in section "sicherungen").
     int restorepoints = 10;
+    // The folder of the last file chosen, per FileKind (section "zuletzt");
+    // empty until one was chosen.
+    std::array<QString, 3> lastfolders;
 
     QString file() const { return programFolder + QStringLiteral("/zorboeditor.ini"); }
     QString dbpfad() const { return programFolder + QStringLiteral("/zorbo.mdb"); }
@@ -50,6 +58,10 @@ Settings loadsettings(const QString &programFolder, QString *message = nullptr,
 
 // Writes the kit set into the settings file ("satz" in section "trikot").
 bool writetrikotsatz(const Settings &settings);
+
+// Remembers the folder of a file the user chose, in settings and in the
+// settings file; false when the file can't be written.
+bool writelastfolder(Settings &settings, FileKind kind, const QString &file);
 
 // The game's registry key and value.
 inline constexpr const char *gameRegistryKey = "Software\\Quenda\\Zorbo Manager\\a_value";

@@ -55,21 +55,41 @@ qint64 FacePictures::checkgesicht(qint64 code) const
     return encodeface(f);
 }
 
+namespace {
+
+// Every player whose face code checkgesicht changes, with the new code.
+QList<std::pair<qint64, qint64>> facerepairs(Database &db, const FacePictures &pictures, const Progress &progress)
+{
+    QList<std::pair<qint64, qint64>> repairs;
+    const qint64 total = db.scalar(QStringLiteral("SELECT COUNT(*) FROM spieler")).toLongLong();
+    Statement st = db.prepare(QStringLiteral("SELECT gesicht, nummer FROM spieler ORDER BY nummer ASC"));
+    qint64 done = 0;
+    while (st.step()) {
+        const qint64 code = st.integer(0), repaired = pictures.checkgesicht(code);
+        if (repaired != code)
+            repairs.append({st.integer(1), repaired});
+        if (++done % 500 == 0 || done == total)
+            report(progress, done, total);
+    }
+    return repairs;
+}
+
+} // namespace
+
+FaceCheck countgesichter(Database &db, const FacePictures &pictures, const Progress &progress)
+{
+    return runguarded(QStringLiteral("Die Gesichter lassen sich nicht prüfen"), [&] {
+        FaceCheck check;
+        check.corrected = int(facerepairs(db, pictures, progress).size());
+        return check;
+    });
+}
+
 FaceCheck checkallgesichter(Database &db, const FacePictures &pictures, const Progress &progress)
 {
     return runtransaction(db, QStringLiteral("Die Gesichter lassen sich nicht prüfen"), [&] {
         FaceCheck check;
-        QList<std::pair<qint64, qint64>> repairs;
-        const qint64 total = db.scalar(QStringLiteral("SELECT COUNT(*) FROM spieler")).toLongLong();
-        Statement st = db.prepare(QStringLiteral("SELECT gesicht, nummer FROM spieler ORDER BY nummer ASC"));
-        qint64 done = 0;
-        while (st.step()) {
-            const qint64 code = st.integer(0), repaired = pictures.checkgesicht(code);
-            if (repaired != code)
-                repairs.append({st.integer(1), repaired});
-            if (++done % 500 == 0 || done == total)
-                report(progress, done, total);
-        }
+        const QList<std::pair<qint64, qint64>> repairs = facerepairs(db, pictures, progress);
         Statement update = db.prepare(QStringLiteral("UPDATE spieler SET gesicht = ?2 WHERE nummer = ?1"));
         for (const auto &[nummer, code] : repairs) {
             update.bindAll(nummer, code);

@@ -40,6 +40,8 @@ struct FaceCheck {
     int corrected = 0;
 };
 
+// How many face codes checkallgesichter would repair; writes nothing.
+FaceCheck countgesichter(Database &db, const FacePictures &pictures, const Progress &progress = {});
 // checkallgesichter without its window: repairs every player's face code.
 FaceCheck checkallgesichter(Database &db, const FacePictures &pictures, const Progress &progress = {});
 

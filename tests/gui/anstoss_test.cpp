@@ -16,6 +16,7 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QDragEnterEvent>
+#include <QHeaderView>
 #include <QMimeData>
 #include <QPushButton>
 #include <QRadioButton>
@@ -203,4 +204,44 @@ TEST(AnstossPictures, TheSixPicturesOfIltrikotAreDelivered)
 {
     for (int image = 1; image <= 6; ++image)
         EXPECT_EQ(a4picture(image).size(), image <= 4 ? QSize(16, 16) : QSize(32, 32)) << image;
+}
+
+TEST_F(AnstossWindows, TheTargetDialogFitsTheClubsAndTheWorkbenchListsShowTheStrengthWhole)
+{
+    // Shown once on a world without clubs, the dialog follows the clubs that come.
+    window->db()->exec("CREATE TABLE kept AS SELECT * FROM vereine WHERE NUMMER > 0; DELETE FROM vereine WHERE NUMMER > 0");
+    window->editor()->reloadtree();
+    whenModal([](QDialog *d) { child<QPushButton>(*d, "btnabbrechen")->click(); }, "frma4open");
+    window->action("mnuimportitem(2)")->trigger();
+    window->db()->exec("INSERT INTO vereine SELECT * FROM kept; DROP TABLE kept");
+    window->db()->run("INSERT INTO vereine (NUMMER, NAME, NATION) VALUES (24, 'Borussia Mönchengladbach Amateure', "
+                      "'Deutschland')");
+    window->editor()->reloadtree();
+    bool worked = false;
+    whenModal([&](QDialog *d) {
+        child<QRadioButton>(*d, "optnew(1)")->click();
+        auto *clubs = child<QComboBox>(*d, "cboverein");
+        const QString longest = "Borussia Mönchengladbach Amateure (Deutschland)";
+        EXPECT_GE(clubs->width(), clubs->fontMetrics().horizontalAdvance(longest)) << clubs->width();
+        clubs->setCurrentIndex(clubs->findText("FC Fern (Schweiz)"));
+        whenModal([&](QDialog *w) {
+            child<QTabWidget>(*w, "tabedit")->setCurrentIndex(1);
+            auto *imp = child<QTreeWidget>(*w, "lstvimport");
+            auto *neu = child<QTreeWidget>(*w, "lstveditornew");
+            imp->setFocus();
+            QTest::keyClick(imp, Qt::Key_A, Qt::ControlModifier);
+            QTest::keyClick(imp, Qt::Key_C, Qt::ControlModifier);
+            for (QTreeWidget *list : {imp, neu}) {
+                const QHeaderView *h = list->header();
+                ASSERT_GT(list->topLevelItemCount(), 0);
+                EXPECT_GE(h->sectionSize(2), static_cast<QAbstractItemView *>(list)->sizeHintForColumn(2)) << list->objectName().toStdString();
+                EXPECT_LE(h->sectionViewportPosition(2) + h->sectionSize(2), list->viewport()->width())
+                    << list->objectName().toStdString();
+            }
+            worked = true;
+        }, "frma4import");
+        child<QPushButton>(*d, "btnok")->click();
+    }, "frma4open");
+    window->action("mnuimportitem(2)")->trigger();
+    EXPECT_TRUE(worked);
 }

@@ -19,6 +19,7 @@ TEST(Busy, FailingRunsLeaveTheWindowUsableAndInnerRunsGiveBackTheOuterState)
         EXPECT_FALSE(window.isEnabled());
         EXPECT_EQ(status.text(), "Importiere Vereine...");
         EXPECT_EQ(QApplication::overrideCursor()->shape(), Qt::WaitCursor);
+        EXPECT_FALSE(bar.isHidden()) << "the bar shows while a run goes";
         outer.progress()(2, 5);
         {
             Busy inner(&window, &status, &bar, QStringLiteral("Lade Spielerliste..."));
@@ -34,6 +35,7 @@ TEST(Busy, FailingRunsLeaveTheWindowUsableAndInnerRunsGiveBackTheOuterState)
     EXPECT_TRUE(window.isEnabled());
     EXPECT_TRUE(status.text().isEmpty());
     EXPECT_EQ(bar.value(), 100);
+    EXPECT_TRUE(bar.isHidden());
     EXPECT_EQ(QApplication::overrideCursor(), nullptr);
 }
 
@@ -42,8 +44,9 @@ TEST(Busy, TheKeyboardStaysWhereItWas)
     QWidget window;
     auto *field = new QLabel(&window);
     field->setFocusPolicy(Qt::StrongFocus);
-    QLabel status;
-    QProgressBar bar;
+    // The status bar's parts sit in the window, as in the main window.
+    auto &status = *new QLabel(&window);
+    auto &bar = *new QProgressBar(&window);
     window.show();
     QApplication::setActiveWindow(&window);
     field->setFocus();

@@ -124,16 +124,23 @@ TEST(FaceDialogAlone, ResetAndColourChangeFollowTheFilesOfTheColour)
     EXPECT_EQ(d.code(), encodeface({1, {0, 0, 8, 0, 0}}));
 }
 
-TEST_F(FaceWindow, CheckallgesichterReportsTheCount)
+TEST_F(FaceWindow, CheckallgesichterTellsTheCountAndAsksBeforeWriting)
 {
     // Which codes are repaired, and how, is the editor library's test.
-
-    window->db()->run("UPDATE spieler SET GESICHT = ?2 WHERE NUMMER IN (?1, ?1 + 3)", first,
-                      encodeface({0, {40, 3, 4, 5, 6}}));
+    const qint64 broken = encodeface({0, {40, 3, 4, 5, 6}});
+    window->db()->run("UPDATE spieler SET GESICHT = ?2 WHERE NUMMER IN (?1, ?1 + 3)", first, broken);
     window->db()->run("UPDATE spieler SET GESICHT = ?2 WHERE NUMMER = ?1 + 4", first, encodeface({1, {0, 0, 0, 7, 0}}));
+    const auto face = [&] { return window->db()->scalar("SELECT GESICHT FROM spieler WHERE NUMMER = ?1", first).toLongLong(); };
     window->action("mnutoolitem(1)")->trigger();
     ASSERT_EQ(dialogs.asked.size(), 1);
-    EXPECT_TRUE(dialogs.asked.last().contains("3 Gesichter")) << dialogs.asked.last().toStdString();
-    EXPECT_NE(window->db()->scalar("SELECT GESICHT FROM spieler WHERE NUMMER = ?1", first).toLongLong(),
-              encodeface({0, {40, 3, 4, 5, 6}}));
+    EXPECT_TRUE(dialogs.asked.last().startsWith("Spielergesichter|3 Gesichter")) << dialogs.asked.last().toStdString();
+    EXPECT_EQ(face(), broken) << "No writes nothing";
+
+    dialogs.answer = true;
+    window->action("mnutoolitem(1)")->trigger();
+    ASSERT_EQ(dialogs.asked.size(), 3);
+    EXPECT_EQ(dialogs.asked.last(), "Spielergesichter|3 Gesichter korrigiert!");
+    EXPECT_NE(face(), broken);
+    window->action("mnutoolitem(1)")->trigger();
+    EXPECT_EQ(dialogs.asked.last(), "Spielergesichter|Alle Gesichter in Ordnung!") << "nothing left to ask about";
 }

@@ -49,9 +49,11 @@ public:
 
     QString file;   // what the next file dialog answers; empty: cancelled
     int filter = 0; // the filter entry it answers with
-    QString openfile(QWidget *, const QString &title, const QString &, const QStringList &, int *chosen) override
+    QString start;  // where the last file dialog opened
+    QString openfile(QWidget *, const QString &title, const QString &from, const QStringList &, int *chosen) override
     {
         asked << title;
+        start = from;
         *chosen = filter;
         return file;
     }
@@ -79,19 +81,22 @@ struct WindowTest : ::testing::Test {
     }
 };
 
-// Clicks "Abbrechen" as soon as a run offers it (see Busy::setcanceldelay).
-inline void cancelWhenOffered(int tries = 100000)
+// Clicks "Abbrechen" as soon as a run offers it (see Busy::setcanceldelay);
+// offered runs first, then.
+inline void cancelWhenOffered(int tries = 100000, std::function<void()> offered = {})
 {
-    QTimer::singleShot(0, [tries] {
+    QTimer::singleShot(0, [tries, offered] {
         for (QWidget *w : QApplication::topLevelWidgets()) {
             auto *dialog = qobject_cast<QProgressDialog *>(w);
             if (dialog && dialog->isVisible()) {
+                if (offered)
+                    offered();
                 QTest::mouseClick(dialog->findChild<QPushButton *>(), Qt::LeftButton);
                 return;
             }
         }
         if (tries > 0)
-            cancelWhenOffered(tries - 1);
+            cancelWhenOffered(tries - 1, offered);
     });
 }
 

@@ -1,4 +1,5 @@
 // The toolbar's search field and the panel "Probleme" open what they name.
+#include "app/busy.h"
 #include "app/mainwindow.h"
 #include "app/problemspanel.h"
 #include "app/searchfield.h"
@@ -13,10 +14,15 @@
 #include <QLineEdit>
 #include <QPainter>
 #include <QPixmap>
+#include <QPointer>
+#include <QProgressBar>
+#include <QHeaderView>
 #include <QTabWidget>
+#include <QTableView>
 #include <QTest>
 #include <QTreeWidget>
 #include <gtest/gtest.h>
+#include <memory>
 
 using namespace zorbo;
 
@@ -140,4 +146,36 @@ TEST_F(ProblemsPanelWindow, ListsProblemsByKindAndAClickOpensTheClub)
         return Result::success();
     });
     EXPECT_FALSE(lines(list).join('\n').contains("Doppelte Rückennummern")) << lines(list).join('\n').toStdString();
+}
+
+TEST_F(ProblemsPanelWindow, TheCheckShowsProgressOnlyWhileItRunsAndCanBeStopped)
+{
+    buildWorld(dir.path());
+    openwindow(true);
+    auto *bar = zorbo::test::child<QProgressBar>(*window, "prostatus");
+    EXPECT_FALSE(bar->isVisible()) << "no run, no bar";
+    const int delay = Busy::setcanceldelay(0);
+    auto barshown = std::make_shared<int>(-1);
+    zorbo::test::cancelWhenOffered(1000, [bar = QPointer<QProgressBar>(bar), barshown] { *barshown = bar && bar->isVisible(); });
+    window->action("mnutoolitem(8)")->trigger();
+    Busy::setcanceldelay(delay);
+    EXPECT_EQ(*barshown, 1) << "the check offers Abbrechen, the bar on show";
+    const QStringList shown = lines(window->findChild<QTreeWidget *>("lstvprobleme"));
+    EXPECT_TRUE(!shown.isEmpty() && shown.first().startsWith("Abgebrochen")) << shown.join('\n').toStdString();
+    EXPECT_FALSE(bar->isVisible());
+}
+
+TEST_F(ProblemsPanelWindow, WithBothSidePanelsOpenThePlayerGridKeepsEightRows)
+{
+    buildWorld(dir.path());
+    openwindow();
+    window->resize(1400, 900);
+    window->show();
+    window->action("mnutoolitem(8)")->trigger();
+    window->action("mnubearbeitenitem(3)")->trigger();
+    QApplication::processEvents();
+    auto *grid = zorbo::test::child<QTableView>(*window, "flxgrdspieler");
+    EXPECT_GE(grid->viewport()->height(), 8 * grid->verticalHeader()->defaultSectionSize()) << grid->viewport()->height();
+    EXPECT_LE(window->width(), 1400) << "the panels fit beside the forms";
+    zorbo::test::screenshot(window.get(), "mainwindow-panels.png");
 }

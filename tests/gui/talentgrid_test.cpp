@@ -6,7 +6,9 @@
 #include "guisupport.h"
 #include "support/testsupport.h"
 
+#include <QApplication>
 #include <QDirIterator>
+#include <QHeaderView>
 #include <QImage>
 #include <QLabel>
 #include <QPixmapCache>
@@ -144,4 +146,17 @@ TEST(DeliveredPictures, EverySetIsThereInItsSize)
         }
     EXPECT_FALSE(QImage(":/defaults/gesicht/sp_gesicht_schwarz_grund.gif").isNull());
     EXPECT_FALSE(QImage(":/icons/erlernt.png").isNull());
+}
+
+TEST_F(Talents, TheSmallestWindowShowsTheTalentsWhole)
+{
+    window->resize(1, 1);
+    showPlayer(first + 1);
+    QApplication::processEvents();
+    int columns = 0;
+    for (int c = 0; c < talents->columnCount(); ++c)
+        if (!talents->isColumnHidden(c))
+            columns += talents->columnWidth(c);
+    EXPECT_GE(talents->viewport()->width(), columns) << "no talent column cut";
+    EXPECT_GE(talents->viewport()->height(), 6 * talents->verticalHeader()->defaultSectionSize()) << "six rows at least";
 }

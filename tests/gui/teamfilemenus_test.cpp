@@ -7,6 +7,7 @@
 #include <QAction>
 #include <QComboBox>
 #include <QDialog>
+#include <QDir>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QTimer>
@@ -95,4 +96,28 @@ TEST_F(SampleWorld, ATeamFileInUtf8IsReadAsUtf8OnlyWhenTheUserSaysSo)
     }
     EXPECT_EQ(count("SELECT count(*) FROM vereine WHERE NAME = 'Fortuna Großgmain'"), 2)
         << "the name comes in with its umlaut, beside the club of the sample world";
+}
+
+TEST_F(SampleWorld, FileDialogsRememberTheLastFolderOfEachKind)
+{
+    const QString exporter = dir.file("exporter/"), teams = dir.file("teams/");
+    ASSERT_TRUE(QDir().mkpath(exporter) && QDir().mkpath(teams));
+    const auto opened = [&](const char *entry, const QString &answer = {}) {
+        dialogs.file = answer;
+        window->action(entry)->trigger();
+        return dialogs.start;
+    };
+    EXPECT_EQ(opened("mnuimportitem(3)", exporter + "fehlt.lig"), window->settings().folder(A4datenFolder));
+    EXPECT_EQ(opened("mnuimportitem(2)"), exporter) << "the league's folder, also for a club file";
+
+    window->editor()->tvdb_NodeClick(node(tree, "T12"));
+    const QString club = window->shell().showntext() + ".tea";
+    EXPECT_EQ(opened("mnudateiitem(2)", teams + "Fortuna.tea"), window->settings().folder(ZorbodatenFolder) + club);
+    EXPECT_EQ(opened("mnudateiitem(2)"), teams + club) << "the folder remembered, the club's name kept";
+    EXPECT_EQ(opened("mnuimportitem(0)"), window->settings().folder(ZorboconfigFolder)) << "game files have their own";
+
+    window.reset();
+    openwindow();
+    EXPECT_EQ(opened("mnudateiitem(1)"), teams) << "kept in the settings";
+    EXPECT_EQ(opened("mnuimportitem(3)"), exporter);
 }

@@ -62,13 +62,6 @@ void click(QListWidget *list, int row)
     QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, list->visualItemRect(list->item(row)).center());
 }
 
-void doubleclick(QListWidget *list, int row)
-{
-    const QPoint at = list->visualItemRect(list->item(row)).center();
-    QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, at);
-    QTest::mouseDClick(list->viewport(), Qt::LeftButton, {}, at);
-}
-
 void click(QTreeWidget *list, int row)
 {
     QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, list->visualItemRect(list->topLevelItem(row)).center());
@@ -124,7 +117,7 @@ TEST_F(ToolWindows, MarketFillWipeAndCompactionAskFirstWithNoAsTheAnswer)
     EXPECT_NE(zorbo::test::node(tree, "T0"), nullptr);
 }
 
-TEST_F(ToolWindows, SquadNumbersAreFoundAndRepairedByDoubleClick)
+TEST_F(ToolWindows, SquadNumbersAreFoundAndRepairedByClickTypingAndEnter)
 {
     // Which repeats count is the tools library's test; here the window's walk.
     player(6000, 20, "Anton", "A.", 7);
@@ -139,12 +132,13 @@ TEST_F(ToolWindows, SquadNumbersAreFoundAndRepairedByDoubleClick)
         auto *number = child<QLineEdit>(*d, "txtnrneu");
         EXPECT_FALSE(number->isEnabled());
 
-        doubleclick(players, 1);
-        ASSERT_TRUE(number->isEnabled());
+        click(players, 1);
+        ASSERT_TRUE(number->isEnabled()) << "one click picks the player";
         EXPECT_EQ(number->text(), "7");
-        number->setText("8");
-        child<QPushButton>(*d, "btnupdate")->click();
-        EXPECT_EQ(count("SELECT RUECKENNUMMER FROM spieler WHERE NUMMER = 6001"), 8);
+        QTest::keyClicks(number, "12");
+        EXPECT_EQ(number->text(), "12") << "typing replaces the number";
+        QTest::keyClick(number, Qt::Key_Return);
+        EXPECT_EQ(count("SELECT RUECKENNUMMER FROM spieler WHERE NUMMER = 6001"), 12) << "Enter saves";
         EXPECT_EQ(teams->count(), 0);
         EXPECT_EQ(players->count(), 0);
         child<QPushButton>(*d, "btnstart")->click();
@@ -200,6 +194,10 @@ TEST_F(ToolWindows, TransferMarketSwapsWithTheFreePlayersAndBetweenClubs)
         click(right, 1);
         EXPECT_TRUE(ghosted(right, 0)) << "a second pick ghosts the first again";
         EXPECT_TRUE(swap->isEnabled());
+        auto *said = child<QLabel>(*d, "lbltausch");
+        EXPECT_EQ(said->text(), "Nils Neu (frei, FC Export) kommt zu FC Links (Deutschland), "
+                                "L. Links geht zu den freien Spielern von FC Export.");
+        EXPECT_TRUE(child<QLabel>(*d, "lblseite(0)")->text().contains("kommt in den Verein"));
         screenshot(d, d->objectName() + ".png");
         swap->click();
         EXPECT_EQ(db().scalar("SELECT NAME FROM spieler WHERE NUMMER = 5000").toString(), "Neu");
@@ -214,6 +212,8 @@ TEST_F(ToolWindows, TransferMarketSwapsWithTheFreePlayersAndBetweenClubs)
         click(left, 0);
         click(right, 0);
         ASSERT_TRUE(swap->isEnabled());
+        EXPECT_TRUE(said->text().startsWith("R. Rechts geht von SV Rechts (Deutschland) zu FC Links (Deutschland), "))
+            << said->text().toStdString();
         swap->click();
         EXPECT_EQ(count("SELECT verein FROM vereinspieler WHERE spieler = 5002"), 10);
     });

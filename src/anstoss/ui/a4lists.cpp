@@ -24,7 +24,11 @@ A4List::A4List(const QString &name, bool source, QWidget *parent) : QTreeWidget(
     setSelectionMode(QAbstractItemView::ExtendedSelection);
     setHeaderLabels({QStringLiteral("Name"), QStringLiteral("Position"), QStringLiteral("Stärke"), QStringLiteral("art")});
     header()->setDefaultAlignment(Qt::AlignCenter);
-    setColumnWidth(0, 170);
+    // Position and strength always whole; the name takes what is left.
+    header()->setStretchLastSection(false);
+    header()->setSectionResizeMode(0, QHeaderView::Stretch);
+    header()->setSectionResizeMode(1, QHeaderView::ResizeToContents);
+    header()->setSectionResizeMode(2, QHeaderView::ResizeToContents);
     setColumnHidden(3, true); // the art only sorts
     setContextMenuPolicy(Qt::CustomContextMenu);
     setDragEnabled(source);

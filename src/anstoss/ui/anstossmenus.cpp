@@ -33,7 +33,7 @@ void importclubfile(Shell &shell)
         return;
     int filter = 0;
     const QString file =
-        shell.dialogs().openfile(shell.window(), QStringLiteral("Öffnen..."), shell.settings().folder(A4datenFolder),
+        shell.openfile(FileKind::Exporter, QStringLiteral("Öffnen..."), shell.settings().folder(A4datenFolder),
                                  {QStringLiteral("Anstoss Exporter Team (*.aet)")}, &filter);
     if (file.isEmpty())
         return;
@@ -47,8 +47,8 @@ void importleaguefile(Shell &shell)
     if (!shell.db())
         return;
     int filter = 0;
-    const QString file = shell.dialogs().openfile(
-        shell.window(), QStringLiteral("Öffnen..."), shell.settings().folder(A4datenFolder),
+    const QString file = shell.openfile(
+        FileKind::Exporter, QStringLiteral("Öffnen..."), shell.settings().folder(A4datenFolder),
         {QStringLiteral("Anstoss Exporter Liga (*.lig)"), QStringLiteral("Anstoss Exporter Land (*.lan)")}, &filter);
     if (file.isEmpty())
         return;

@@ -1,6 +1,9 @@
 #include "core/ui/shell.h"
 
+#include "core/ui/dialogs.h"
+
 #include <QAction>
+#include <QFileInfo>
 
 namespace zorbo {
 
@@ -11,6 +14,43 @@ void Shell::setopen(const QString &name, bool open)
         return;
     act->setProperty("Offen", open);
     act->setEnabled(open && !act->property("pending").toBool());
+}
+
+namespace {
+
+// start moved into the folder last used for the kind, if that still exists.
+QString laststart(const Settings &settings, FileKind kind, const QString &start)
+{
+    const QString last = settings.lastfolders[size_t(kind)];
+    if (last.isEmpty() || !QFileInfo(last).isDir())
+        return start;
+    const QString name = start.endsWith(QLatin1Char('/')) ? QString() : QFileInfo(start).fileName();
+    return last + (last.endsWith(QLatin1Char('/')) ? QString() : QStringLiteral("/")) + name;
+}
+
+} // namespace
+
+QString Shell::openfile(FileKind kind, const QString &title, const QString &start, const QStringList &filters,
+                        int *filter)
+{
+    return pickfile(false, kind, title, start, filters, filter);
+}
+
+QString Shell::savefile(FileKind kind, const QString &title, const QString &start, const QStringList &filters,
+                        int *filter)
+{
+    return pickfile(true, kind, title, start, filters, filter);
+}
+
+QString Shell::pickfile(bool save, FileKind kind, const QString &title, const QString &start, const QStringList &filters,
+                        int *filter)
+{
+    const QString from = laststart(settings(), kind, start);
+    const QString file = save ? dialogs().savefile(window(), title, from, filters, filter)
+                              : dialogs().openfile(window(), title, from, filters, filter);
+    if (!file.isEmpty())
+        writelastfolder(settings(), kind, file);
+    return file;
 }
 
 } // namespace zorbo

@@ -88,6 +88,12 @@ public:
     // "Offen" tells whether the entry fits what is on show.
     void setopen(const QString &name, bool open);
 
+    // File dialogs for a kind of file: they open in the folder last used for
+    // that kind (start's folder until then; start's file name is kept) and
+    // remember the folder of the file chosen. Empty when the user cancels.
+    QString openfile(FileKind kind, const QString &title, const QString &start, const QStringList &filters, int *filter);
+    QString savefile(FileKind kind, const QString &title, const QString &start, const QStringList &filters, int *filter);
+
     virtual std::unique_ptr<BusyScope> busy(const QString &text) = 0;
     virtual void status(const QString &text) = 0;
 
@@ -145,6 +151,9 @@ signals:
     void shown(const QString &key);
 
 private:
+    QString pickfile(bool save, FileKind kind, const QString &title, const QString &start, const QStringList &filters,
+                     int *filter);
+
     CrestService m_crests;
     KitService m_kits;
     QString m_shownkey;

@@ -36,6 +36,9 @@ TargetDialog::TargetDialog(const QString &name, const std::array<const char *, 2
     m_cboverein = new QComboBox(this);
     m_cboverein->setObjectName(QStringLiteral("cboverein"));
     m_cboverein->setModel(lists->vereine());
+    // As wide as their longest entry, not as the file's name.
+    for (QComboBox *list : {m_cboland, m_cboverein})
+        list->setSizeAdjustPolicy(QComboBox::AdjustToContents);
     layout->addWidget(m_cboland);
     layout->addWidget(m_cboverein);
 

@@ -11,6 +11,7 @@
 #include "editor/ui/teamtab.h"
 
 #include <QAction>
+#include <QDir>
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QHeaderView>
@@ -256,22 +257,44 @@ void EditorView::checkallgesichter()
 {
     if (!db())
         return;
+    QWidget *window = m_shell.window();
+    const QString title = QStringLiteral("Spielergesichter");
+    const FacePictures pictures(settings().folder(GesichtFolder));
+    // First only counted: nothing is written before the user agrees.
     FaceCheck check;
+    // A stop by the user is told in the status bar, a failure in a box.
+    const auto failed = [&] {
+        if (check.result.cancelled)
+            m_shell.status(check.result.message);
+        else if (!check.result)
+            m_shell.dialogs().warning(window, title, check.result.message);
+        return !check.result;
+    };
+    {
+        const auto busy = m_shell.busy(QStringLiteral("Überprüfe Spielergesichter..."));
+        check = countgesichter(*db(), pictures, busy->progress());
+    }
+    if (failed())
+        return;
+    if (check.corrected == 0) {
+        m_shell.dialogs().information(window, title, QStringLiteral("Alle Gesichter in Ordnung!"));
+        return;
+    }
+    if (!m_shell.dialogs().question(window, title,
+                                    QStringLiteral("%1 Gesichter verweisen auf Bilder, die im Ordner %2 fehlen, und "
+                                                   "würden auf vorhandene Bilder gesetzt. Jetzt korrigieren?")
+                                        .arg(check.corrected)
+                                        .arg(QDir::toNativeSeparators(settings().folder(GesichtFolder)))))
+        return;
     {
         // The grid's rows hold the old face codes; the change notice has them read again.
-        const auto busy = m_shell.busy(QStringLiteral("Überprüfe Spielergesichter..."));
-        const FacePictures pictures(settings().folder(GesichtFolder));
+        const auto busy = m_shell.busy(QStringLiteral("Korrigiere Spielergesichter..."));
         check = m_shell.run([&](Database &db) { return zorbo::checkallgesichter(db, pictures, busy->progress()); }, {},
                             Step{QStringLiteral("Spielergesichter überprüft")});
     }
-    QWidget *window = m_shell.window();
-    if (!check.result) {
-        m_shell.dialogs().warning(window, QStringLiteral("Spielergesichter"), check.result.message);
+    if (failed())
         return;
-    }
-    m_shell.dialogs().information(window, QStringLiteral("Spielergesichter"),
-                                  check.corrected == 0 ? QStringLiteral("Alle Gesichter in Ordnung!")
-                                                       : QStringLiteral("%1 Gesichter korrigiert!").arg(check.corrected));
+    m_shell.dialogs().information(window, title, QStringLiteral("%1 Gesichter korrigiert!").arg(check.corrected));
 }
 
 EditorView *installeditor(Shell &shell)

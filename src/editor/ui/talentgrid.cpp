@@ -5,6 +5,7 @@
 
 #include <QHeaderView>
 #include <QMouseEvent>
+#include <QScrollBar>
 #include <QStyledItemDelegate>
 
 namespace zorbo {
@@ -63,6 +64,15 @@ TalentGrid::TalentGrid(QWidget *parent) : QTableWidget(0, 17, parent)
         setColumnHidden(c, true);
     m_learned = QIcon(QStringLiteral(":/icons/erlernt.png"));
     m_locked = QIcon(QStringLiteral(":/icons/gesperrt.png"));
+}
+
+QSize TalentGrid::minimumSizeHint() const
+{
+    int width = 2 * frameWidth() + verticalScrollBar()->sizeHint().width();
+    for (int c = 0; c < columnCount(); ++c)
+        if (!isColumnHidden(c))
+            width += columnWidth(c);
+    return {width, 2 * frameWidth() + horizontalHeader()->sizeHint().height() + 6 * RowHeight};
 }
 
 void TalentGrid::load_attribute(Database &db, const QString &folder)

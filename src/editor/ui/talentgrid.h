@@ -28,6 +28,10 @@ public:
     // How often the rows on view were exchanged; a new player of the same group doesn't.
     int layoutchanges() const { return m_layoutChanges; }
 
+    // Every talent column whole and six rows: the smallest window keeps
+    // the talents usable.
+    QSize minimumSizeHint() const override;
+
 protected:
     void mouseReleaseEvent(QMouseEvent *event) override;
 

@@ -62,7 +62,7 @@ void importconfigfile(Shell &shell)
     if (!shell.db())
         return;
     int filter = 0;
-    const QString file = shell.dialogs().openfile(shell.window(), QStringLiteral("Öffnen ..."),
+    const QString file = shell.openfile(FileKind::Game, QStringLiteral("Öffnen ..."),
                                                   shell.settings().folder(ZorboconfigFolder),
                                                   formatfilters(configformats()), &filter);
     if (file.isEmpty())
@@ -100,7 +100,7 @@ void exportconfigfile(Shell &shell)
     if (!shell.db())
         return;
     int filter = 0;
-    const QString file = shell.dialogs().savefile(shell.window(), QStringLiteral("Zorbo Config exportieren"),
+    const QString file = shell.savefile(FileKind::Game, QStringLiteral("Zorbo Config exportieren"),
                                                   shell.settings().folder(ZorboconfigFolder),
                                                   formatfilters(configformats()), &filter);
     if (file.isEmpty() || !exportdespiteproblems(shell))
@@ -126,8 +126,8 @@ void saveteamfile(Shell &shell)
     if (!shell.db() || !key.startsWith(QLatin1Char('T')) || key.endsWith(QLatin1Char('_')))
         return;
     int filter = 0;
-    const QString file = shell.dialogs().savefile(
-        shell.window(), QStringLiteral("Speichern..."),
+    const QString file = shell.savefile(
+        FileKind::Team, QStringLiteral("Speichern..."),
         shell.settings().folder(ZorbodatenFolder) + shell.showntext() + QStringLiteral(".tea"), {teamfile().filter()},
         &filter);
     if (file.isEmpty())
@@ -151,7 +151,7 @@ void openteamfile(Shell &shell)
     if (!shell.db())
         return;
     int filter = 0;
-    const QString file = shell.dialogs().openfile(shell.window(), QStringLiteral("Öffnen..."),
+    const QString file = shell.openfile(FileKind::Team, QStringLiteral("Öffnen..."),
                                                   shell.settings().folder(ZorbodatenFolder), {teamfile().filter()}, &filter);
     if (file.isEmpty())
         return;

@@ -27,8 +27,8 @@ std::optional<FormatRun> crestrun(Shell &shell, bool read)
     const QString title = read ? QStringLiteral("Importieren Wappen...") : QStringLiteral("Exportiere Wappen...");
     const QString start = shell.settings().folder(ZorboresFolder) + QStringLiteral("wa.res");
     int filter = 0;
-    const QString file = read ? shell.dialogs().openfile(shell.window(), title, start, {format.filter()}, &filter)
-                              : shell.dialogs().savefile(shell.window(), title, start, {format.filter()}, &filter);
+    const QString file = read ? shell.openfile(FileKind::Game, title, start, {format.filter()}, &filter)
+                              : shell.savefile(FileKind::Game, title, start, {format.filter()}, &filter);
     if (file.isEmpty())
         return std::nullopt;
     FormatRun run;

@@ -32,8 +32,12 @@ SquadNumberWindow::SquadNumberWindow(Shell &shell, QWidget *parent) : QDialog(pa
     m_update = new QPushButton(QStringLiteral("Nummer speichern"), this);
     m_update->setObjectName(QStringLiteral("btnupdate"));
     m_update->setEnabled(false);
+    // Enter in the number saves it.
+    m_update->setDefault(true);
     auto *cancel = new QPushButton(QStringLiteral("Abbrechen"), this);
     cancel->setObjectName(QStringLiteral("btnabbrechen"));
+    // The keyboard lands here after a save; Enter must not close the window.
+    cancel->setAutoDefault(false);
 
     auto *grid = new QGridLayout(this);
     grid->addWidget(m_start, 0, 0, 1, 3);
@@ -47,7 +51,9 @@ SquadNumberWindow::SquadNumberWindow(Shell &shell, QWidget *parent) : QDialog(pa
 
     connect(m_start, &QPushButton::clicked, this, &SquadNumberWindow::search);
     connect(m_teams, &QComboBox::activated, this, &SquadNumberWindow::showteam);
-    connect(m_players, &QListWidget::itemDoubleClicked, this, &SquadNumberWindow::edit);
+    // One click (or the arrow keys) picks the player; his number stands
+    // selected, so that typing replaces it.
+    connect(m_players, &QListWidget::currentRowChanged, this, &SquadNumberWindow::edit);
     connect(m_update, &QPushButton::clicked, this, &SquadNumberWindow::save);
     connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
 }
@@ -104,13 +110,17 @@ void SquadNumberWindow::showteam()
 void SquadNumberWindow::edit()
 {
     const int row = m_players->currentRow();
-    if (row < 0 || row >= m_lines.size())
+    const bool picked = row >= 0 && row < m_lines.size();
+    m_number->setEnabled(picked);
+    m_update->setEnabled(picked);
+    if (!picked) {
+        m_number->clear();
         return;
+    }
     m_start->setEnabled(false);
     m_number->setText(QString::number(m_lines[row].number));
-    m_number->setEnabled(true);
-    m_update->setEnabled(true);
     m_number->setFocus();
+    m_number->selectAll();
 }
 
 void SquadNumberWindow::save()

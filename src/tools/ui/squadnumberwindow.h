@@ -15,7 +15,7 @@ class Shell;
 
 // frmrueckennummer: finds the teams in which two players wear the same
 // squad number, lists a team's squad with the repeats marked, and gives a
-// player a new number by a double click and "Nummer speichern".
+// player a new number: a click on him, the number typed, Enter.
 class SquadNumberWindow : public QDialog {
     Q_OBJECT
 public:

@@ -10,6 +10,7 @@
 #include <QGridLayout>
 #include <QHeaderView>
 #include <QIcon>
+#include <QLabel>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QTreeWidget>
@@ -64,6 +65,14 @@ TransferWindow::TransferWindow(Shell &shell, QWidget *parent) : QDialog(parent),
         connect(m_lists[i], &QTreeWidget::itemClicked, this, [this, i](QTreeWidgetItem *item) { picked(i, item); });
     }
     m_clubs[0]->hide();
+    for (int i = 0; i < 2; ++i) {
+        m_sides[i] = new QLabel(this);
+        m_sides[i]->setObjectName(QStringLiteral("lblseite(%1)").arg(i));
+        m_sides[i]->setWordWrap(true);
+    }
+    m_summary = new QLabel(this);
+    m_summary->setObjectName(QStringLiteral("lbltausch"));
+    m_summary->setWordWrap(true);
     m_swap = new QPushButton(QStringLiteral("Spieler tauschen"), this);
     m_swap->setObjectName(QStringLiteral("btnspielertausch"));
     m_swap->setEnabled(false);
@@ -77,12 +86,16 @@ TransferWindow::TransferWindow(Shell &shell, QWidget *parent) : QDialog(parent),
     grid->addWidget(m_mode[1], 0, 1);
     grid->addWidget(m_freeclubs, 1, 0, 1, 2);
     grid->addWidget(m_clubs[0], 2, 0, 1, 2);
-    grid->addWidget(m_lists[0], 3, 0, 1, 2);
+    grid->addWidget(m_sides[0], 3, 0, 1, 2);
+    grid->addWidget(m_lists[0], 4, 0, 1, 2);
     grid->addWidget(m_clubs[1], 1, 2, 2, 2);
-    grid->addWidget(m_lists[1], 3, 2, 1, 2);
-    grid->addWidget(m_swap, 4, 1, 1, 2);
-    grid->addWidget(cancel, 4, 3);
-    resize(820, 520);
+    grid->addWidget(m_sides[1], 3, 2, 1, 2);
+    grid->addWidget(m_lists[1], 4, 2, 1, 2);
+    grid->addWidget(m_summary, 5, 0, 1, 4);
+    grid->addWidget(m_swap, 6, 1, 1, 2);
+    grid->addWidget(cancel, 6, 3);
+    resize(820, 560);
+    tellsides();
 }
 
 bool TransferWindow::freemode() const
@@ -179,6 +192,25 @@ void TransferWindow::picked(int side, QTreeWidgetItem *item)
 void TransferWindow::updatebutton()
 {
     m_swap->setEnabled(m_pick[0] && m_pick[1] && !ghosted(m_pick[0]) && !ghosted(m_pick[1]));
+    tellsides();
+}
+
+void TransferWindow::tellsides()
+{
+    const bool free = freemode();
+    m_sides[0]->setText(free ? QStringLiteral("Freie Spieler: der gewählte kommt in den Verein rechts.")
+                             : QStringLiteral("Verein links: der gewählte Spieler geht in den Verein rechts."));
+    m_sides[1]->setText(free ? QStringLiteral("Verein: der gewählte Spieler geht zu den freien Spielern links.")
+                             : QStringLiteral("Verein rechts: der gewählte Spieler geht in den Verein links."));
+    if (!m_swap->isEnabled()) {
+        m_summary->setText(QStringLiteral("Links und rechts je einen Spieler wählen."));
+        return;
+    }
+    const QString in = m_pick[0]->text(0), out = m_pick[1]->text(0), club = m_clubs[1]->currentText();
+    m_summary->setText(free ? QStringLiteral("%1 (frei, %2) kommt zu %3, %4 geht zu den freien Spielern von %2.")
+                                  .arg(in, m_freeclubs->currentText(), club, out)
+                            : QStringLiteral("%1 geht von %2 zu %3, %4 geht von %3 zu %2.")
+                                  .arg(in, m_clubs[0]->currentText(), club, out));
 }
 
 void TransferWindow::swap()

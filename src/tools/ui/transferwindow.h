@@ -5,6 +5,7 @@
 #include <QDialog>
 
 class QComboBox;
+class QLabel;
 class QPushButton;
 class QRadioButton;
 class QTreeWidget;
@@ -17,6 +18,7 @@ class Shell;
 // frmtransmarkt: swaps a club's player with a free player of an exporter
 // club (mode 0) or with a player of another club (mode 1). In each list the
 // one entry not ghosted is the pick; the swap needs a pick on both sides.
+// Captions over the lists and a line under them say who goes where.
 class TransferWindow : public QDialog {
     Q_OBJECT
 public:
@@ -33,6 +35,8 @@ private:
     void fill(int side, const QList<SwapEntry> &entries);
     void picked(int side, QTreeWidgetItem *item);
     void updatebutton();
+    // The captions over the lists and the line that tells what a swap does.
+    void tellsides();
     void swap();
 
     Shell &m_shell;
@@ -40,6 +44,8 @@ private:
     QComboBox *m_freeclubs;
     QComboBox *m_clubs[2];
     QTreeWidget *m_lists[2];
+    QLabel *m_sides[2];
+    QLabel *m_summary;
     QPushButton *m_swap;
     QTreeWidgetItem *m_pick[2] = {nullptr, nullptr};
 };
