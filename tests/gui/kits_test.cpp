@@ -179,7 +179,10 @@ TEST_F(Kits, PickedKitReachesTheDatabaseOnlyWithTheSave)
     pickKit(1, -1);
     EXPECT_EQ(art(1), 4) << "Abbrechen changes nothing";
 
+    // Leaving the club asks about the picked kit; Verwerfen drops it.
+    dialogs.choice = 1;
     select("L10");
+    EXPECT_EQ(dialogs.asked.filter("Änderungen speichern?").size(), 1);
     select("T20");
     EXPECT_EQ(art(0), 4);
     EXPECT_EQ(value("SELECT TRIKOT_ART FROM vereine WHERE NUMMER = 20").toInt(), 4);
