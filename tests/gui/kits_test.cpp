@@ -286,4 +286,5 @@ TEST_F(Kits, NewCountryAndClubLiveAsProvisionalNodesUntilSaved)
     EXPECT_EQ(value("SELECT count(*) FROM vereinspieler WHERE verein = 22").toInt(), 20);
     EXPECT_EQ(tree->currentItem()->data(0, Qt::UserRole).toString(), "T22");
     EXPECT_EQ(value("SELECT count(*) FROM vereine_national WHERE NUMMER = 21").toInt(), 0) << "the country was never saved";
+    EXPECT_NE(zorbo::test::node(tree, "L21_"), nullptr) << "and stays in the tree when the save builds it anew";
 }

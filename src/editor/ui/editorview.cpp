@@ -226,6 +226,13 @@ void EditorView::worldchanged(const Change &change)
     if (change.everything || change.tables.contains(QStringLiteral("vereine"))
         || change.tables.contains(QStringLiteral("vereine_national")))
         reloadtree();
+    if (m_shownkey.endsWith(QLatin1Char('_')) && !saving) {
+        // A team that exists only in the tree keeps its form.
+        if (QTreeWidgetItem *shown = shownitem()) {
+            m_tvdb->setCurrentItem(shown);
+            return;
+        }
+    }
     QTreeWidgetItem *item = m_tvdb->currentItem();
     if (!item || m_shownkey.isEmpty()) {
         closeall();
@@ -350,6 +357,19 @@ void EditorView::reloadtree()
     }
     m_shell.lists()->fill(m_tree);
     const QString tag = m_tvdb->property("Tag").toString();
+    // Countries and clubs that exist only in the tree so far stay, unless
+    // they have been saved meanwhile.
+    struct Provisional {
+        QTreeWidgetItem *item;
+        QString parent;
+    };
+    QList<Provisional> provisional;
+    for (QTreeWidgetItemIterator it(m_tvdb); *it; ++it) {
+        if ((*it)->data(0, Qt::UserRole).toString().endsWith(QLatin1Char('_')) && (*it)->parent()) {
+            provisional.append({(*it)->clone(), (*it)->parent()->data(0, Qt::UserRole).toString()});
+            provisional.last().item->takeChildren();
+        }
+    }
     m_tvdb->clear();
     QHash<QString, QTreeWidgetItem *> items;
     QTreeWidgetItem *selected = nullptr;
@@ -365,6 +385,13 @@ void EditorView::reloadtree()
         items.insert(node.key, item);
         if (!selected && !tag.isEmpty() && node.key == tag)
             selected = item;
+    }
+    for (const Provisional &p : provisional) {
+        QTreeWidgetItem *parent = items.value(p.parent);
+        if (parent && !items.contains(p.item->data(0, Qt::UserRole).toString().chopped(1)))
+            parent->addChild(p.item);
+        else
+            delete p.item;
     }
     if (selected) {
         for (QTreeWidgetItem *p = selected; p; p = p->parent())
