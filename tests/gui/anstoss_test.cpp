@@ -172,6 +172,7 @@ TEST_F(AnstossWindows, WorkbenchReadsTheClubAgainAfterEachSave)
         whenModal([&](QDialog *w) {
             auto *imp = child<QTreeWidget>(*w, "lstvimport");
             auto *ed = child<QTreeWidget>(*w, "lstveditor");
+            auto *neu = child<QTreeWidget>(*w, "lstveditornew");
             auto *save = child<QPushButton>(*w, "btnspielersave");
             // The club's last player and 19 of the file's.
             ed->topLevelItem(ed->topLevelItemCount() - 1)->setSelected(true);
@@ -191,6 +192,23 @@ TEST_F(AnstossWindows, WorkbenchReadsTheClubAgainAfterEachSave)
             const QStringList first = squadrows();
             save->click();
             EXPECT_EQ(squadrows(), first);
+
+            // Another run changes the club's players: the squad goes only when the user says so.
+            auto touch = [&] {
+                window->world()->run([](Database &db) {
+                    db.run("UPDATE spieler SET GROESSE = GROESSE + 1 WHERE NUMMER IN "
+                           "(SELECT spieler FROM kaderzeilen WHERE verein = 23)");
+                    return Result::success();
+                });
+            };
+            dialogs.asked.clear();
+            touch();
+            EXPECT_EQ(dialogs.asked.size(), 1);
+            EXPECT_EQ(neu->topLevelItemCount(), 20);
+            dialogs.answer = true;
+            touch();
+            EXPECT_EQ(neu->topLevelItemCount(), 0);
+            EXPECT_FALSE(save->isEnabled());
 
             // The club's values after its save are what unticking brings back.
             child<QPushButton>(*w, "btnteamsave")->click();
