@@ -83,6 +83,8 @@ public:
 
 private:
     void buildview();
+    // The two tabs as the shell's documents (editorforms.cpp).
+    void makedocuments();
     void opened();
     // A run changed the world: the tree, the form, the grid and the player
     // tab are read again where the change names what they show; a form with
