@@ -63,15 +63,23 @@ Row fileplayer(Database &db, const AetFile &file, int i, int &gain)
     return row;
 }
 
-Row clubplayer(Database &db, qint64 number)
+// A club's player as the list read him, or by his number as he stands now.
+Row clubplayer(Database &db, const SquadEntry &e)
 {
-    Statement st = db.prepare(QStringLiteral("SELECT * FROM spieler WHERE NUMMER = ?1"));
-    st.bind(1, number);
-    if (!st.step())
-        throw Fault(QStringLiteral("Den Spieler %1 gibt es nicht mehr.").arg(number));
+    QVariantList values = e.row;
+    if (values.isEmpty()) {
+        Statement st = db.prepare(QStringLiteral("SELECT * FROM spieler WHERE NUMMER = ?1"));
+        st.bind(1, e.id);
+        if (!st.step())
+            throw Fault(QStringLiteral("Den Spieler %1 gibt es nicht mehr.").arg(e.id));
+        for (int c = 1; c < st.columnCount(); ++c)
+            values.append(st.value(c));
+    }
+    if (values.size() < 16)
+        throw Fault(QStringLiteral("Der Spieler %1 hat nicht alle Spalten der Tabelle spieler.").arg(e.id));
     Row row;
     for (int c = 0; c < 16; ++c)
-        row[size_t(c)] = st.value(c + 1);
+        row[size_t(c)] = values[c];
     if (!row[4].isNull())
         row[4] = landneu(db, row[4].toString());
     return row;
@@ -112,7 +120,7 @@ AnstossResult saveimportplayers(Database &db, const AetFile &file, qint64 club, 
             const SquadEntry &e = squad[i];
             if (e.fromFile && (e.id < 0 || e.id >= count))
                 throw Fault(QStringLiteral("Die Datei %1 hat keinen Spieler %2.").arg(file.shownname()).arg(e.id));
-            rows.append(e.fromFile ? fileplayer(db, file, int(e.id), gain) : clubplayer(db, e.id));
+            rows.append(e.fromFile ? fileplayer(db, file, int(e.id), gain) : clubplayer(db, e));
         }
         for (int i = 0; i < rows.size(); ++i) {
             report(progress, squad.size() + i, 2 * squad.size());

@@ -16,7 +16,8 @@ namespace zorbo {
 // before the save. A file's player gets strength, maximum strength
 // (staerkegewinn), height, games left and face drawn in that order, his
 // country through landneu and no talents; a club's player takes his whole
-// row along. One transaction: a refused entry saves nothing. Refuses a
+// row along: the copy the entry carries, taken when the list was filled, so
+// that a second save of the same squad writes the same players again. One transaction: a refused entry saves nothing. Refuses a
 // squad of other than 20 entries and a club with fewer than 20 slots.
 // The workbench's player save as a step of the history, with a restore
 // point before it: it replaces a whole squad.

@@ -50,8 +50,15 @@ void SquadBuilder::fill(Database &db, const AetFile &file, qint64 club)
         e.staerke = stars(valtext(file.value(s, QStringLiteral("Staerke"), QStringLiteral("0"))));
         m_import.append(e);
     }
+    fillclub(db, club);
+}
+
+void SquadBuilder::fillclub(Database &db, qint64 club)
+{
+    m_editor.clear();
     Statement st = db.prepare(QStringLiteral("SELECT nummer, art, name, vorname, \"stärke\" FROM spielerinvereine "
                                              "WHERE verein = ?1 ORDER BY art, name, vorname"));
+    Statement row = db.prepare(QStringLiteral("SELECT * FROM spieler WHERE NUMMER = ?1"));
     st.bind(1, club);
     while (st.step()) {
         ListEntry e;
@@ -61,8 +68,27 @@ void SquadBuilder::fill(Database &db, const AetFile &file, qint64 club)
         e.text = st.text(3) + QLatin1Char(' ') + st.text(2);
         e.position = positiontext(e.art);
         e.staerke = stars(st.real(4));
+        row.bind(1, e.id);
+        if (row.step()) {
+            for (int c = 1; c < row.columnCount(); ++c)
+                e.row.append(row.value(c));
+        }
+        row.reset();
         m_editor.append(e);
     }
+    // The squad's players of the club no longer stand for rows of the list.
+    for (ListEntry &e : m_squad) {
+        if (e.key.startsWith(QLatin1Char('E')))
+            e.key = QStringLiteral("E_0");
+    }
+}
+
+void SquadBuilder::dropsquad()
+{
+    QList<int> rows;
+    for (int i = 0; i < m_squad.size(); ++i)
+        rows.append(i);
+    remove(rows);
 }
 
 QList<int> SquadBuilder::copy(Source source, QList<int> rows)
@@ -141,8 +167,7 @@ QList<SquadEntry> SquadBuilder::entries() const
     QList<SquadEntry> out;
     for (const ListEntry &e : m_squad) {
         const bool fromFile = e.key.startsWith(QLatin1Char('I'), Qt::CaseInsensitive);
-        const QList<ListEntry> &from = fromFile ? m_import : m_editor;
-        out.append({fromFile, from[e.key.mid(2).toInt() - 1].id});
+        out.append({fromFile, e.id, e.row});
     }
     return out;
 }

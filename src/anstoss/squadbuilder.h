@@ -5,6 +5,7 @@
 #include <QChar>
 #include <QList>
 #include <QString>
+#include <QVariantList>
 #include <array>
 
 namespace zorbo {
@@ -18,6 +19,7 @@ struct ListEntry {
     int art = 0;
     qint64 id = 0;    // file index (from 0) or player number
     bool ghosted = false; // stands in the new squad already
+    QVariantList row; // a club's player: his columns of spieler after NUMMER, as read
 };
 
 // A player of the new squad as the save takes it: the file's player (by
@@ -25,6 +27,9 @@ struct ListEntry {
 struct SquadEntry {
     bool fromFile = true;
     qint64 id = 0;
+    // A club's player as he was read when the list was filled; empty: read
+    // him by his number.
+    QVariantList row;
     bool operator==(const SquadEntry &) const = default;
 };
 
@@ -51,6 +56,11 @@ public:
     // DbError when the club's squad can't be read.
     void fill(Database &db, const AetFile &file, qint64 club);
     void clear();
+    // Reads the club's list again after a change; the squad keeps its
+    // players as they were read, none of the new list stands in it.
+    void fillclub(Database &db, qint64 club);
+    // Empties the squad; its entries can be copied again.
+    void dropsquad();
 
     const QList<ListEntry> &list(Source source) const { return source == Import ? m_import : m_editor; }
     const QList<ListEntry> &squad() const { return m_squad; }

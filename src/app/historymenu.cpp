@@ -122,6 +122,10 @@ void movehistory(Shell &shell, const QString &title, const QString &busytext,
     World *world = shell.world();
     if (!world || !world->db())
         return;
+    // A form saved now becomes the newest step, which a move would take
+    // back or throw away at once: the move waits for the next command.
+    if (const Settled settled = shell.settle(); settled == Settled::Cancelled || settled == Settled::Saved)
+        return;
     Result done;
     {
         const auto busy = shell.busy(busytext);

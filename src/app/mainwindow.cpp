@@ -143,6 +143,10 @@ void MainWindow::showabout()
 
 void MainWindow::closeEvent(QCloseEvent *event)
 {
+    if (m_shell->settle() == Settled::Cancelled) {
+        event->ignore();
+        return;
+    }
     if (!m_dialogs->question(this, QStringLiteral("Programmende"), QStringLiteral("Programm beenden"))) {
         event->ignore();
         return;

@@ -1,6 +1,8 @@
 // Menu and toolbar of the main window.
 #include "app/mainwindow.h"
 
+#include "core/ui/shell.h"
+
 #include <QAction>
 #include <QMenu>
 #include <QMenuBar>
@@ -194,7 +196,19 @@ void MainWindow::handle(const QString &name, std::function<void()> work)
     QAction *act = action(name);
     if (!act)
         return;
-    connect(act, &QAction::triggered, this, [work = std::move(work)] { work(); });
+    // A run that may replace what the forms show asks about their typing
+    // first; these entries leave the forms alone, or ask themselves.
+    static const QStringList leaveforms = {
+        QStringLiteral("mnudateiitem(7)"),      QStringLiteral("mnuinfoitem(0)"),
+        QStringLiteral("mnuoptionenitem(0)"),   QStringLiteral("mnuoptionenitem(1)"),
+        QStringLiteral("mnubearbeitenitem(0)"), QStringLiteral("mnubearbeitenitem(1)"),
+        QStringLiteral("mnubearbeitenitem(3)"), QStringLiteral("mnutoolitem(8)")};
+    const bool asks = !leaveforms.contains(name);
+    connect(act, &QAction::triggered, this, [this, asks, work = std::move(work)] {
+        if (asks && m_shell->settle() == Settled::Cancelled)
+            return;
+        work();
+    });
     act->setProperty("pending", false);
     act->setEnabled(act->property("Offen").isValid() ? act->property("Offen").toBool() : true);
 }

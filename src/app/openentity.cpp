@@ -12,7 +12,8 @@ void openentity(Shell &shell, const QString &teamKey, qint64 player)
     if (teamKey.isEmpty())
         return;
     shell.select(teamKey);
-    if (player < 0 || !shell.window())
+    // Not shown when the user kept the form with typing on show.
+    if (player < 0 || !shell.window() || shell.shownkey() != teamKey)
         return;
     // The squad's grid lists the player numbers in its first column.
     auto *grid = shell.window()->findChild<QTableView *>(QStringLiteral("flxgrdspieler"));

@@ -24,6 +24,8 @@ struct PlayerForm {
     qint64 gesicht = 0;   // the face on show
     QString erlernt;
     QString gesperrt;
+
+    bool operator==(const PlayerForm &) const = default;
 };
 
 // The hair digit of a face code (bits 13 to 19).

@@ -25,6 +25,8 @@ struct TeamForm {
     QString sitz;      // txtsitz
     QString steh;      // txtsteh
     std::array<int, 3> arts{0, 0, 0}; // kit arts by slot: home, away, keeper
+
+    bool operator==(const TeamForm &) const = default;
 };
 
 // Team modes of the editor: 0 national team, 1 club, 2 transfer market.

@@ -53,6 +53,16 @@ struct AnstossWindows : zorbo::test::WindowTest {
         dialogs.file = koenigsau;
     }
     int count(const char *sql) { return window->db()->scalar(QString::fromUtf8(sql)).toInt(); }
+    // The players of the club FC Fern by number: names, and with all, position and strength.
+    QStringList squadrows(bool all = true)
+    {
+        QStringList rows;
+        Statement st = window->db()->prepare("SELECT vorname || ' ' || name, art, \"stärke\" FROM spielerinvereine "
+                                             "WHERE verein = 23 ORDER BY nummer");
+        while (st.step())
+            rows << (all ? QStringList{st.text(0), st.text(1), st.text(2)}.join('|') : st.text(0));
+        return rows;
+    }
 
 };
 
@@ -150,6 +160,72 @@ TEST_F(AnstossWindows, WorkbenchBuildsASquadOfTwentyAndSavesClubAndPlayers)
     EXPECT_EQ(window->db()->scalar("SELECT vorname || ' ' || name FROM spielerinvereine WHERE verein = 23 "
                                    "ORDER BY nummer LIMIT 1 OFFSET 2").toString(), dropped);
     EXPECT_EQ(count("SELECT count(*) FROM spielerinvereine WHERE verein = 23 AND name GLOB '*[^0-9]*'"), 19);
+}
+
+TEST_F(AnstossWindows, WorkbenchReadsTheClubAgainAfterEachSave)
+{
+    bool worked = false;
+    QString kept;
+    whenModal([&](QDialog *d) {
+        child<QRadioButton>(*d, "optnew(1)")->click();
+        auto *clubs = child<QComboBox>(*d, "cboverein");
+        clubs->setCurrentIndex(clubs->findText("FC Fern (Schweiz)"));
+        whenModal([&](QDialog *w) {
+            auto *imp = child<QTreeWidget>(*w, "lstvimport");
+            auto *ed = child<QTreeWidget>(*w, "lstveditor");
+            auto *neu = child<QTreeWidget>(*w, "lstveditornew");
+            auto *save = child<QPushButton>(*w, "btnspielersave");
+            // The club's last player and 19 of the file's.
+            ed->topLevelItem(ed->topLevelItemCount() - 1)->setSelected(true);
+            kept = ed->topLevelItem(ed->topLevelItemCount() - 1)->text(0);
+            QTest::keyClick(ed, Qt::Key_C, Qt::ControlModifier);
+            QTest::keyClick(imp, Qt::Key_A, Qt::ControlModifier);
+            QTest::keyClick(imp, Qt::Key_C, Qt::ControlModifier);
+            ASSERT_TRUE(save->isEnabled());
+            save->click();
+            // The tab "Editor" lists the club as it is now.
+            QStringList squad = squadrows(false);
+            QStringList listed = zorbo::test::texts(ed);
+            squad.sort();
+            listed.sort();
+            EXPECT_EQ(listed, squad);
+            // A second press writes the same squad again.
+            const QStringList first = squadrows();
+            save->click();
+            EXPECT_EQ(squadrows(), first);
+
+            // Another run changes the club's players: the squad goes only when the user says so.
+            auto touch = [&] {
+                window->world()->run([](Database &db) {
+                    db.run("UPDATE spieler SET GROESSE = GROESSE + 1 WHERE NUMMER IN "
+                           "(SELECT spieler FROM kaderzeilen WHERE verein = 23)");
+                    return Result::success();
+                });
+            };
+            dialogs.asked.clear();
+            touch();
+            EXPECT_EQ(dialogs.asked.size(), 1);
+            EXPECT_EQ(neu->topLevelItemCount(), 20);
+            dialogs.answer = true;
+            touch();
+            EXPECT_EQ(neu->topLevelItemCount(), 0);
+            EXPECT_FALSE(save->isEnabled());
+
+            // The club's values after its save are what unticking brings back.
+            child<QPushButton>(*w, "btnteamsave")->click();
+            for (int box : {3, 2, 1, 0})
+                child<QCheckBox>(*w, QStringLiteral("chkimport(%1)").arg(box))->click();
+            EXPECT_EQ(child<QLineEdit>(*w, "txtteamlang")->text(), "VfL Königsau");
+            worked = true;
+            child<QPushButton>(*w, "btnabbrechen")->click();
+        }, "frma4import");
+        child<QPushButton>(*d, "btnok")->click();
+    }, "frma4open");
+    window->action("mnuimportitem(2)")->trigger();
+    ASSERT_TRUE(worked);
+
+    EXPECT_EQ(window->db()->scalar("SELECT count(*) FROM spielerinvereine WHERE verein = 23 AND vorname || ' ' || name = ?1",
+                                   kept).toInt(), 1);
 }
 
 TEST_F(AnstossWindows, CountryFileGoesIntoTheFreePlayersInOneRunOrNotAtAll)

@@ -179,7 +179,10 @@ TEST_F(Kits, PickedKitReachesTheDatabaseOnlyWithTheSave)
     pickKit(1, -1);
     EXPECT_EQ(art(1), 4) << "Abbrechen changes nothing";
 
+    // Leaving the club asks about the picked kit; Verwerfen drops it.
+    dialogs.choice = 1;
     select("L10");
+    EXPECT_EQ(dialogs.asked.filter("Änderungen speichern?").size(), 1);
     select("T20");
     EXPECT_EQ(art(0), 4);
     EXPECT_EQ(value("SELECT TRIKOT_ART FROM vereine WHERE NUMMER = 20").toInt(), 4);
@@ -283,4 +286,5 @@ TEST_F(Kits, NewCountryAndClubLiveAsProvisionalNodesUntilSaved)
     EXPECT_EQ(value("SELECT count(*) FROM vereinspieler WHERE verein = 22").toInt(), 20);
     EXPECT_EQ(tree->currentItem()->data(0, Qt::UserRole).toString(), "T22");
     EXPECT_EQ(value("SELECT count(*) FROM vereine_national WHERE NUMMER = 21").toInt(), 0) << "the country was never saved";
+    EXPECT_NE(zorbo::test::node(tree, "L21_"), nullptr) << "and stays in the tree when the save builds it anew";
 }

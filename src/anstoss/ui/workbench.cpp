@@ -51,6 +51,42 @@ Workbench::Workbench(Shell &shell, const QString &file, qint64 importnummer, QWi
     layout->addWidget(tabs);
     resize(820, 600);
     updatesave();
+    connect(&m_shell, &Shell::changed, this, &Workbench::worldchanged);
+}
+
+void Workbench::worldchanged(const Change &change)
+{
+    if (!m_shell.db() || m_nummer < 0)
+        return;
+    const bool club = change.everything || change.teams.contains(m_nummer);
+    bool players = club || change.tables.contains(QStringLiteral("kaderzeilen"));
+    for (const ListEntry &e : m_builder.list(SquadBuilder::Editor))
+        players = players || change.players.contains(e.id);
+    try {
+        if (club) {
+            m_club = readclubshown(*m_shell.db(), m_nummer);
+            // The boxes not ticked show the club's values.
+            for (int index = 0; index < 3; ++index) {
+                if (!m_chkimport[index]->isChecked())
+                    chkimport_Click(index);
+            }
+        }
+        if (!players || !m_chkimport[3]->isChecked())
+            return;
+        // This window's own save wrote the squad as built; another run may
+        // have changed the club's players it took.
+        bool stale = false;
+        for (const SquadEntry &e : m_builder.entries())
+            stale = stale || (!m_saving && !e.fromFile && (change.everything || change.players.contains(e.id)));
+        if (stale && m_shell.dialogs().question(this, QStringLiteral("Import"),
+                                                QStringLiteral("Spieler des Vereins in der neuen Spielerliste wurden "
+                                                               "inzwischen geändert. Die neue Spielerliste verwerfen?")))
+            m_builder.dropsquad();
+        m_builder.fillclub(*m_shell.db(), m_nummer);
+    } catch (const DbError &error) {
+        m_shell.dialogs().warning(this, QStringLiteral("Import"), error.text());
+    }
+    refreshlists();
 }
 
 QWidget *Workbench::teampage()

@@ -52,6 +52,10 @@ protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
+    // A run changed the world: the club's values and its list of players
+    // are read again where the change names them; a squad built of club
+    // players the change touched is dropped only when the user says so.
+    void worldchanged(const Change &change);
     QWidget *teampage();
     QWidget *playerpage();
     void showtrikot(int slot);
@@ -69,6 +73,7 @@ private:
     bool m_loaded = false;
     ClubShown m_club;
     SquadBuilder m_builder;
+    bool m_saving = false; // while the player save of this window runs
 
     QCheckBox *m_chkimport[4];
     QLineEdit *m_txttnr, *m_txtgrafnr, *m_txtteamlang, *m_txtteamkurz, *m_txtstadt;

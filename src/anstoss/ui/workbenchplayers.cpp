@@ -122,7 +122,11 @@ void Workbench::refreshlists()
     for (auto source : {SquadBuilder::Import, SquadBuilder::Editor}) {
         A4List *list = listof(source);
         const QList<ListEntry> &entries = m_builder.list(source);
-        if (list->topLevelItemCount() != entries.size()) {
+        bool same = list->topLevelItemCount() == entries.size();
+        for (int i = 0; same && i < entries.size(); ++i)
+            same = list->topLevelItem(i)->data(0, Qt::UserRole).toString() == entries[i].key
+                   && list->topLevelItem(i)->text(0) == entries[i].text;
+        if (!same) {
             list->clear();
             for (const ListEntry &e : entries)
                 fillitem(new QTreeWidgetItem(list), e);
@@ -269,12 +273,14 @@ void Workbench::dropfrom(const QString &source)
 void Workbench::btnspielersave_Click()
 {
     const QList<SquadEntry> squad = m_builder.entries();
+    m_saving = true;
     const AnstossResult r = m_shell.run(
         [&](Database &db) {
             const auto busy = m_shell.busy(QStringLiteral("Speichere Spieler..."));
             return saveimportplayers(db, m_aet, m_nummer, squad, busy->progress());
         },
         {}, importplayersstep(m_nummer, m_file));
+    m_saving = false;
     if (!r.ok() && !r.result.cancelled)
         m_shell.dialogs().warning(this, QStringLiteral("Spieler speichern"), r.result.message);
     else

@@ -53,4 +53,28 @@ QString Shell::pickfile(bool save, FileKind kind, const QString &title, const QS
     return file;
 }
 
+Settled Shell::settle(Document *only)
+{
+    Settled settled = Settled::Unmodified;
+    for (Document *document : std::as_const(m_documents)) {
+        if ((only && document != only) || !document->modified())
+            continue;
+        const int answer = dialogs().choose(window(), document->title(), QStringLiteral("Änderungen speichern?"),
+                                            {QStringLiteral("Speichern"), QStringLiteral("Verwerfen"),
+                                             QStringLiteral("Abbrechen")});
+        if (answer == 0) {
+            if (!document->save())
+                return Settled::Cancelled;
+            settled = Settled::Saved;
+        } else if (answer == 1) {
+            document->discard();
+            if (settled == Settled::Unmodified)
+                settled = Settled::Discarded;
+        } else {
+            return Settled::Cancelled;
+        }
+    }
+    return settled;
+}
+
 } // namespace zorbo

@@ -56,6 +56,24 @@ struct KitService {
     std::function<std::optional<ChosenKit>(int slot, int art)> choose;
 };
 
+// A window that can hold work not written yet, as a form with typing. The
+// shell asks it before anything replaces what it shows.
+class Document {
+public:
+    virtual ~Document() = default;
+    // Whether it holds work not written yet.
+    virtual bool modified() const = 0;
+    // The window's name in the question, as "Land/Verein".
+    virtual QString title() const = 0;
+    // Writes the work; false when the save was refused (the window has said why).
+    virtual bool save() = 0;
+    // Forgets the work: the window shows what it showed before it.
+    virtual void discard() = 0;
+};
+
+// What became of the documents' work when the shell asked.
+enum class Settled { Unmodified, Saved, Discarded, Cancelled };
+
 // What the main window offers the windows of the subsystems: the open world,
 // the dialogs, runs with progress, the status bar, the menu entries and the
 // services one subsystem lends another. Each subsystem's install function
@@ -138,6 +156,19 @@ public:
         return none;
     }
 
+    // Documents are asked about their work before it would be thrown away,
+    // until their owner goes.
+    void adddocument(Document *document, QObject *owner)
+    {
+        m_documents.append(document);
+        connect(owner, &QObject::destroyed, this, [this, document] { m_documents.removeAll(document); });
+    }
+    // Before a run or a click replaces what the documents show: asks for
+    // each modified one (or only for document) "Änderungen speichern?" with
+    // Speichern, Verwerfen and Abbrechen. Cancelled when the user cancels
+    // or a save is refused; the documents after that are not asked.
+    Settled settle(Document *only = nullptr);
+
     // Asks the window with the tree to show the node with this key.
     void select(const QString &key) { emit selectrequested(key); }
 
@@ -156,6 +187,7 @@ private:
 
     CrestService m_crests;
     KitService m_kits;
+    QList<Document *> m_documents;
     QString m_shownkey;
     QString m_showntext;
 };

@@ -30,6 +30,10 @@ void EditorView::tvdb_NodeClick(QTreeWidgetItem *item)
     m_note.clear();
     m_shell.status(QString());
     anaus(NationalMode, false);
+    // The player tab shows a player of the grid, which the node fills anew.
+    m_playertab->clear();
+    m_gridrow = -1;
+    m_shownkey = key;
 
     // A team that exists only in the tree so far; the selection memory
     // stays with the last stored one.
@@ -70,6 +74,10 @@ void EditorView::tvdb_NodeClick(QTreeWidgetItem *item)
         showteam(0, MarketMode);
         showspielerliste(0);
         m_tabedit->setCurrentIndex(0);
+    } else {
+        // A continent or the root: no team, no squad.
+        m_teamtab->clear();
+        m_gridmodel->clear();
     }
     m_tvdb->setProperty("Tag", key);
     m_shell.setshown(key, item->text(0));
@@ -160,6 +168,12 @@ void EditorView::flxgrdspieler_Click(const QModelIndex &index)
 {
     if (!index.isValid() || m_gridmodel->isEmptySquad())
         return;
+    if (m_playertab->modified() && m_shell.settle(m_playerdoc.get()) == Settled::Cancelled) {
+        // The grid stays on the player on show.
+        if (m_gridrow >= 0)
+            m_grid->selectRow(m_gridrow);
+        return;
+    }
     m_gridrow = index.row();
     m_playertab->setOpen(true);
     const GridPlayer player = m_gridmodel->player(m_gridrow);

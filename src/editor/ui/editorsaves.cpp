@@ -13,11 +13,11 @@
 
 namespace zorbo {
 
-void EditorView::btnteamsave_Click()
+bool EditorView::btnteamsave_Click()
 {
-    QTreeWidgetItem *node = m_tvdb->currentItem();
+    QTreeWidgetItem *node = shownitem();
     if (!db() || !node)
-        return;
+        return false;
     QString key = node->data(0, Qt::UserRole).toString();
     const bool isNew = key.endsWith(QLatin1Char('_'));
     const TeamForm form = m_teamtab->form();
@@ -38,18 +38,19 @@ void EditorView::btnteamsave_Click()
     const QString select = std::exchange(m_select, QString());
     if (!saved) {
         m_shell.dialogs().warning(m_shell.window(), QStringLiteral("Land/Verein speichern"), saved.message);
-        return;
+        return false;
     }
     if (!m_reloaded) {
         m_tvdb->setProperty("Tag", select);
         reloadandshow();
     }
+    return true;
 }
 
-void EditorView::btnspielerspeichern_Click()
+bool EditorView::btnspielerspeichern_Click()
 {
     if (!db() || m_gridrow < 0)
-        return;
+        return false;
     GridPlayer player;
     const PlayerForm form = m_playertab->form();
     // The grid row and the tab take the player as written; the rest of
@@ -61,10 +62,11 @@ void EditorView::btnspielerspeichern_Click()
     m_ownsave = false;
     if (!saved) {
         m_shell.dialogs().warning(m_shell.window(), QStringLiteral("Spieler speichern"), saved.message);
-        return;
+        return false;
     }
     m_gridmodel->setPlayer(m_gridrow, player);
     m_playertab->setPlayer(player);
+    return true;
 }
 
 } // namespace zorbo

@@ -73,23 +73,17 @@ EditorView::EditorView(Shell &shell, QWidget *parent) : QWidget(parent), m_shell
     buildview();
     connect(&m_shell, &Shell::opened, this, &EditorView::opened);
     connect(&m_shell, &Shell::changed, this, &EditorView::worldchanged);
-    connect(&m_shell, &Shell::selectrequested, this, &EditorView::showkey);
+    connect(&m_shell, &Shell::selectrequested, this, [this](const QString &key) {
+        if (m_shell.settle() != Settled::Cancelled)
+            showkey(key);
+    });
+    makedocuments();
     // Until a node is chosen the editor is closed; tree and empty grid are open.
     anaus(NationalMode, false);
     m_frame1->setEnabled(true);
 }
 
 EditorView::~EditorView() = default;
-
-Database *EditorView::db() const
-{
-    return m_shell.db();
-}
-
-const Settings &EditorView::settings() const
-{
-    return m_shell.settings();
-}
 
 void EditorView::buildview()
 {
@@ -121,8 +115,10 @@ void EditorView::buildview()
     connect(m_teamtab, &TeamTab::kitDoubleClicked, this, &EditorView::pictrikot_DblClick);
     connect(m_teamtab, &TeamTab::crestClicked, this, &EditorView::ImgXwappen_Click);
     connect(m_playertab, &PlayerTab::saveRequested, this, &EditorView::btnspielerspeichern_Click);
-    connect(m_tvdb, &QTreeWidget::itemClicked, this, [this](QTreeWidgetItem *item) { tvdb_NodeClick(item); });
-    connect(tree, &KeyTree::keyChosen, this, [this](QTreeWidgetItem *item) { tvdb_NodeClick(item); });
+    connect(m_teamtab, &TeamTab::modifiedChanged, this, [this](bool modified) { marktab(0, modified); });
+    connect(m_playertab, &PlayerTab::modifiedChanged, this, [this](bool modified) { marktab(1, modified); });
+    connect(m_tvdb, &QTreeWidget::itemClicked, this, &EditorView::nodechosen);
+    connect(tree, &KeyTree::keyChosen, this, &EditorView::nodechosen);
     (new QVBoxLayout(m_frame3))->addWidget(m_tabedit);
 
     upperLayout->addWidget(m_frame2);
@@ -172,16 +168,6 @@ void EditorView::opened()
     mnuoptionenitem_Click(settings().trikotsatz == 0 ? 0 : 1);
 }
 
-void EditorView::worldchanged()
-{
-    if (m_ownsave)
-        return;
-    if (!m_select.isEmpty())
-        m_tvdb->setProperty("Tag", m_select);
-    m_reloaded = true;
-    reloadandshow();
-}
-
 void EditorView::showkey(const QString &key)
 {
     QTreeWidgetItem *found = nullptr;
@@ -215,6 +201,19 @@ void EditorView::reloadtree()
     }
     m_shell.lists()->fill(m_tree);
     const QString tag = m_tvdb->property("Tag").toString();
+    // Countries and clubs that exist only in the tree so far stay, unless
+    // they have been saved meanwhile.
+    struct Provisional {
+        QTreeWidgetItem *item;
+        QString parent;
+    };
+    QList<Provisional> provisional;
+    for (QTreeWidgetItemIterator it(m_tvdb); *it; ++it) {
+        if ((*it)->data(0, Qt::UserRole).toString().endsWith(QLatin1Char('_')) && (*it)->parent()) {
+            provisional.append({(*it)->clone(), (*it)->parent()->data(0, Qt::UserRole).toString()});
+            provisional.last().item->takeChildren();
+        }
+    }
     m_tvdb->clear();
     QHash<QString, QTreeWidgetItem *> items;
     QTreeWidgetItem *selected = nullptr;
@@ -231,6 +230,13 @@ void EditorView::reloadtree()
         if (!selected && !tag.isEmpty() && node.key == tag)
             selected = item;
     }
+    for (const Provisional &p : provisional) {
+        QTreeWidgetItem *parent = items.value(p.parent);
+        if (parent && !items.contains(p.item->data(0, Qt::UserRole).toString().chopped(1)))
+            parent->addChild(p.item);
+        else
+            delete p.item;
+    }
     if (selected) {
         for (QTreeWidgetItem *p = selected; p; p = p->parent())
             p->setExpanded(true);
@@ -241,16 +247,10 @@ void EditorView::reloadtree()
 void EditorView::reloadandshow()
 {
     reloadtree();
-    if (QTreeWidgetItem *item = m_tvdb->currentItem()) {
+    if (QTreeWidgetItem *item = m_tvdb->currentItem())
         tvdb_NodeClick(item);
-    } else {
-        // As at the start: the editor closed, tree and empty grid open.
-        anaus(NationalMode, false);
-        m_frame1->setEnabled(true);
-        m_gridmodel->clear();
-        m_gridrow = -1;
-        m_shell.setshown(QString(), QString());
-    }
+    else
+        closeall();
 }
 
 void EditorView::checkallgesichter()

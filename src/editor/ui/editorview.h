@@ -59,8 +59,9 @@ public:
     void showlandnew(qint64 nummer, const QString &kontinent);
     void showteamnew(qint64 nummer, const QString &land);
     void showspielerliste(qint64 team);
-    void btnteamsave_Click();
-    void btnspielerspeichern_Click();
+    // The saves of the two tabs; false when refused (the user was told why).
+    bool btnteamsave_Click();
+    bool btnspielerspeichern_Click();
     // frmneu: a new country or club as a provisional tree node.
     void shownew();
     // Adds a provisional node under a continent (land) or a country and opens
@@ -82,10 +83,24 @@ public:
 
 private:
     void buildview();
+    // The two tabs as the shell's documents (editorforms.cpp).
+    void makedocuments();
     void opened();
-    // A run changed the world: what is on show is read again, unless the
-    // change is the player save's own.
-    void worldchanged();
+    // A run changed the world: the tree, the form, the grid and the player
+    // tab are read again where the change names what they show; a form with
+    // typing keeps it. The player save's own change is not read back.
+    void worldchanged(const Change &change);
+    // A click or a key on a tree node: the forms are asked about their
+    // typing first, and the tree stays on the node on show when the user cancels.
+    void nodechosen(QTreeWidgetItem *item);
+    // The node on show in the forms, or null.
+    QTreeWidgetItem *shownitem() const;
+    // The forms and the grid empty and closed, as at the start.
+    void closeall();
+    // Reads the grid again and keeps the player tab on its player, who is
+    // shown anew when the change names him and the tab holds no typing.
+    void refreshgrid(const Change &change);
+    void marktab(int index, bool modified);
     // Shows the node with the key, rebuilding the tree when it lacks it.
     void showkey(const QString &key);
     Database *db() const;
@@ -107,6 +122,9 @@ private:
     PlayerTab *m_playertab = nullptr;
     PlayerGridModel *m_gridmodel = nullptr;
     int m_gridrow = -1; // the grid row on show in the player tab
+    QString m_shownkey;  // the key of the node on show in the forms
+    std::unique_ptr<Document> m_teamdoc;
+    std::unique_ptr<Document> m_playerdoc;
     QString m_note;     // what the status bar tells after the current click
     QString m_select;   // the key a save's reload shows
     bool m_reloaded = false;

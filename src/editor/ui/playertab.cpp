@@ -108,6 +108,48 @@ PlayerTab::PlayerTab(QStringListModel *spielerlaender, QWidget *parent) : QWidge
     grid->addWidget(m_save, 1, 1, Qt::AlignBottom);
     grid->setColumnStretch(2, 1);
     setOpen(false);
+
+    for (QLineEdit *edit : findChildren<QLineEdit *>())
+        connect(edit, &QLineEdit::textChanged, this, &PlayerTab::recheck);
+    for (QComboBox *combo : {m_staerke, m_maxstaerke, m_pos, m_land})
+        connect(combo, &QComboBox::currentIndexChanged, this, &PlayerTab::recheck);
+    connect(m_attribute, &QTableWidget::itemChanged, this, &PlayerTab::recheck);
+    rebase();
+}
+
+void PlayerTab::recheck()
+{
+    if (m_filling)
+        return;
+    // An empty tab is closed: nothing to type in.
+    const bool modified = m_player.nummer != 0 && form() != m_shown;
+    if (modified != m_modified) {
+        m_modified = modified;
+        emit modifiedChanged(modified);
+    }
+}
+
+void PlayerTab::rebase()
+{
+    m_filling = false;
+    m_shown = form();
+    m_modified = true;
+    recheck();
+}
+
+void PlayerTab::clear()
+{
+    m_filling = true;
+    m_player = GridPlayer();
+    for (QLineEdit *edit : findChildren<QLineEdit *>())
+        edit->clear();
+    for (QComboBox *combo : {m_staerke, m_maxstaerke, m_pos})
+        combo->setCurrentIndex(0);
+    choosetext(m_land, QString());
+    m_gesicht->showgesicht(0);
+    m_attribute->showtalente(QString(), QString(), 0);
+    setOpen(false);
+    rebase();
 }
 
 void PlayerTab::setOpen(bool open)
@@ -119,6 +161,7 @@ void PlayerTab::setOpen(bool open)
 
 bool PlayerTab::setPlayer(const GridPlayer &player)
 {
+    m_filling = true;
     m_player = player;
     const PlayerForm f = playerform(player);
     m_nummer->setText(QString::number(player.nummer));
@@ -134,6 +177,7 @@ bool PlayerTab::setPlayer(const GridPlayer &player)
     m_gesicht->showgesicht(f.gesicht);
     m_attribute->showtalente(f.erlernt, f.gesperrt, f.art);
     showfromstart(this);
+    rebase();
     return listed;
 }
 
@@ -171,8 +215,10 @@ void PlayerTab::editface()
     for (int part = 0; part < 5; ++part)
         digits[size_t(part)] = m_gesicht->digit(part);
     FaceDialog dialog(m_faces, m_gesicht->code(), digits, this);
-    if (dialog.exec() == QDialog::Accepted)
+    if (dialog.exec() == QDialog::Accepted) {
         m_gesicht->showgesicht(dialog.code());
+        recheck();
+    }
 }
 
 QList<qint64> PlayerTab::unknowntalents() const

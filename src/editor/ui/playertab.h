@@ -30,6 +30,14 @@ public:
     // The form over the player it was filled from: the face on show and the
     // talents of the talent grid.
     PlayerForm form() const;
+    // The player on show; nummer 0 when the tab is empty.
+    const GridPlayer &player() const { return m_player; }
+    // Empties the tab, as when its player is gone.
+    void clear();
+    // Whether the form differs from what it was filled with.
+    bool modified() const { return m_modified; }
+    // Fills the form again with the player on show.
+    void revert() { setPlayer(m_player); }
     // Once at start-up: the talent list and its pictures.
     void load_attribute(Database &db, const QString &attributeFolder);
     // Talent numbers of the player on show that the grid has no row for.
@@ -45,8 +53,13 @@ public:
 
 signals:
     void saveRequested();
+    void modifiedChanged(bool modified);
 
 private:
+    // Compares the form with what it was filled with, after each change.
+    void recheck();
+    void rebase();
+
     QLineEdit *m_nummer, *m_vorname, *m_name, *m_einsatz, *m_rnr, *m_groesse;
     QComboBox *m_staerke, *m_maxstaerke, *m_pos, *m_land;
     FaceView *m_gesicht;
@@ -54,6 +67,9 @@ private:
     TalentGrid *m_attribute;
     QPushButton *m_save;
     GridPlayer m_player;
+    PlayerForm m_shown; // the form as filled
+    bool m_filling = false;
+    bool m_modified = false;
 };
 
 } // namespace zorbo

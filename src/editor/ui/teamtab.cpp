@@ -106,11 +106,56 @@ TeamTab::TeamTab(QStringListModel *laender, QWidget *parent) : QWidget(parent)
     grid->addWidget(m_save, 1, 1, Qt::AlignBottom);
     grid->addLayout(kits, 2, 0, 1, 2);
     grid->setRowStretch(3, 1);
+
+    for (QLineEdit *edit : findChildren<QLineEdit *>())
+        connect(edit, &QLineEdit::textChanged, this, &TeamTab::recheck);
+    for (QComboBox *combo : {m_land, m_kontinent})
+        connect(combo, &QComboBox::currentIndexChanged, this, &TeamTab::recheck);
+}
+
+void TeamTab::recheck()
+{
+    if (m_filling)
+        return;
+    // An empty form is closed: nothing to type in.
+    const bool modified = m_filled && form() != m_shown;
+    if (modified != m_modified) {
+        m_modified = modified;
+        emit modifiedChanged(modified);
+    }
+}
+
+void TeamTab::rebase()
+{
+    m_filling = false;
+    m_shown = form();
+    m_modified = true;
+    recheck();
+}
+
+void TeamTab::clear()
+{
+    m_filling = true;
+    for (QLineEdit *edit : findChildren<QLineEdit *>())
+        edit->clear();
+    choosetext(m_land, QString());
+    choosetext(m_kontinent, QString());
+    for (int slot = 0; slot < 3; ++slot)
+        setArt(slot, 0);
+    m_wappen->setImage(QImage());
+    m_filled = false;
+    rebase();
+}
+
+void TeamTab::revert()
+{
+    setForm(m_shown, m_mode);
 }
 
 void TeamTab::setArt(int slot, int art)
 {
     m_kit[size_t(slot)]->setArt(art, m_kitFolder);
+    recheck();
 }
 
 void TeamTab::setKitColours(int slot, const KitColours &colours)
@@ -159,6 +204,8 @@ QGroupBox *TeamTab::frame(const QString &name) const
 
 bool TeamTab::setForm(const TeamForm &form, TeamMode mode)
 {
+    m_filling = true;
+    m_mode = mode;
     setNational(mode == NationalMode);
     // The save goes to the table the form was read from.
     m_table = mode == NationalMode ? TeamTable::VereineNational : TeamTable::Vereine;
@@ -176,7 +223,10 @@ bool TeamTab::setForm(const TeamForm &form, TeamMode mode)
         setArt(slot, form.arts[slot]);
     loadwappen(int(valtext(form.grafiknr)));
     showfromstart(this);
-    return mode == MarketMode || choosetext(m_land, form.land);
+    const bool listed = mode == MarketMode || choosetext(m_land, form.land);
+    m_filled = true;
+    rebase();
+    return listed;
 }
 
 TeamForm TeamTab::form() const

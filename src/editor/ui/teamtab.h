@@ -31,6 +31,12 @@ public:
     // is saved as it is unless the user picks another; returns false then.
     bool setForm(const TeamForm &form, TeamMode mode);
     TeamForm form() const;
+    // Empties the form, as when its row is gone.
+    void clear();
+    // Whether the form differs from what it was filled with.
+    bool modified() const { return m_modified; }
+    // Fills the form again with what it was filled with.
+    void revert();
     // The kit folder of the current kit set, for the kit drawings.
     void setKitFolder(const QString &folder) { m_kitFolder = folder; }
     void setArt(int slot, int art);
@@ -58,10 +64,15 @@ public:
 
 signals:
     void saveRequested();
+    void modifiedChanged(bool modified);
     void kitDoubleClicked(int slot);
     void crestClicked();
 
 private:
+    // Compares the form with what it was filled with, after each change.
+    void recheck();
+    void rebase();
+
     QLineEdit *m_nummer, *m_grafnr, *m_lang, *m_kurz, *m_stadt, *m_stadion, *m_sitz, *m_steh;
     QComboBox *m_land, *m_kontinent;
     QLabel *m_kontinentLabel;
@@ -71,6 +82,11 @@ private:
     QPushButton *m_save;
     QString m_kitFolder;
     std::function<QImage(int)> m_crestsource;
+    TeamForm m_shown; // the form as filled
+    TeamMode m_mode = ClubMode;
+    bool m_filling = false;
+    bool m_filled = false; // false until the first fill and after clear()
+    bool m_modified = false;
 };
 
 } // namespace zorbo
