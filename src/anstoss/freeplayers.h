@@ -45,6 +45,6 @@ AnstossResult importfreeplayers(Database &db, const AetFile &file, const QList<i
 Step freeplayersstep(const QString &path);
 
 AnstossResult runfreeplayers(Database &db, const QString &path, const QList<int> &indexes = {},
-                             const Progress &progress = {});
+                             const Progress &progress = {}, FileEncoding encoding = FileEncoding::Detect);
 
 } // namespace zorbo

@@ -43,7 +43,7 @@ QString counted(int n, const char *one, const char *many)
 
 bool iswarning(ProblemKind kind)
 {
-    return kind == ProblemKind::SquadSize || kind == ProblemKind::NoGoalkeeper;
+    return kind == ProblemKind::SquadSize || kind == ProblemKind::NoGoalkeeper || kind == ProblemKind::OutsideWindow;
 }
 
 QString problemheading(ProblemKind kind)
@@ -66,6 +66,7 @@ QString problemheading(ProblemKind kind)
     case ProblemKind::CountryWithoutContinent: return QStringLiteral("Länder ohne Kontinent");
     case ProblemKind::SquadSize: return QStringLiteral("Warnung: Kader nicht mit 20 Spielern");
     case ProblemKind::NoGoalkeeper: return QStringLiteral("Warnung: Kader ohne Torwart");
+    case ProblemKind::OutsideWindow: return QStringLiteral("Warnung: Werte außerhalb der Fensterbereiche");
     }
     return {};
 }
@@ -91,6 +92,7 @@ ProblemReport checkproblems(Database &db, const Settings &settings, const Progre
     detail::checkplayerrows(db, settings, sink);
     zorbo::report(progress, 2, steps);
     detail::checksquads(db, sink);
+    detail::checkwindowranges(db, sink);
     zorbo::report(progress, 3, steps);
     placeplayers(db, sink);
     std::stable_sort(sink.problems.begin(), sink.problems.end(),

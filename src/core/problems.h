@@ -10,7 +10,7 @@
 namespace zorbo {
 
 // What the game or the editor would stumble over, in the order the list
-// shows the groups. The last two are warnings: the world can still be
+// shows the groups. The last three are warnings: the world can still be
 // exported and read back.
 enum class ProblemKind {
     LongClubName,        // a club's name over 15 characters
@@ -30,6 +30,7 @@ enum class ProblemKind {
     CountryWithoutContinent,
     SquadSize,           // warning: a club's squad of other than 20
     NoGoalkeeper,        // warning: a squad without a goalkeeper
+    OutsideWindow,       // warning: a value kept beyond what the windows show
 };
 
 bool iswarning(ProblemKind kind);
