@@ -121,6 +121,7 @@ AnstossResult saveimportplayers(Database &db, const AetFile &file, qint64 club, 
                 throw Fault(QStringLiteral("Die Datei %1 hat keinen Spieler %2.").arg(file.shownname()).arg(e.id));
             rows.append(e.fromFile ? fileplayer(db, file, int(e.id), gain) : clubplayer(db, e.id));
         }
+        int kept = 0;
         for (int i = 0; i < rows.size(); ++i) {
             report(progress, squad.size() + i, 2 * squad.size());
             QStringList sets;
@@ -129,6 +130,8 @@ AnstossResult saveimportplayers(Database &db, const AetFile &file, qint64 club, 
                 const QVariant &v = rows[i][size_t(c)];
                 if (v.typeId() == QMetaType::Int && v.toInt() == untouched)
                     continue;
+                if (squad[i].fromFile && outsidewindow(QString::fromUtf8(playercolumns[c]).remove(QLatin1Char('"')), v))
+                    ++kept;
                 values.append(v);
                 sets.append(QStringLiteral("%1 = ?%2").arg(QString::fromUtf8(playercolumns[c])).arg(values.size()));
             }
@@ -142,7 +145,8 @@ AnstossResult saveimportplayers(Database &db, const AetFile &file, qint64 club, 
             ++r.players;
         }
         report(progress, 2 * squad.size(), 2 * squad.size());
-        r.result = Result::success(QStringLiteral("%1 Spieler gespeichert.").arg(r.players));
+        r.kept = kept;
+        r.result = Result::success(withkept(QStringLiteral("%1 Spieler gespeichert.").arg(r.players), kept));
         return r;
     });
 }

@@ -200,7 +200,8 @@ ExchangeResult importcfgfile(Database &db, const QString &path, FileEncoding enc
     if (!result.ok())
         return result;
     return runtransaction(db, QStringLiteral("Einlesen von %1 abgebrochen").arg(path), [&] {
-        result.result.message = withkept(read(file, result), file.keptvalues());
+        const QString done = read(file, result);
+        result.result.message = withkept(done, file.keptvalues());
         return result;
     });
 }

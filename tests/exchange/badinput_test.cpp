@@ -1,4 +1,6 @@
+#include "core/problems.h"
 #include "exchange/configruns.h"
+#include "platform/codepage.h"
 #include "support/qstringprint.h"
 #include "worldfixture.h"
 
@@ -125,4 +127,50 @@ TEST_F(BadInput, PlayerFiles)
     };
     for (const Case &c : cases)
         check(c, false);
+}
+
+// What the windows can't show but the world can store comes in as the file
+// has it, is counted and listed, and goes out and back in unchanged.
+TEST_F(BadInput, ValuesBeyondTheWindowsAreKeptListedAndReadBack)
+{
+    // A real club name with "e.V." runs to 47 characters.
+    const QString longName = QStringLiteral("Turn- und Sportverein Bärenstadt 1899 e. V. Süd");
+    ASSERT_EQ(longName.size(), 47);
+    const QByteArray tm = QByteArray(example("1_tm.cfg"))
+                              .replace("\"FC B\xE4renstadt 1899\"", '"' + *toCp1252(longName) + '"')
+                              .replace("GRAFIK_NR                110", "GRAFIK_NR                1000")
+                              .replace("STADION_SITZPL           26000", "STADION_SITZPL           1000000");
+    // The first player only.
+    QByteArray sp = example("1_sp.cfg");
+    for (const auto &[from, to] : {std::pair<QByteArray, QByteArray>{"MAX_ST\xC4RKE      5000\r", "MAX_ST\xC4RKE      12001\r"},
+                                   {"GROESSE         169\r", "GROESSE         1690\r"}})
+        sp.replace(sp.indexOf(from), from.size(), to);
+    writeBytes(t.file("kept_tm.cfg"), tm);
+    writeBytes(t.file("kept_sp.cfg"), sp);
+    const ExchangeResult teams = importteamsrun(*t, t.file("kept_tm.cfg"));
+    ASSERT_TRUE(teams.ok()) << teams.result.message.toStdString();
+    EXPECT_TRUE(teams.result.message.endsWith(" 3 Werte außerhalb der Fensterbereiche behalten, siehe Probleme"))
+        << teams.result.message.toStdString();
+    const ExchangeResult players = importplayersrun(*t, t.file("kept_sp.cfg"));
+    ASSERT_TRUE(players.ok()) << players.result.message.toStdString();
+    EXPECT_TRUE(players.result.message.endsWith(" 2 Werte außerhalb der Fensterbereiche behalten, siehe Probleme"));
+    EXPECT_EQ(t->scalar("SELECT NAME FROM vereine WHERE NUMMER = 10").toString(), longName);
+    EXPECT_EQ(t->scalar("SELECT \"Max_Stärke\" FROM spieler WHERE NUMMER = 100").toInt(), 12001);
+
+    Settings settings;
+    QStringList listed;
+    for (const Problem &p : checkproblems(*t, settings).problems) {
+        if (p.kind == ProblemKind::OutsideWindow)
+            listed << QStringLiteral("%1/%2/%3").arg(p.where.team).arg(p.where.player).arg(p.where.field);
+    }
+    EXPECT_EQ(listed, (QStringList{"10/-1/NAME", "10/-1/GRAFIK_NR", "10/-1/STADION_SITZPL", "-1/100/MAX_STÄRKE",
+                                   "-1/100/GROESSE"}));
+
+    const QString world = dumpWorld(*t);
+    ASSERT_TRUE(exportconfig(*t, t.file("out_tm.cfg"), ConfigKind::Teams).ok());
+    ASSERT_TRUE(exportconfig(*t, t.file("out_sp.cfg"), ConfigKind::Players).ok());
+    TestDb back;
+    ASSERT_TRUE(importteamsrun(*back, t.file("out_tm.cfg")).ok());
+    ASSERT_TRUE(importplayersrun(*back, t.file("out_sp.cfg")).ok());
+    EXPECT_EQ(dumpWorld(*back), world);
 }
