@@ -200,8 +200,6 @@ TEST(MarketFill, MaximaAboveSixStarsReadBackFromTheExport)
             w.db().run(QStringLiteral("UPDATE %1 SET \"%2\" = ?1 WHERE \"%2\" IS NULL AND NUMMER <> 0").arg(table, c.name),
                        c.isText() ? QVariant(QString("")) : QVariant(0));
     }
-    // The reader stores empty text in every SPIELER column, the market's too.
-    w.db().run("UPDATE vereine SET SPIELER = '' WHERE NUMMER = 0");
     TempFolder files;
     ASSERT_TRUE(exportconfig(w.db(), files.file("1_tm.cfg"), ConfigKind::Teams).ok());
     ASSERT_TRUE(exportconfig(w.db(), files.file("1_sp.cfg"), ConfigKind::Players).ok());
