@@ -109,6 +109,8 @@ TEST(AnstossCli, RefusedFilesAreErrorsNamingTheFileAndUtf8IsReadWhenAsked)
         {{"import-aet", write("utf16.aet", QByteArray("\xFF\xFE[\0T\0", 6)), "--club", club, "--stadium"},
          {"utf16.aet", "keine Textdatei"}},
         {{"import-league", write("wirr.lan", garbage), "--free"}, {"Fehler: Die Datei " + dir.file("wirr.lan")}},
+        {{"import-aet", write("ohnesitz.aet", "[Team]\r\nName=X\r\nStadionsteh=5\r\n"), "--club", club, "--stadium"},
+         {"ohnesitz.aet", "[team]", "Stadionsitz"}},
         {{"import-aet", write("gross.aet", "[Team]\r\nName=X\r\nSpieler=1\r\n[Spieler1]\r\nName=A\r\nPosition=1\r\n"
                                            "Staerke=99999999999999999999\r\nHautfarbe=0\r\nHaarfarbe=3\r\n"),
           "--free"},
