@@ -1,7 +1,6 @@
 #include "core/columnrules.h"
 
 #include <QHash>
-#include <cmath>
 
 namespace zorbo {
 
@@ -11,8 +10,8 @@ constexpr qint64 int32Min = -2147483647LL - 1;
 constexpr qint64 int32Max = 2147483647LL;
 constexpr int storedLength = 255;
 
-// What the windows show. Texts: a club's name is typed in up to 32
-// characters and a country's name fills short name, town and
+// What the windows show and let the user type. Texts: a club's name is typed
+// in up to 32 characters and a country's name fills short name, town and
 // stadium of its national team, so 32 is the width of every name; colours
 // and climate are three numbers of three digits; a talent list names at
 // most the 53 talents (148 characters). The same name has the same rule in
