@@ -7,8 +7,8 @@
 set -euo pipefail
 root=$(cd "$(dirname "$0")/.." && pwd)
 build=${FUZZ_BUILD:-$root/build-fuzz}
-targets=(resfdir gfp tga tmcfg spcfg tea profile)
-declare -A budget=([resfdir]=20 [gfp]=20 [tga]=20 [tmcfg]=10 [spcfg]=10 [tea]=10 [profile]=10)
+targets=(resfdir gfp tga tmcfg spcfg tea profile aet)
+declare -A budget=([resfdir]=20 [gfp]=20 [tga]=20 [tmcfg]=10 [spcfg]=10 [tea]=10 [profile]=10 [aet]=10)
 
 if ! ls /usr/lib/llvm-*/lib/clang/*/lib/linux/libclang_rt.fuzzer-x86_64.a >/dev/null 2>&1; then
     echo "fuzz-smoke: libFuzzer is missing (Debian package libclang-rt-14-dev)" >&2

@@ -1,20 +1,15 @@
 #include "anstoss/aetfile.h"
 
+#include "core/columnrules.h"
+#include "core/textfile.h"
 #include "platform/numbers.h"
 #include "platform/random.h"
 
 #include <QDir>
-#include <QFileInfo>
 
 namespace zorbo {
 
 namespace {
-
-// Number at the start of a value, as the readers of numbers take it.
-int leadingint(const QString &text)
-{
-    return int(valtext(text));
-}
 
 std::optional<std::array<int, 3>> splitcolour(const QString &text)
 {
@@ -34,21 +29,75 @@ std::optional<std::array<int, 3>> splitcolour(const QString &text)
 
 } // namespace
 
-Result AetFile::load(const QString &path)
+Result AetFile::load(const QString &path, AetKind kind, FileEncoding encoding)
 {
     m_path = path;
-    const QFileInfo info(path);
-    if (!info.exists())
-        return Result::failure(QStringLiteral("Die Datei %1 gibt es nicht.").arg(shownname()));
-    if (!info.isFile())
-        return Result::failure(QStringLiteral("%1 ist keine Datei.").arg(shownname()));
-    if (info.size() > ProfileFile::maxBytes)
-        return Result::failure(QStringLiteral("Die Datei %1 ist mit %2 Bytes zu groß für eine Datei des Anstoss Exporters.")
-                                   .arg(shownname())
-                                   .arg(info.size()));
-    if (!m_profile.load(path))
-        return Result::failure(QStringLiteral("Die Datei %1 kann nicht gelesen werden.").arg(shownname()));
+    m_looksUtf8 = false;
+    QByteArray bytes;
+    const Result loaded = loadtextfile(path, encoding, ProfileFile::maxBytes, bytes, m_looksUtf8);
+    if (!loaded)
+        return loaded;
+    m_profile.parse(bytes);
+    try {
+        return kind == AetKind::Club ? checkclub() : checkleague();
+    } catch (const Fault &fault) {
+        return Result::failure(fault.message());
+    }
+}
+
+Result AetFile::checkclub() const
+{
+    // Only the keys the import reads: what else a file holds never reaches the world.
+    static const QStringList teamTexts = {QStringLiteral("Name"), QStringLiteral("Stadt"), QStringLiteral("Land"),
+                                          QStringLiteral("stadion")};
+    static const QStringList teamNumbers = {QStringLiteral("spieler"), QStringLiteral("Stadionsitz"),
+                                            QStringLiteral("Stadionsteh")};
+    static const QStringList playerTexts = {QStringLiteral("Name"), QStringLiteral("Vorname"), QStringLiteral("Land")};
+    static const QStringList playerNumbers = {QStringLiteral("Position"), QStringLiteral("Staerke"),
+                                              QStringLiteral("Restspiele"), QStringLiteral("Rueckennummer"),
+                                              QStringLiteral("Hautfarbe"), QStringLiteral("Haarfarbe")};
+    bool found = false;
+    for (const QString &section : sections()) {
+        const bool team = ProfileFile::sameName(section, QStringLiteral("team"));
+        bool number = false;
+        const bool player = section.startsWith(QLatin1String("spieler"), Qt::CaseInsensitive)
+                         && (section.mid(7).toInt(&number), number);
+        if (!team && !player)
+            continue;
+        found = true;
+        for (const QString &key : team ? teamTexts : playerTexts) {
+            if (has(section, key))
+                checklength(section, key);
+        }
+        for (const QString &key : team ? teamNumbers : playerNumbers) {
+            if (has(section, key))
+                this->number(section, key);
+        }
+    }
+    if (!found)
+        return Result::failure(QStringLiteral("Die Datei %1 ist keine Vereinsdatei des Anstoss Exporters: sie hat weder "
+                                              "einen Abschnitt [Team] noch einen Abschnitt [Spieler1].")
+                                   .arg(shownname()));
     return Result::success();
+}
+
+Result AetFile::checkleague() const
+{
+    const QStringList names = sections();
+    for (qsizetype s = 1; s < names.size(); ++s) {
+        if (!sectionlines(names[s]).isEmpty())
+            return Result::success();
+    }
+    return Result::failure(QStringLiteral("Die Datei %1 ist keine Liga- oder Landesdatei des Anstoss Exporters: nach "
+                                          "ihrem ersten Abschnitt nennt kein Abschnitt eine Vereinsdatei.")
+                               .arg(shownname()));
+}
+
+void AetFile::checklength(const QString &section, const QString &key) const
+{
+    const QString text = value(section, key);
+    if (const QString problem = lengthproblem(key, text.size()); !problem.isEmpty())
+        fail(section, key, problem + QLatin1Char('.'));
 }
 
 QString AetFile::shownname() const
@@ -60,6 +109,15 @@ QString AetFile::value(const QString &section, const QString &key, const QString
 {
     const std::optional<QString> v = m_profile.value(section, key);
     return trimspaces(v ? *v : def.left(32766));
+}
+
+double AetFile::number(const QString &section, const QString &key, const QString &def) const
+{
+    const QString text = value(section, key, def);
+    const double n = valtext(text);
+    if (const QString problem = rangeproblem(key, n); !problem.isEmpty())
+        fail(section, key, QStringLiteral("»%1«; %2.").arg(text.left(60), problem));
+    return n;
 }
 
 bool AetFile::has(const QString &section, const QString &key) const
@@ -101,9 +159,11 @@ void AetFile::fail(const QString &section, const QString &key, const QString &wh
 {
     Finding where;
     where.file = m_path;
+    where.line = m_profile.findEntry(section, key) + 1;
     where.field = QStringLiteral("[%1] %2").arg(section, key);
     where.text = what;
-    throw Fault(QStringLiteral("%1, Abschnitt [%2], Schlüssel %3: %4").arg(shownname(), section, key, what), where);
+    const QString line = where.line > 0 ? QStringLiteral(", Zeile %1").arg(where.line) : QString();
+    throw Fault(QStringLiteral("%1%2, Abschnitt [%3], Schlüssel %4: %5").arg(shownname(), line, section, key, what), where);
 }
 
 QString aetsection(int i)
@@ -119,7 +179,8 @@ QString positiontext(int art)
 
 int aetplayercount(const AetFile &file)
 {
-    const int n = leadingint(file.value(QStringLiteral("team"), QStringLiteral("spieler"), QStringLiteral("0")));
+    const double announced = file.number(QStringLiteral("team"), QStringLiteral("spieler"), QStringLiteral("0"));
+    const int n = int(announced);
     for (int i = 0; i < n; ++i) {
         if (!file.hasSection(aetsection(i)))
             file.fail(QStringLiteral("team"), QStringLiteral("spieler"),
@@ -131,8 +192,9 @@ int aetplayercount(const AetFile &file)
 int aetposition(const AetFile &file, int i, const QString &def)
 {
     const QString text = file.value(aetsection(i), QStringLiteral("Position"), def);
-    const int art = leadingint(text);
-    if (art < 0 || art > 3 || valtext(text) != art)
+    const double position = file.number(aetsection(i), QStringLiteral("Position"), def);
+    const int art = int(position);
+    if (art < 0 || art > 3 || position != art)
         file.fail(aetsection(i), QStringLiteral("Position"),
                   QStringLiteral("»%1« ist keine Position von 0 bis 3.").arg(text));
     return art;
@@ -142,11 +204,10 @@ AetFace aetface(Database &db, const AetFile &file, int i)
 {
     const QString section = aetsection(i);
     const QString skin = file.value(section, QStringLiteral("Hautfarbe"));
-    const int h = leadingint(skin);
+    const int h = int(file.number(section, QStringLiteral("Hautfarbe")));
     if (h != 0 && h != 1)
         file.fail(section, QStringLiteral("Hautfarbe"), QStringLiteral("»%1« ist weder 0 noch 1.").arg(skin));
-    const QString hair = file.value(section, QStringLiteral("Haarfarbe"));
-    const int c = leadingint(hair);
+    const int c = int(file.number(section, QStringLiteral("Haarfarbe")));
     Statement st = db.prepare(
         QStringLiteral("SELECT Hautfarbe, Haarfarbe FROM e_gesichtsfarbe WHERE Haare = ?1 AND farbe = ?2"));
     st.bindAll(c, h);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/codepage.h"
 #include "platform/database.h"
 #include "platform/operation.h"
 #include "platform/profilefile.h"
@@ -15,16 +16,29 @@ namespace zorbo {
 // profile functions do: sections and keys without regard to case, values
 // trimmed of blanks, a missing section or key gives the caller's default,
 // at most 32,766 characters, code page 1252.
+enum class AetKind {
+    Club,   // .aet: one club with its players
+    League, // .lig, .lan: the club files of leagues
+};
+
 class AetFile {
 public:
     // Reads the file. Fails, naming the file, when it is missing, no plain
-    // file, unreadable or larger than an exporter file can be.
-    Result load(const QString &path);
+    // file, unreadable, larger than an exporter file can be or no text; when
+    // nothing of a file of its kind is in it; for a club file, when a key the
+    // import reads holds a number beyond 32 bits or a text longer than the
+    // world stores. Detect refuses a file that reads as UTF-8 and sets
+    // looksUtf8(), so that the user can be asked; Utf8 reads it as such.
+    Result load(const QString &path, AetKind kind = AetKind::Club, FileEncoding encoding = FileEncoding::Detect);
+    bool looksUtf8() const { return m_looksUtf8; }
     const QString &path() const { return m_path; }
     // The file's name for messages, in the system's separators.
     QString shownname() const;
 
     QString value(const QString &section, const QString &key, const QString &def = {}) const;
+    // The number at the start of a value, as the readers of numbers take it
+    // (no number gives 0); Fault for one beyond 32 bits, which no column holds.
+    double number(const QString &section, const QString &key, const QString &def = {}) const;
     bool has(const QString &section, const QString &key) const;
     bool hasSection(const QString &section) const;
     QStringList sections() const;
@@ -35,8 +49,13 @@ public:
     [[noreturn]] void fail(const QString &section, const QString &key, const QString &what) const;
 
 private:
+    Result checkclub() const;
+    Result checkleague() const;
+    void checklength(const QString &section, const QString &key) const;
+
     ProfileFile m_profile;
     QString m_path;
+    bool m_looksUtf8 = false;
 };
 
 // Section of the file's player i, counted from 0.

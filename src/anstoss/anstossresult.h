@@ -17,6 +17,11 @@ struct AnstossResult {
     // League lines whose club file exists at neither place, as "Liga/Name".
     QStringList missing;
     QList<Finding> findings;
+    // The run stopped before reading because a file reads as UTF-8; run it
+    // again with FileEncoding::Utf8 or FileEncoding::Cp1252 as the user says.
+    bool looksUtf8 = false;
+    // Values kept though the windows don't show them.
+    int kept = 0;
 
     bool ok() const { return result.ok; }
 };

@@ -13,7 +13,7 @@ namespace {
 
 qint64 wholevalue(const AetFile &file, const QString &section, const QString &key)
 {
-    return qint64(valtext(file.value(section, key)));
+    return qint64(file.number(section, key));
 }
 
 } // namespace
@@ -124,12 +124,14 @@ Step freeplayersstep(const QString &path)
     return {QStringLiteral("Freie Spieler aus %1").arg(QFileInfo(path).fileName())};
 }
 
-AnstossResult runfreeplayers(Database &db, const QString &path, const QList<int> &indexes, const Progress &progress)
+AnstossResult runfreeplayers(Database &db, const QString &path, const QList<int> &indexes, const Progress &progress,
+                             FileEncoding encoding)
 {
     return runtransaction(db, QStringLiteral("Die freien Spieler wurden nicht gespeichert"), [&] {
         AetFile file;
         AnstossResult r;
-        r.result = file.load(path);
+        r.result = file.load(path, AetKind::Club, encoding);
+        r.looksUtf8 = file.looksUtf8();
         if (!r.ok())
             return r;
         return importfreeplayers(db, file, indexes, progress);

@@ -50,6 +50,6 @@ QString duplicatestext(int duplicates);
 Step freeplayersstep(const QString &path);
 
 AnstossResult runfreeplayers(Database &db, const QString &path, const QList<int> &indexes = {},
-                             const Progress &progress = {});
+                             const Progress &progress = {}, FileEncoding encoding = FileEncoding::Detect);
 
 } // namespace zorbo

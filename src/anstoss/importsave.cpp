@@ -1,5 +1,6 @@
 #include "anstoss/importsave.h"
 
+#include "core/columnrules.h"
 #include "core/fieldcheck.h"
 #include "core/landneu.h"
 #include "core/strength.h"
@@ -40,13 +41,19 @@ Row fileplayer(Database &db, const AetFile &file, int i, int &gain)
         file.fail(s, QStringLiteral("Position"), QStringLiteral("Der Schlüssel fehlt."));
     const int art = aetposition(file, i, {});
     const qint64 number = wholekey(file, i, QStringLiteral("Rueckennummer"));
-    const double strength = valtext(file.value(s, QStringLiteral("staerke")));
-    const qint64 rest = qint64(valtext(file.value(s, QStringLiteral("restspiele"))));
+    const double strength = file.number(s, QStringLiteral("staerke"));
+    const qint64 rest = qint64(file.number(s, QStringLiteral("restspiele")));
+    // The maximum lies a few stars above the strength: near the edge of 32
+    // bits it would run past what the world stores.
+    const qint64 maximum = staerkegewinn(strength, gain);
+    if (const QString problem = rangeproblem(QStringLiteral("MAX_STÄRKE"), double(maximum)); !problem.isEmpty())
+        file.fail(s, QStringLiteral("Staerke"),
+                  QStringLiteral("die Stärke %1 ergäbe eine höchste Stärke von %2; %3.").arg(strength, 0, 'f', 0).arg(maximum).arg(problem));
     Row row;
     row[0] = file.value(s, QStringLiteral("name"));
     row[1] = file.value(s, QStringLiteral("vorname")).left(1) + QLatin1Char('.');
     row[2] = qint64(roundHalfEven(strength));
-    row[3] = qint64(staerkegewinn(strength, gain));
+    row[3] = maximum;
     row[4] = landneu(db, file.value(s, QStringLiteral("land")));
     row[5] = qint64(rndBelow(30) + 175);
     row[6] = qint64(art);
@@ -122,6 +129,7 @@ AnstossResult saveimportplayers(Database &db, const AetFile &file, qint64 club, 
                 throw Fault(QStringLiteral("Die Datei %1 hat keinen Spieler %2.").arg(file.shownname()).arg(e.id));
             rows.append(e.fromFile ? fileplayer(db, file, int(e.id), gain) : clubplayer(db, e));
         }
+        int kept = 0;
         for (int i = 0; i < rows.size(); ++i) {
             report(progress, squad.size() + i, 2 * squad.size());
             QStringList sets;
@@ -130,6 +138,8 @@ AnstossResult saveimportplayers(Database &db, const AetFile &file, qint64 club, 
                 const QVariant &v = rows[i][size_t(c)];
                 if (v.typeId() == QMetaType::Int && v.toInt() == untouched)
                     continue;
+                if (squad[i].fromFile && outsidewindow(QString::fromUtf8(playercolumns[c]).remove(QLatin1Char('"')), v))
+                    ++kept;
                 values.append(v);
                 sets.append(QStringLiteral("%1 = ?%2").arg(QString::fromUtf8(playercolumns[c])).arg(values.size()));
             }
@@ -143,7 +153,8 @@ AnstossResult saveimportplayers(Database &db, const AetFile &file, qint64 club, 
             r.players += db.changes();
         }
         report(progress, 2 * squad.size(), 2 * squad.size());
-        r.result = Result::success(QStringLiteral("%1 Spieler gespeichert.").arg(r.players));
+        r.kept = kept;
+        r.result = Result::success(withkept(QStringLiteral("%1 Spieler gespeichert.").arg(r.players), kept));
         return r;
     });
 }

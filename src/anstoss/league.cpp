@@ -53,10 +53,12 @@ QString findfilenocase(const QString &path)
     return QFileInfo(at).isFile() ? at : QString();
 }
 
-LeagueList readleague(const QString &path)
+LeagueList readleague(const QString &path, FileEncoding encoding, bool *looksUtf8)
 {
     AetFile file;
-    const Result loaded = file.load(path);
+    const Result loaded = file.load(path, AetKind::League, encoding);
+    if (looksUtf8)
+        *looksUtf8 = file.looksUtf8();
     if (!loaded)
         throw Fault(loaded.message, Finding{loaded.message, path});
     const QStringList sections = file.sections();
@@ -86,14 +88,21 @@ LeagueList readleague(const QString &path)
                 list.missing.append(league + QLatin1Char('/') + name);
         }
     }
+    if (list.clubs.isEmpty()) {
+        const QString why = QStringLiteral("von den %1 Vereinsdateien, die sie nennt, ist keine zu finden (die erste: %2.aet).")
+                                .arg(list.missing.size())
+                                .arg(list.missing.value(0));
+        throw Fault(QStringLiteral("Die Datei %1: %2").arg(file.shownname(), why), Finding{why, path});
+    }
     return list;
 }
 
 AnstossResult importleague(Database &db, const QString &path, const Progress &progress,
-                           const std::function<void(const QString &)> &leagueshown)
+                           const std::function<void(const QString &)> &leagueshown, FileEncoding encoding)
 {
-    return runtransaction(db, QStringLiteral("Die Liga wurde nicht importiert"), [&] {
-        const LeagueList list = readleague(path);
+    bool looksUtf8 = false;
+    AnstossResult done = runtransaction(db, QStringLiteral("Die Liga wurde nicht importiert"), [&] {
+        const LeagueList list = readleague(path, encoding, &looksUtf8);
         AnstossResult r;
         r.missing = list.missing;
         QString league;
@@ -105,7 +114,8 @@ AnstossResult importleague(Database &db, const QString &path, const Progress &pr
             league = club.league;
             report(progress, i, list.clubs.size());
             AetFile file;
-            const Result loaded = file.load(club.path);
+            const Result loaded = file.load(club.path, AetKind::Club, encoding);
+            looksUtf8 = file.looksUtf8();
             if (!loaded)
                 throw Fault(loaded.message, Finding{loaded.message, club.path});
             const AnstossResult one = importfreeplayers(db, file, {}, {}, &keys);
@@ -121,6 +131,8 @@ AnstossResult importleague(Database &db, const QString &path, const Progress &pr
             + duplicatestext(r.duplicates));
         return r;
     });
+    done.looksUtf8 = !done.ok() && looksUtf8;
+    return done;
 }
 
 } // namespace zorbo

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "anstoss/anstossresult.h"
+#include "platform/codepage.h"
 #include "platform/database.h"
 
 #include <QList>
@@ -24,8 +25,9 @@ struct LeagueList {
 // folder L beside the file's folder D; each later section is a league whose
 // lines name club files, tried as D/league/name.aet and L/league/name.aet.
 // A file is also found when its name differs only in case. Throws Fault when
-// the file can't be read.
-LeagueList readleague(const QString &path);
+// the file can't be read, holds nothing of a league or country file, or
+// names no club file that is found; *looksUtf8 tells a file stopped as UTF-8.
+LeagueList readleague(const QString &path, FileEncoding encoding = FileEncoding::Detect, bool *looksUtf8 = nullptr);
 
 // The path of an existing plain file that equals path but for the case of
 // its names, the exact spelling first; empty when there is none.
@@ -35,7 +37,9 @@ QString findfilenocase(const QString &path);
 // transaction for the whole file: a refused club saves nothing of any.
 // Reports one step per club file (done, total) and asks leagueshown about
 // each league as the run reaches it, so that a window can name it.
+// The encoding holds for the league file and every club file.
 AnstossResult importleague(Database &db, const QString &path, const Progress &progress = {},
-                           const std::function<void(const QString &league)> &leagueshown = {});
+                           const std::function<void(const QString &league)> &leagueshown = {},
+                           FileEncoding encoding = FileEncoding::Detect);
 
 } // namespace zorbo

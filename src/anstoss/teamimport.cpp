@@ -1,5 +1,6 @@
 #include "anstoss/importsave.h"
 
+#include "core/columnrules.h"
 #include "core/fieldcheck.h"
 #include "core/kitcolours.h"
 #include "core/landneu.h"
@@ -92,6 +93,11 @@ AnstossResult saveimportteam(Database &db, const AetFile &file, qint64 club, con
             sitz = seats(QStringLiteral("Sitzplätze:"), t.sitz);
             steh = seats(QStringLiteral("Stehplätze:"), t.steh);
         }
+        for (const auto &[column, text] : {std::pair{QStringLiteral("NAME"), t.name}, {QStringLiteral("STADT"), t.stadt},
+                                           {QStringLiteral("STADION_NAME"), t.stadion}}) {
+            if (const QString problem = lengthproblem(column, text.size()); !problem.isEmpty())
+                throw Fault(QStringLiteral("Im Feld %1 steht %2.").arg(column, problem), Finding{problem, {}, 0, column});
+        }
         QStringList colours;
         if (t.kits) {
             for (const char *key : {"trikoth0", "trikoth1", "trikoth2", "trikota0", "trikota1", "trikota2"})
@@ -116,8 +122,14 @@ AnstossResult saveimportteam(Database &db, const AetFile &file, qint64 club, con
                                   "F_TRIKOT_WERBUNG = ?3, F_HOSE_STREIFEN = ?4 WHERE NUMMER = ?5"),
                    colours[3], colours[4], colours[5], black, club);
         }
+        // What the file brought that the windows can't show.
+        r.kept = int(t.team && outsidewindow(QStringLiteral("NAME"), t.name.size()))
+               + int(t.team && outsidewindow(QStringLiteral("STADT"), t.stadt.size()))
+               + int(t.stadium && outsidewindow(QStringLiteral("STADION_NAME"), t.stadion.size()))
+               + int(t.stadium && outsidewindow(QStringLiteral("STADION_SITZPL"), double(sitz)))
+               + int(t.stadium && outsidewindow(QStringLiteral("STADION_STEHPL"), double(steh)));
         r.clubs = 1;
-        r.result = Result::success(QStringLiteral("Verein %1 gespeichert.").arg(club));
+        r.result = Result::success(withkept(QStringLiteral("Verein %1 gespeichert.").arg(club), r.kept));
         return r;
     });
 }

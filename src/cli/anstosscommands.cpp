@@ -19,10 +19,21 @@ bool takeFlag(Context &ctx, const QString &name)
     return ctx.args.removeAll(name) > 0;
 }
 
+// The encoding of --utf8: without it a file that reads as UTF-8 is refused.
+FileEncoding takeEncoding(Context &ctx)
+{
+    return takeFlag(ctx, QStringLiteral("--utf8")) ? FileEncoding::Utf8 : FileEncoding::Detect;
+}
+
+QString withutf8hint(const QString &message, bool looksUtf8)
+{
+    return looksUtf8 ? message + QStringLiteral(" Mit der Angabe --utf8 wird sie als UTF-8 gelesen.") : message;
+}
+
 int finish(Context &ctx, const AnstossResult &r)
 {
     if (!r.ok())
-        return ctx.fail(r.result.message);
+        return ctx.fail(QStringLiteral("Fehler: ") + withutf8hint(r.result.message, r.looksUtf8));
     ctx.out << r.result.message << '\n';
     return 0;
 }
@@ -74,6 +85,7 @@ QList<SquadEntry> squadof(Database &db, const AetFile &file, qint64 club, const 
 int importaet(Context &ctx)
 {
     const bool free = takeFlag(ctx, QStringLiteral("--free"));
+    const FileEncoding encoding = takeEncoding(ctx);
     const QString clubtext = ctx.takeOption(QStringLiteral("--club"));
     const QString squad = ctx.takeOption(QStringLiteral("--squad"));
     TeamImport groups;
@@ -99,7 +111,8 @@ int importaet(Context &ctx)
     if (free)
         return finish(ctx, world->run(
                                [&](Database &db) {
-                                   return runfreeplayers(db, path, {}, ctx.progress(QStringLiteral("Speichere Freie Spieler")));
+                                   return runfreeplayers(db, path, {}, ctx.progress(QStringLiteral("Speichere Freie Spieler")),
+                                                         encoding);
                                },
                                {}, freeplayersstep(path)));
     const int trikotsatz = world->settings().trikotsatz;
@@ -108,7 +121,8 @@ int importaet(Context &ctx)
         [&](Database &db) {
             AetFile file;
             AnstossResult done;
-            done.result = file.load(path);
+            done.result = file.load(path, AetKind::Club, encoding);
+            done.looksUtf8 = file.looksUtf8();
             if (!done.ok())
                 return done;
             if (grouped) {
@@ -116,6 +130,18 @@ int importaet(Context &ctx)
                 team.team = groups.team;
                 team.stadium = groups.stadium;
                 team.kits = groups.kits;
+                // The window's seat fields come from the file here: a missing or
+                // wrong value is the file's.
+                if (team.stadium) {
+                    for (const auto &[key, text] : {std::pair{QStringLiteral("Stadionsitz"), team.sitz},
+                                                    std::pair{QStringLiteral("Stadionsteh"), team.steh}}) {
+                        if (!parsewholenumber(text))
+                            file.fail(QStringLiteral("team"), key,
+                                      text.isEmpty() ? QStringLiteral("Der Schlüssel fehlt oder ist leer; die Stadiondaten "
+                                                                      "brauchen eine ganze Zahl.")
+                                                     : QStringLiteral("»%1« ist keine ganze Zahl.").arg(text));
+                    }
+                }
                 done = saveimportteam(db, file, *club, team, trikotsatz);
                 if (!done.ok())
                     return done;
@@ -132,7 +158,7 @@ int importaet(Context &ctx)
         QStringLiteral("Der Verein wurde nicht importiert"),
         squad.isEmpty() ? importteamstep(*club, path) : importplayersstep(*club, path));
     if (!r.ok())
-        return ctx.fail(r.result.message);
+        return ctx.fail(QStringLiteral("Fehler: ") + withutf8hint(r.result.message, r.looksUtf8));
     for (const QString &line : told)
         ctx.out << line << '\n';
     return 0;
@@ -141,6 +167,7 @@ int importaet(Context &ctx)
 int importleague(Context &ctx)
 {
     const bool free = takeFlag(ctx, QStringLiteral("--free"));
+    const FileEncoding encoding = takeEncoding(ctx);
     if (!free || ctx.args.size() != 1)
         return ctx.fail(QStringLiteral("import-league braucht eine .lig- oder .lan-Datei und --free."));
     const QString path = QFileInfo(ctx.args.first()).absoluteFilePath();
@@ -148,7 +175,10 @@ int importleague(Context &ctx)
     if (!world)
         return 1;
     const AnstossResult r = world->run(
-        [&](Database &db) { return zorbo::importleague(db, path, ctx.progress(QStringLiteral("Importiere Liga"))); }, {},
+        [&](Database &db) {
+            return zorbo::importleague(db, path, ctx.progress(QStringLiteral("Importiere Liga")), {}, encoding);
+        },
+        {},
         freeplayersstep(path));
     if (r.ok()) {
         for (const QString &m : r.missing)
@@ -160,10 +190,10 @@ int importleague(Context &ctx)
 const bool registered =
     registerCommand({QStringLiteral("import-aet"),
                      QStringLiteral("DATEI (--free | --club NUMMER [--team] [--stadium] [--kits] "
-                                    "[--squad auto|auto:K|LISTE])"),
+                                    "[--squad auto|auto:K|LISTE]) [--utf8]"),
                      QStringLiteral("bringt einen Verein des Anstoss Exporters in die freien Spieler oder über einen Verein"),
                      importaet})
-    && registerCommand({QStringLiteral("import-league"), QStringLiteral("DATEI --free"),
+    && registerCommand({QStringLiteral("import-league"), QStringLiteral("DATEI --free [--utf8]"),
                         QStringLiteral("bringt alle Vereine einer .lig- oder .lan-Datei in die freien Spieler"),
                         importleague});
 

@@ -52,15 +52,21 @@ struct Command {
 };
 
 // Prints an outcome (`result` and `findings`): its findings, one a line,
-// then its message, on standard output when it succeeded (answers 0), on
-// standard error when not (answers 1).
+// then its message, on standard output when it succeeded (answers 0). A
+// refused run is an error on standard error (answers 1): "Fehler:" and its
+// message, with the findings that the message doesn't hold already.
 template <typename Outcome>
 int finish(Context &ctx, const Outcome &outcome)
 {
+    if (!outcome.result.ok) {
+        for (const Finding &f : outcome.findings) {
+            if (!outcome.result.message.contains(f.text))
+                ctx.err << "Fehler: " << f.toString() << '\n';
+        }
+        return ctx.fail(QStringLiteral("Fehler: ") + outcome.result.message);
+    }
     for (const QString &line : findinglines(outcome.findings))
         ctx.out << "Hinweis: " << line << '\n';
-    if (!outcome.result.ok)
-        return ctx.fail(outcome.result.message);
     ctx.out << outcome.result.message << '\n';
     return 0;
 }

@@ -44,7 +44,8 @@ QString counted(int n, const char *one, const char *many)
 bool iswarning(ProblemKind kind)
 {
     return kind == ProblemKind::SquadSize || kind == ProblemKind::NoGoalkeeper || kind == ProblemKind::CrestDefault
-           || kind == ProblemKind::PlayerWithoutCountry;
+           || kind == ProblemKind::PlayerWithoutCountry
+           || kind == ProblemKind::OutsideWindow;
 }
 
 QString problemheading(ProblemKind kind)
@@ -70,6 +71,7 @@ QString problemheading(ProblemKind kind)
     case ProblemKind::NoGoalkeeper: return QStringLiteral("Warnung: Kader ohne Torwart");
     case ProblemKind::CrestDefault: return QStringLiteral("Warnung: Wappen ohne Datei, das Standardwappen wird gezeigt");
     case ProblemKind::PlayerWithoutCountry: return QStringLiteral("Warnung: Spieler ohne Land");
+    case ProblemKind::OutsideWindow: return QStringLiteral("Warnung: Werte außerhalb der Fensterbereiche");
     }
     return {};
 }
@@ -95,6 +97,7 @@ ProblemReport checkproblems(Database &db, const Settings &settings, const Progre
     detail::checkplayerrows(db, settings, sink);
     zorbo::report(progress, 2, steps);
     detail::checksquads(db, sink);
+    detail::checkwindowranges(db, sink);
     zorbo::report(progress, 3, steps);
     placeplayers(db, sink);
     std::stable_sort(sink.problems.begin(), sink.problems.end(),

@@ -10,7 +10,7 @@
 namespace zorbo {
 
 // What the game or the editor would stumble over, in the order the list
-// shows the groups. The last four are warnings: the world can still be
+// shows the groups. The last five are warnings: the world can still be
 // exported and read back.
 enum class ProblemKind {
     LongClubName,        // a club's name over 15 characters
@@ -33,6 +33,7 @@ enum class ProblemKind {
     NoGoalkeeper,        // warning: a squad without a goalkeeper
     CrestDefault,        // warning: a crest number without its file, shown with the default crest
     PlayerWithoutCountry, // warning: a player whose country is blank
+    OutsideWindow,       // warning: a value kept beyond what the windows show
 };
 
 bool iswarning(ProblemKind kind);

@@ -47,6 +47,9 @@ void checkplayerrows(Database &db, const Settings &settings, ProblemSink &sink);
 // squads or none, squad sizes and goalkeepers.
 void checksquads(Database &db, ProblemSink &sink);
 
+// Values beyond what the windows show, each with its row and column.
+void checkwindowranges(Database &db, ProblemSink &sink);
+
 // Whether the text, stored as UTF-8, goes into code page 1252 as it is.
 bool fitsCp1252Utf8(const unsigned char *text, int bytes);
 

@@ -33,12 +33,12 @@ qint64 Staerkegewinn::maximum(double s)
     return result >= edge ? qint64(edge) : result <= -edge ? -qint64(edge) : qRound64(result);
 }
 
-int staerkegewinn(double s, int &gain)
+qint64 staerkegewinn(double s, int &gain)
 {
     Staerkegewinn run(Staerkegewinn::Base::Whole, gain);
     const qint64 maximum = run.maximum(s);
     gain = run.gain();
-    return int(maximum);
+    return maximum;
 }
 
 } // namespace zorbo

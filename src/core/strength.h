@@ -30,6 +30,6 @@ private:
 
 // MAX_STÄRKE of an imported player of strength s, with whole half stars;
 // gain is the run's gain, carried from player to player.
-int staerkegewinn(double s, int &gain);
+qint64 staerkegewinn(double s, int &gain);
 
 } // namespace zorbo

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/textfile.h"
 #include "exchange/exchangeresult.h"
 #include "platform/codepage.h"
 #include "platform/database.h"
@@ -45,6 +46,11 @@ public:
     // <value>", the finding's field set and its text the value's words.
     [[noreturn]] void failfield(qsizetype i, const QString &field, const QString &value) const;
 
+    // Counts a value that is kept though the windows don't show it; the
+    // run's closing message tells how many.
+    void kept() const { ++m_kept; }
+    int keptvalues() const { return m_kept; }
+
     // The lines one after the other, each without its line end.
     class Lines {
     public:
@@ -66,14 +72,8 @@ private:
     QString m_path;
     QByteArray m_bytes;
     bool m_looksUtf8 = false;
+    mutable int m_kept = 0;
 };
-
-// The message that stops a file reading as UTF-8: how its first character
-// of more than one byte would come into the world as code page 1252.
-QString utf8question(const QString &shownPath, QByteArrayView bytes);
-// UTF-8 bytes (a mark in front dropped) turned into code page 1252; fails
-// naming the line of a character that the code page cannot hold.
-Result utf8tocp1252(const QString &shownPath, QByteArray &bytes);
 
 // Blanks (not tabs) cut from both ends, as the game's readers do with lines.
 QByteArrayView trimBlanks(QByteArrayView text);
@@ -102,8 +102,9 @@ void bindText(Statement &st, int index, QByteArrayView cp1252);
 QString shown(QByteArrayView bytes);
 
 // The value of a field line turned into its column's form and checked
-// against the column's rule; a value that does not fit fails the file at the
-// line, naming the field.
+// against what the world stores; a value that can't be stored fails the file
+// at the line, naming the field. A value beyond what the windows show is
+// kept and counted.
 qint64 wholefield(const CfgFile &file, qsizetype line, const QString &field, QByteArrayView value);
 double decimalfield(const CfgFile &file, qsizetype line, const QString &field, QByteArrayView value);
 void checktextfield(const CfgFile &file, qsizetype line, const QString &field, QByteArrayView text);

@@ -1,7 +1,7 @@
 #include "exchange/teamconfigreader.h"
 
 #include "exchange/cfgfile.h"
-#include "exchange/columnrules.h"
+#include "core/columnrules.h"
 #include "exchange/replacerows.h"
 
 #include <QSet>
@@ -272,7 +272,7 @@ void TeamRecordReader::splitsspieler(qint64 team, QByteArrayView value, qsizetyp
         if (!n || !rangeproblem(QStringLiteral("NUMMER"), double(*n)).isEmpty())
             m_file.fail(line, QStringLiteral("in der Spielerliste steht %1, keine Spielernummer (ganze Zahl von 0 bis %2).")
                                   .arg(shown(piece))
-                                  .arg(columnrule(QStringLiteral("NUMMER")).max));
+                                  .arg(storerule(QStringLiteral("NUMMER")).max));
         players.push_back(*n);
     }
     QList<qint64> &places = m_squadPlaces[team];

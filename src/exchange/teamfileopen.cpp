@@ -2,7 +2,7 @@
 
 #include "core/gamedb.h"
 #include "exchange/cfgfile.h"
-#include "exchange/columnrules.h"
+#include "core/columnrules.h"
 #include "exchange/teamfile.h"
 #include "platform/numbers.h"
 #include "platform/profilefile.h"
@@ -66,6 +66,8 @@ public:
     }
 
     bool looksUtf8() const { return m_looksUtf8; }
+    // Values kept though the windows don't show them.
+    int kept() const { return m_kept; }
     const QList<ColumnInfo> &teamColumns() const { return m_teamColumns; }
     const QList<ColumnInfo> &playerColumns() const { return m_playerColumns; }
 
@@ -81,6 +83,7 @@ private:
             const std::optional<qint64> n = raw ? leadingInteger(*raw) : std::optional<qint64>(0);
             if (const QString problem = rangeproblem(column.name, n ? double(*n) : HUGE_VAL); !problem.isEmpty())
                 fail(section, key, trimspaces(*raw), problem);
+            count(column.name, double(*n));
             return *n;
         }
         const QString upper = column.name.toUpper();
@@ -94,6 +97,8 @@ private:
             if (const QString problem = lengthproblem(column.name, text.size()); !problem.isEmpty())
                 throw Fault(QStringLiteral("%1: [%2] %3: %4.").arg(where(section, key), section, key, problem),
                             place(section, key, problem + QLatin1Char('.')));
+            if (outsidewindow(column.name, text.size()))
+                ++m_kept;
             return text;
         }
         if (text.isEmpty())
@@ -112,7 +117,14 @@ private:
                         place(section, key, QStringLiteral("»%1« ist keine Zahl.").arg(text)));
         if (const QString problem = rangeproblem(column.name, number.toDouble()); !problem.isEmpty())
             fail(section, key, text, problem);
+        count(column.name, number.toDouble());
         return number;
+    }
+
+    void count(const QString &column, double value)
+    {
+        if (outsidewindow(column, value))
+            ++m_kept;
     }
 
     QString where(const QString &section, const QString &key) const
@@ -138,6 +150,7 @@ private:
     QString m_path;
     ProfileFile m_profile;
     bool m_looksUtf8 = false;
+    int m_kept = 0;
     QList<ColumnInfo> m_teamColumns, m_playerColumns;
 };
 
@@ -151,7 +164,10 @@ ExchangeResult guarded(Database &db, const QString &path, FileEncoding encoding,
             refused.looksUtf8 = file.looksUtf8();
             return refused;
         }
-        return body(file);
+        ExchangeResult done = body(file);
+        if (done.ok())
+            done.result.message = withkept(done.result.message, file.kept());
+        return done;
     });
 }
 

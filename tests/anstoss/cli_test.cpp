@@ -1,3 +1,4 @@
+#include "platform/codepage.h"
 #include "support/cli.h"
 #include "support/qstringprint.h"
 #include "support/testsupport.h"
@@ -92,4 +93,95 @@ TEST(AnstossCli, ClubWithSquadIsTheSameInEveryFreshProcessAndBadListsChangeNothi
     r = runCli({"--dir", a.path(), "import-aet", file, "--club", club, "--squad", list.join(',')});
     ASSERT_EQ(r.exitCode, 0) << r.err.toStdString();
     EXPECT_EQ(opened.db->scalar("SELECT count(*) FROM spielerinvereine WHERE verein = ?1 AND art = 0", club).toInt(), 4);
+}
+
+// Files that are no exporter files, values beyond 32 bits and UTF-8: each is
+// an error naming the file, and nothing changes; Qt's own words never show.
+TEST(AnstossCli, RefusedFilesAreErrorsNamingTheFileAndUtf8IsReadWhenAsked)
+{
+    TempFolder dir;
+    const QString club = templateworld(dir);
+    const QStringList before = dumpof(dir);
+    const auto write = [&](const char *name, const QByteArray &bytes) {
+        writeBytes(dir.file(name), bytes);
+        return dir.file(name);
+    };
+    QByteArray garbage;
+    for (int i = 0; i < 4000; ++i)
+        garbage += char(1 + (i * 7919) % 250);
+    garbage += "\n[Liga]\n1=x\n";
+    const struct {
+        QStringList args;
+        QStringList words;
+    } cases[] = {
+        {{"import-aet", write("leer.aet", ""), "--free"}, {"leer.aet", "keine Vereinsdatei"}},
+        {{"import-aet", "/etc/passwd", "--free"}, {"/etc/passwd", "keine Vereinsdatei"}},
+        {{"import-aet", write("utf16.aet", QByteArray("\xFF\xFE[\0T\0", 6)), "--club", club, "--stadium"},
+         {"utf16.aet", "keine Textdatei"}},
+        {{"import-league", write("wirr.lan", garbage), "--free"}, {"Fehler: Die Datei " + dir.file("wirr.lan")}},
+        {{"import-aet", write("ohnesitz.aet", "[Team]\r\nName=X\r\nStadionsteh=5\r\n"), "--club", club, "--stadium"},
+         {"ohnesitz.aet", "[team]", "Stadionsitz"}},
+        {{"import-aet", write("gross.aet", "[Team]\r\nName=X\r\nSpieler=1\r\n[Spieler1]\r\nName=A\r\nPosition=1\r\n"
+                                           "Staerke=99999999999999999999\r\nHautfarbe=0\r\nHaarfarbe=3\r\n"),
+          "--free"},
+         {"gross.aet", "Zeile 7", "Staerke", "erlaubt sind -2147483648 bis 2147483647"}},
+        {{"import-aet", write("utf8.aet", QStringLiteral("[Team]\r\nName=Düren\r\nSpieler=0\r\n").toUtf8()), "--free"},
+         {"utf8.aet", "--utf8"}},
+    };
+    for (const auto &c : cases) {
+        const CliRun r = runCli(QStringList{"--dir", dir.path()} + c.args);
+        EXPECT_EQ(r.exitCode, 1) << c.args.join(' ').toStdString();
+        EXPECT_TRUE(r.err.startsWith("Fehler: ")) << r.err.toStdString();
+        EXPECT_TRUE(r.err.endsWith('\n'));
+        for (const QString &w : c.words)
+            EXPECT_TRUE(r.err.contains(w)) << r.err.toStdString() << " / " << w.toStdString();
+        EXPECT_FALSE(r.err.contains("Broken") || r.err.contains("Sitzplätze") || r.out.contains("Nicht gefunden"))
+            << r.err.toStdString() << r.out.toStdString();
+    }
+    EXPECT_EQ(dumpof(dir), before);
+
+    const CliRun utf8 = runCli({"--dir", dir.path(), "import-aet", dir.file("utf8.aet"), "--club", club, "--team", "--utf8"});
+    ASSERT_EQ(utf8.exitCode, 0) << utf8.err.toStdString();
+    const OpenedDb opened = opendb(dir.file("zorbo.mdb"));
+    EXPECT_EQ(opened.db->scalar("SELECT NAME FROM vereine WHERE NUMMER = ?1", club).toString(), "Düren");
+}
+
+// A club brought in through the command line with values the windows can't
+// show: the check lists them, and the world's export reads back unchanged.
+TEST(AnstossCli, ValuesBeyondTheWindowsAreListedAndTheExportReadsBackEqual)
+{
+    TempFolder a, b;
+    const QString club = templateworld(a);
+    ASSERT_EQ(runCli({"--dir", b.path(), "init"}).exitCode, 0);
+    QString text = QStringLiteral("[Team]\r\nName=Sportgemeinschaft Bärenstadt-Weißach 1899!\r\nSpieler=20\r\n");
+    for (int i = 1; i <= 20; ++i)
+        text += QStringLiteral("[Spieler%1]\r\nName=S%1\r\nVorname=V\r\nPosition=%2\r\nStaerke=%3\r\nLand=Deutschland\r\n"
+                               "Restspiele=10\r\nRueckennummer=%1\r\nHautfarbe=0\r\nHaarfarbe=3\r\n")
+                    .arg(i)
+                    .arg(i == 1 ? 0 : 1 + i % 3)
+                    .arg(i == 1 ? 12500 : 6000);
+    writeBytes(a.file("weit.aet"), *toCp1252(text));
+    QStringList all;
+    for (int i = 0; i < 20; ++i)
+        all << QStringLiteral("I%1").arg(i);
+    CliRun r = runCli({"--dir", a.path(), "import-aet", a.file("weit.aet"), "--club", club, "--team", "--squad", all.join(',')});
+    ASSERT_EQ(r.exitCode, 0) << r.err.toStdString();
+    EXPECT_TRUE(r.out.contains("1 Wert außerhalb der Fensterbereiche behalten, siehe Probleme")) << r.out.toStdString();
+    r = runCli({"--dir", a.path(), "check"});
+    EXPECT_TRUE(r.out.contains("Warnung: Werte außerhalb der Fensterbereiche:")) << r.out.toStdString();
+    EXPECT_TRUE(r.out.contains(QStringLiteral("Team %1, Feld NAME: Verein „Sportgemeinschaft Bärenstadt-Weißach 1899!“").arg(club)))
+        << r.out.toStdString();
+    EXPECT_TRUE(r.out.contains("Feld STÄRKE: Spieler „V. S1“: 12500; die Fenster zeigen 0 bis 12000")) << r.out.toStdString();
+
+    for (const char *kind : {"teams", "players"}) {
+        const QString file = a.file(QStringLiteral("%1.cfg").arg(kind));
+        ASSERT_EQ(runCli({"--dir", a.path(), QStringLiteral("export-%1").arg(kind), file}).exitCode, 0);
+        r = runCli({"--dir", b.path(), QStringLiteral("import-%1").arg(kind), file});
+        ASSERT_EQ(r.exitCode, 0) << r.err.toStdString();
+        EXPECT_TRUE(r.out.contains("außerhalb der Fensterbereiche behalten")) << r.out.toStdString();
+    }
+    const QStringList tables{"vereine", "vereine_national", "spieler", "vereinspieler"};
+    const OpenedDb left = opendb(a.file("zorbo.mdb"));
+    const OpenedDb right = opendb(b.file("zorbo.mdb"));
+    EXPECT_EQ(dumpworld(*right.db, tables, true), dumpworld(*left.db, tables, true));
 }

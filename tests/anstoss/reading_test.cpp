@@ -137,3 +137,64 @@ TEST(Preselection, NameBeatsTownAndCountryAndTheLastTownMatchStands)
     EXPECT_EQ(a4preselect(entries, "", "Nordstadt", "Deutschland"), 0); // an empty name is in every entry
     EXPECT_EQ(a4preselect(entries, "Deutschland", "x", "y"), -1);      // the country part is not the name
 }
+
+// A file in which nothing of an exporter file is found, or whose values the
+// world can't store, is refused by name before anything is read from it.
+TEST(AetReading, FilesWithoutAnExporterFileOrWithValuesBeyondStorageAreRefusedByName)
+{
+    TempFolder dir;
+    struct Case {
+        const char *name;
+        QByteArray bytes;
+        AetKind kind;
+        QStringList words;
+    };
+    const QByteArray player = "[Team]\r\nName=X\r\nSpieler=1\r\n[Spieler1]\r\nName=A\r\nPosition=1\r\n";
+    const Case cases[] = {
+        {"empty.aet", "", AetKind::Club, {"keine Vereinsdatei des Anstoss Exporters"}},
+        {"passwd.aet", "root:x:0:0:root:/root:/bin/bash\nbin:x:1:1::/:/usr/sbin/nologin\n", AetKind::Club,
+         {"keine Vereinsdatei"}},
+        {"utf16.aet", QByteArray("\xFF\xFE[\0T\0e\0a\0m\0]\0", 14), AetKind::Club, {"keine Textdatei"}},
+        {"binary.lan", QByteArray("\x89PNG\r\n\x1a\n\0\0\0\rIHDR", 16), AetKind::League, {"keine Textdatei"}},
+        {"garbage.lan", "[a]\r\nLand=x\r\n", AetKind::League, {"keine Liga- oder Landesdatei"}},
+        {"huge.aet", player + "Staerke=99999999999999999999\r\n", AetKind::Club,
+         {"Zeile 7", "[Spieler1]", "Staerke", "»99999999999999999999«; erlaubt sind -2147483648 bis 2147483647"}},
+        {"long.aet", "[Team]\r\nName=" + QByteArray(256, 'x') + "\r\n", AetKind::Club,
+         {"Zeile 2", "[Team]", "Name", "ein Text von 256 Zeichen"}},
+    };
+    for (const Case &c : cases) {
+        const QString path = dir.file(c.name);
+        writeBytes(path, c.bytes);
+        AetFile file;
+        const Result r = file.load(path, c.kind);
+        EXPECT_FALSE(r.ok) << c.name;
+        for (const QString &w : c.words + QStringList{path})
+            EXPECT_TRUE(r.message.contains(w)) << c.name << ": " << r.message.toStdString() << " / " << w.toStdString();
+    }
+    // A league file whose lines name no club file that exists.
+    writeBytes(dir.file("none.lan"), "[K]\r\nLand=Nirgends\r\n[Liga]\r\n1=Fehlt\r\n2=Auch\r\n");
+    try {
+        readleague(dir.file("none.lan"));
+        ADD_FAILURE() << "a league of missing clubs must be refused";
+    } catch (const Fault &fault) {
+        EXPECT_TRUE(fault.message().contains(dir.file("none.lan")) && fault.message().contains("keine zu finden"))
+            << fault.message().toStdString();
+    }
+}
+
+// A UTF-8 file is read as UTF-8 only when the caller says so.
+TEST(AetReading, Utf8FilesStopForAQuestionAndReadWhenToldSo)
+{
+    TempFolder dir;
+    const QString path = dir.file("utf8.aet");
+    writeBytes(path, QStringLiteral("[Team]\r\nName=Fortuna Düsseldorf\r\n").toUtf8());
+    AetFile file;
+    const Result asked = file.load(path);
+    EXPECT_FALSE(asked.ok);
+    EXPECT_TRUE(file.looksUtf8());
+    EXPECT_TRUE(asked.message.contains("UTF-8") && asked.message.contains(path)) << asked.message.toStdString();
+    ASSERT_TRUE(file.load(path, AetKind::Club, FileEncoding::Utf8).ok);
+    EXPECT_EQ(file.value("team", "Name"), "Fortuna Düsseldorf");
+    ASSERT_TRUE(file.load(path, AetKind::Club, FileEncoding::Cp1252).ok);
+    EXPECT_EQ(file.value("team", "Name"), fromCp1252(QStringLiteral("Fortuna Düsseldorf").toUtf8()));
+}

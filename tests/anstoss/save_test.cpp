@@ -1,7 +1,9 @@
 #include "anstoss/freeplayers.h"
 #include "anstoss/importsave.h"
 #include "anstoss/league.h"
+#include "core/market.h"
 #include "core/strength.h"
+#include "exchange/configruns.h"
 #include "support/qstringprint.h"
 
 #include "anstossfixture.h"
@@ -208,4 +210,44 @@ TEST_F(Saving, FreePlayersAndLeagueRunsAllOrNothing)
     EXPECT_EQ(r.result.message, "2 Vereine mit 46 Spielern in Freie Spieler importiert. 23 Spieler standen schon in "
                                 "Freie Spieler und wurden als doppelt verworfen.");
     EXPECT_EQ(db().scalar("SELECT count(*) FROM a4spieler").toInt(), 69);
+}
+
+// The workbench stores what the file has, also beyond what the windows show,
+// and the world's own export reads back into an equal world.
+TEST_F(Saving, ValuesBeyondTheWindowsAreKeptAndTheExportReadsBack)
+{
+    const QString name = QStringLiteral("Sportgemeinschaft Bärenstadt-Weißach 1899");
+    ASSERT_EQ(name.size() + 1, 42);
+    QList<AetPlayer> players = squadof({2, 6, 6, 6});
+    players[0].staerke = QStringLiteral("12500");
+    load("Name=" + name + "!\r\nStadt=Neustadt\r\nLand=Deutschland\r\n", players);
+    TeamImport t = teamfromfile(db(), file, club);
+    t.team = true;
+    AnstossResult r = saveimportteam(db(), file, club, t, 0);
+    ASSERT_TRUE(r.ok()) << r.result.message.toStdString();
+    EXPECT_TRUE(r.result.message.endsWith(" 1 Wert außerhalb der Fensterbereiche behalten, siehe Probleme"))
+        << r.result.message.toStdString();
+    r = saveimportplayers(db(), file, club, fromFile(0, 20));
+    ASSERT_TRUE(r.ok()) << r.result.message.toStdString();
+    EXPECT_TRUE(r.result.message.endsWith(" 1 Wert außerhalb der Fensterbereiche behalten, siehe Probleme"))
+        << r.result.message.toStdString();
+    EXPECT_EQ(db().scalar("SELECT NAME FROM vereine WHERE NUMMER = 7").toString(), name + "!");
+    EXPECT_EQ(db().scalar("SELECT count(*) FROM spieler WHERE \"Stärke\" = 12500").toInt(), 1);
+
+    // The market, and values a file can carry in the columns the fixture left Null.
+    ensuretransfermarket(db());
+    for (const char *table : {"vereine", "vereine_national"}) {
+        for (const ColumnInfo &c : db().columns(table))
+            db().run(QStringLiteral("UPDATE %1 SET \"%2\" = ?1 WHERE \"%2\" IS NULL").arg(table, c.name),
+                     c.isText() ? QVariant(QString("")) : QVariant(0));
+    }
+    const QStringList tables{"vereine", "vereine_national", "spieler", "vereinspieler"};
+    ASSERT_TRUE(exportconfig(db(), files.file("1_tm.cfg"), ConfigKind::Teams).ok());
+    ASSERT_TRUE(exportconfig(db(), files.file("1_sp.cfg"), ConfigKind::Players).ok());
+    NewWorld back;
+    const ExchangeResult teams = importteamsrun(back.db(), files.file("1_tm.cfg"));
+    ASSERT_TRUE(teams.ok()) << teams.result.message.toStdString();
+    EXPECT_TRUE(teams.result.message.contains("außerhalb der Fensterbereiche behalten"));
+    ASSERT_TRUE(importplayersrun(back.db(), files.file("1_sp.cfg")).ok());
+    EXPECT_EQ(dumpworld(back.db(), tables, true), dumpworld(db(), tables, true));
 }

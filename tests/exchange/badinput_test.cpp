@@ -1,4 +1,6 @@
+#include "core/problems.h"
 #include "exchange/configruns.h"
+#include "platform/codepage.h"
 #include "support/qstringprint.h"
 #include "worldfixture.h"
 
@@ -89,17 +91,14 @@ TEST_F(BadInput, TeamFiles)
         {"unquoted-name", QByteArray(tm).replace("\"TRANSFERMARKT\"", "TRANSFERMARKT"), "Anführungszeichen"},
         // Numbers beyond what the game's columns hold, and overlong text.
         {"crest-beyond-64-bit", QByteArray(tm).replace("GRAFIK_NR                110", "GRAFIK_NR                9223372036854775807"),
-         "Zeile 24: im Feld GRAFIK_NR steht »9223372036854775807«; erlaubt sind 0 bis 999"},
-        {"crest-1000", QByteArray(tm).replace("GRAFIK_NR                110", "GRAFIK_NR                1000"), "0 bis 999"},
+         "Zeile 24: im Feld GRAFIK_NR steht »9223372036854775807«; erlaubt sind -2147483648 bis 2147483647"},
         {"kit-below-32-bit", QByteArray(tm).replace("TRIKOT_ART               3\r", "TRIKOT_ART               -2147483649\r"),
-         "Zeile 33: im Feld TRIKOT_ART steht »-2147483649«; erlaubt sind 0 bis 79"},
-        {"negative-seats", QByteArray(tm).replace("STADION_SITZPL           26000", "STADION_SITZPL           -5"),
-         "Zeile 31: im Feld STADION_SITZPL steht »-5«; erlaubt sind 0 bis 999999"},
+         "Zeile 33: im Feld TRIKOT_ART steht »-2147483649«; erlaubt sind -2147483648 bis 2147483647"},
         {"strength-beyond-32-bit", QByteArray(tm).replace("STAERKE                  2.5", "STAERKE                  2147483648"),
          "STAERKE"},
         {"negative-squad-player", QByteArray(tm).replace("\"105,106", "\"105,-106"), "»-106«"},
-        {"name-too-long", QByteArray(tm).replace("\"TRANSFERMARKT\"", '"' + QByteArray(33, 'x') + '"'),
-         "Zeile 16: im Feld NAME steht ein Text von 33 Zeichen; das Spiel fasst dort höchstens 32"},
+        {"name-too-long", QByteArray(tm).replace("\"TRANSFERMARKT\"", '"' + QByteArray(256, 'x') + '"'),
+         "Zeile 16: im Feld NAME steht ein Text von 256 Zeichen; gespeichert werden höchstens 255"},
         {"lf-only", QByteArray(tm).replace("\r\n", "\n"), ""},
         {"cr-only", QByteArray(tm).replace("\r\n", "\r"), ""},
     };
@@ -117,9 +116,8 @@ TEST_F(BadInput, PlayerFiles)
         {"truncated", sp.left(lineStart(sp, int(sp.count('\n')) - 3)), "die Datei endet mitten im Spieler: 14 von 17"},
         {"letters-in-number", QByteArray(sp).replace("GROESSE         1", "GROESSE         x"), "im Feld GROESSE steht"},
         {"empty-number", QByteArray(sp).replace("        ART             3\r\n", "        ART             \r\n"), "im Feld ART steht »«"},
-        {"strength-above-six-stars", QByteArray(sp).replace("      5000\r", "      12001\r"), "erlaubt sind 0 bis 12000"},
-        {"position-4", QByteArray(sp).replace("        ART             3\r\n", "        ART             4\r\n"),
-         "im Feld ART steht »4«; erlaubt sind 0 bis 3"},
+        {"strength-beyond-32-bit", QByteArray(sp).replace("      5000\r", "      2147483648\r"),
+         "erlaubt sind -2147483648 bis 2147483647"},
         {"face-beyond-32-bit", QByteArray(sp).replace("GESICHT         47931", "GESICHT         2147483648"), "GESICHT"},
         {"first-name-too-long", QByteArray(sp).replace("\"Lukas\"", '"' + QByteArray(200000, 'L') + '"'),
          "im Feld VORNAME steht ein Text von 200000 Zeichen"},
@@ -129,4 +127,50 @@ TEST_F(BadInput, PlayerFiles)
     };
     for (const Case &c : cases)
         check(c, false);
+}
+
+// What the windows can't show but the world can store comes in as the file
+// has it, is counted and listed, and goes out and back in unchanged.
+TEST_F(BadInput, ValuesBeyondTheWindowsAreKeptListedAndReadBack)
+{
+    // A real club name with "e.V." runs to 47 characters.
+    const QString longName = QStringLiteral("Turn- und Sportverein Bärenstadt 1899 e. V. Süd");
+    ASSERT_EQ(longName.size(), 47);
+    const QByteArray tm = QByteArray(example("1_tm.cfg"))
+                              .replace("\"FC B\xE4renstadt 1899\"", '"' + *toCp1252(longName) + '"')
+                              .replace("GRAFIK_NR                110", "GRAFIK_NR                1000")
+                              .replace("STADION_SITZPL           26000", "STADION_SITZPL           1000000");
+    // The first player only.
+    QByteArray sp = example("1_sp.cfg");
+    for (const auto &[from, to] : {std::pair<QByteArray, QByteArray>{"MAX_ST\xC4RKE      5000\r", "MAX_ST\xC4RKE      12001\r"},
+                                   {"GROESSE         169\r", "GROESSE         1690\r"}})
+        sp.replace(sp.indexOf(from), from.size(), to);
+    writeBytes(t.file("kept_tm.cfg"), tm);
+    writeBytes(t.file("kept_sp.cfg"), sp);
+    const ExchangeResult teams = importteamsrun(*t, t.file("kept_tm.cfg"));
+    ASSERT_TRUE(teams.ok()) << teams.result.message.toStdString();
+    EXPECT_TRUE(teams.result.message.endsWith(" 3 Werte außerhalb der Fensterbereiche behalten, siehe Probleme"))
+        << teams.result.message.toStdString();
+    const ExchangeResult players = importplayersrun(*t, t.file("kept_sp.cfg"));
+    ASSERT_TRUE(players.ok()) << players.result.message.toStdString();
+    EXPECT_TRUE(players.result.message.endsWith(" 2 Werte außerhalb der Fensterbereiche behalten, siehe Probleme"));
+    EXPECT_EQ(t->scalar("SELECT NAME FROM vereine WHERE NUMMER = 10").toString(), longName);
+    EXPECT_EQ(t->scalar("SELECT \"Max_Stärke\" FROM spieler WHERE NUMMER = 100").toInt(), 12001);
+
+    Settings settings;
+    QStringList listed;
+    for (const Problem &p : checkproblems(*t, settings).problems) {
+        if (p.kind == ProblemKind::OutsideWindow)
+            listed << QStringLiteral("%1/%2/%3").arg(p.where.team).arg(p.where.player).arg(p.where.field);
+    }
+    EXPECT_EQ(listed, (QStringList{"10/-1/NAME", "10/-1/GRAFIK_NR", "10/-1/STADION_SITZPL", "-1/100/MAX_STÄRKE",
+                                   "-1/100/GROESSE"}));
+
+    const QString world = dumpWorld(*t);
+    ASSERT_TRUE(exportconfig(*t, t.file("out_tm.cfg"), ConfigKind::Teams).ok());
+    ASSERT_TRUE(exportconfig(*t, t.file("out_sp.cfg"), ConfigKind::Players).ok());
+    TestDb back;
+    ASSERT_TRUE(importteamsrun(*back, t.file("out_tm.cfg")).ok());
+    ASSERT_TRUE(importplayersrun(*back, t.file("out_sp.cfg")).ok());
+    EXPECT_EQ(dumpWorld(*back), world);
 }

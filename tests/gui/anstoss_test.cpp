@@ -4,6 +4,7 @@
 #include "app/mainwindow.h"
 #include "core/generator.h"
 #include "core/landneu.h"
+#include "platform/codepage.h"
 #include "guisupport.h"
 #include "support/qstringprint.h"
 #include "support/testsupport.h"
@@ -320,4 +321,24 @@ TEST_F(AnstossWindows, TheTargetDialogFitsTheClubsAndTheWorkbenchListsShowTheStr
     }, "frma4open");
     window->action("mnuimportitem(2)")->trigger();
     EXPECT_TRUE(worked);
+}
+
+TEST_F(AnstossWindows, Utf8ClubFileIsReadAsUtf8OnlyWhenTheUserSaysSo)
+{
+    zorbo::test::TempFolder files;
+    dialogs.file = files.file("utf8.aet");
+    zorbo::test::writeBytes(dialogs.file, fromCp1252(zorbo::test::readBytes(koenigsau)).toUtf8());
+    dialogs.answer = false;
+    window->action("mnuimportitem(2)")->trigger();
+    ASSERT_FALSE(dialogs.asked.isEmpty());
+    EXPECT_TRUE(dialogs.asked.last().contains("UTF-8") && dialogs.asked.last().contains("utf8.aet"))
+        << dialogs.asked.last().toStdString();
+
+    dialogs.answer = true;
+    whenModal([&](QDialog *d) {
+        child<QRadioButton>(*d, "optnew(0)")->click();
+        child<QPushButton>(*d, "btnok")->click();
+    }, "frma4open");
+    window->action("mnuimportitem(2)")->trigger();
+    EXPECT_EQ(count("SELECT count(*) FROM a4spieler WHERE verein = 'VfL Königsau'"), 23);
 }

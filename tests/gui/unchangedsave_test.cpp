@@ -44,7 +44,8 @@ std::string firstdifference(const QStringList &before, const QStringList &after)
 
 // A world of our own with what a typed limit or a list could lose: names
 // longer than their fields, first names of more than two letters, a country
-// that no list holds, strengths between half stars, talents out of order.
+// that no list holds, strengths between half stars or above six stars,
+// talents out of order.
 void generateworld(Database &db)
 {
     const QStringList countries = {"Deutschland", "Österreich", "Schweiz"};
@@ -82,6 +83,11 @@ void generateworld(Database &db)
                        i % 2 ? "" : "12", 8192 * (i % 5) + i % 4);
         }
     }
+    // Values the game's files carry but the windows don't show: strengths
+    // above six stars, a position beyond the list, numbers wider than their fields.
+    db.run("UPDATE spieler SET \"Stärke\" = 12500, \"Max_Stärke\" = 14000, ART = 4, \"REST_EINSÄTZE\" = 1000, "
+           "GROESSE = 1000 WHERE NUMMER % 17 = 0");
+    db.run("UPDATE vereine SET STADION_SITZPL = 1000000, STADION_STEHPL = 2000000 WHERE NUMMER % 5 = 2");
 }
 
 void importsample(Database &db)

@@ -1,4 +1,5 @@
 #include "core/strength.h"
+#include "exchange/configruns.h"
 #include "platform/random.h"
 #include "tools/marketfill.h"
 #include "tools/swap.h"
@@ -180,4 +181,33 @@ TEST(Swap, FreePlayerTakesTheRowAndTheOutgoingPlayerKeepsAllThePoolHolds)
     ASSERT_EQ(pool.size(), 2);
     EXPECT_EQ(pool[1].text + "/" + QString::number(pool[1].art), "J. Weg/3");
     EXPECT_EQ(freeclubs(w.db()), QStringList{"FC Export"});
+}
+
+// The market fill's maxima above six stars go out through the game's files
+// and come back unchanged.
+TEST(MarketFill, MaximaAboveSixStarsReadBackFromTheExport)
+{
+    ToolsWorld w;
+    // One strength for all, so that the random order of the pool doesn't matter.
+    for (int i = 0; i < 30; ++i)
+        w.freeplayer(QStringLiteral("Hoch%1").arg(i), "Max", "Deutschland", "FC Export", i % 4, 8001);
+    rnd().restart();
+    ASSERT_TRUE(spielera4_nach_tmarkt(w.db()).result.ok);
+    EXPECT_GT(w.count("SELECT count(*) FROM spieler WHERE \"Max_Stärke\" = 12001"), 0);
+
+    for (const char *table : {"vereine", "vereine_national"}) {
+        for (const ColumnInfo &c : w.db().columns(table))
+            w.db().run(QStringLiteral("UPDATE %1 SET \"%2\" = ?1 WHERE \"%2\" IS NULL AND NUMMER <> 0").arg(table, c.name),
+                       c.isText() ? QVariant(QString("")) : QVariant(0));
+    }
+    TempFolder files;
+    ASSERT_TRUE(exportconfig(w.db(), files.file("1_tm.cfg"), ConfigKind::Teams).ok());
+    ASSERT_TRUE(exportconfig(w.db(), files.file("1_sp.cfg"), ConfigKind::Players).ok());
+    NewWorld back;
+    ASSERT_TRUE(importteamsrun(back.db(), files.file("1_tm.cfg")).ok());
+    const ExchangeResult players = importplayersrun(back.db(), files.file("1_sp.cfg"));
+    ASSERT_TRUE(players.ok()) << players.result.message.toStdString();
+    EXPECT_TRUE(players.result.message.contains("außerhalb der Fensterbereiche behalten, siehe Probleme"));
+    const QStringList tables{"vereine", "vereine_national", "spieler", "vereinspieler"};
+    EXPECT_EQ(dumpworld(back.db(), tables, true), dumpworld(w.db(), tables, true));
 }

@@ -18,9 +18,10 @@ A4OpenDialog::A4OpenDialog(TeamLists *lists, QWidget *parent)
     connect(m_cboverein, &QComboBox::currentIndexChanged, this, &A4OpenDialog::updateok);
 }
 
-void A4OpenDialog::setfile(const QString &path, const QString &clubname)
+void A4OpenDialog::setfile(const QString &path, const QString &clubname, FileEncoding encoding)
 {
     m_path = path;
+    m_encoding = encoding;
     m_lblverein->setText(clubname);
     clearoptions();
     m_cboverein->setCurrentIndex(-1);
@@ -43,7 +44,7 @@ void A4OpenDialog::optnew_Click(int index)
         return;
     AetFile file;
     QString name, stadt, land;
-    if (file.load(m_path)) {
+    if (file.load(m_path, AetKind::Club, m_encoding)) {
         land = file.value(QStringLiteral("Team"), QStringLiteral("Land"));
         name = file.value(QStringLiteral("Team"), QStringLiteral("Name"));
         stadt = file.value(QStringLiteral("Team"), QStringLiteral("Stadt"));

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/ui/targetdialog.h"
+#include "platform/codepage.h"
 
 namespace zorbo {
 
@@ -13,13 +14,15 @@ public:
 
     // Prepares the dialog for a file: the club's name as the file is called,
     // no option chosen, btnok and cboverein disabled.
-    void setfile(const QString &path, const QString &clubname);
+    void setfile(const QString &path, const QString &clubname, FileEncoding encoding = FileEncoding::Detect);
     bool freeplayers() const;
 
     void optnew_Click(int index) override;
 
 private:
     void updateok();
+
+    FileEncoding m_encoding = FileEncoding::Detect;
 };
 
 } // namespace zorbo

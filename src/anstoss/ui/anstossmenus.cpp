@@ -12,6 +12,7 @@
 #include <QAction>
 #include <QFileInfo>
 #include <QWidget>
+#include <optional>
 
 namespace zorbo {
 
@@ -25,6 +26,27 @@ void tell(Shell &shell, const QString &title, const AnstossResult &r)
         shell.dialogs().report(shell.window(), title, r.result.message, r.findings, !r.ok());
     else
         shell.status(r.result.message);
+}
+
+// Reads a file of the given kind once: refused files are told, and one that
+// reads as UTF-8 is read so when the user says so. The encoding for the run,
+// or nothing when the file can't be read or the user says no.
+std::optional<FileEncoding> checkaetfile(Shell &shell, const QString &file, AetKind kind)
+{
+    AetFile probe;
+    Result loaded = probe.load(file, kind);
+    if (loaded)
+        return FileEncoding::Detect;
+    if (probe.looksUtf8()) {
+        if (!shell.dialogs().question(shell.window(), QStringLiteral("Import"),
+                                      loaded.message + QStringLiteral("\n\nSoll die Datei als UTF-8 gelesen werden?")))
+            return std::nullopt;
+        loaded = probe.load(file, kind, FileEncoding::Utf8);
+        if (loaded)
+            return FileEncoding::Utf8;
+    }
+    shell.dialogs().warning(shell.window(), QStringLiteral("Import"), loaded.message);
+    return std::nullopt;
 }
 
 void importclubfile(Shell &shell)
@@ -52,9 +74,12 @@ void importleaguefile(Shell &shell)
         {QStringLiteral("Anstoss Exporter Liga (*.lig)"), QStringLiteral("Anstoss Exporter Land (*.lan)")}, &filter);
     if (file.isEmpty())
         return;
+    const std::optional<FileEncoding> encoding = checkaetfile(shell, file, AetKind::League);
+    if (!encoding)
+        return;
     LeagueList list;
     try {
-        list = readleague(file);
+        list = readleague(file, *encoding);
     } catch (const Fault &fault) {
         shell.dialogs().warning(shell.window(), QStringLiteral("Import"), fault.message());
         return;
@@ -69,7 +94,8 @@ void importleaguefile(Shell &shell)
             const Progress progress = busy->progress();
             r = shell.run(
                 [&](Database &db) {
-                    return importleague(db, file, progress, [&](const QString &league) { shell.status(league); });
+                    return importleague(
+                        db, file, progress, [&](const QString &league) { shell.status(league); }, *encoding);
                 },
                 {}, freeplayersstep(file));
         }
@@ -84,11 +110,14 @@ void importleaguefile(Shell &shell)
 
 void importa4club(Shell &shell, const QString &file, const QString &clubname)
 {
+    const std::optional<FileEncoding> encoding = checkaetfile(shell, file, AetKind::Club);
+    if (!encoding)
+        return;
     // Kept hidden between uses, so its lists follow every rebuild.
     auto *dialog = shell.window()->findChild<A4OpenDialog *>(QStringLiteral("frma4open"));
     if (!dialog)
         dialog = new A4OpenDialog(shell.lists(), shell.window());
-    dialog->setfile(file, clubname);
+    dialog->setfile(file, clubname, *encoding);
     if (dialog->exec() != QDialog::Accepted)
         return;
     if (dialog->freeplayers()) {
@@ -96,18 +125,13 @@ void importa4club(Shell &shell, const QString &file, const QString &clubname)
         {
             const auto busy = shell.busy(QStringLiteral("Speichere Freie Spieler..."));
             const Progress progress = busy->progress();
-            r = shell.run([&](Database &db) { return runfreeplayers(db, file, {}, progress); }, {}, freeplayersstep(file));
+            r = shell.run([&](Database &db) { return runfreeplayers(db, file, {}, progress, *encoding); }, {},
+                          freeplayersstep(file));
         }
         tell(shell, QStringLiteral("Freie Spieler"), r);
         return;
     }
-    AetFile aet;
-    const Result loaded = aet.load(file);
-    if (!loaded) {
-        shell.dialogs().warning(shell.window(), QStringLiteral("Import"), loaded.message);
-        return;
-    }
-    Workbench bench(shell, file, dialog->club(), shell.window());
+    Workbench bench(shell, file, dialog->club(), shell.window(), *encoding);
     for (int i = 0; i < 4; ++i)
         bench.setimport(i, true);
     bench.exec();

@@ -13,6 +13,7 @@ void installanstoss(Shell &shell);
 
 // One exporter club: frma4open asks for the free players or a club to
 // replace, then runs the free-player import or opens the workbench.
+// A file that reads as UTF-8 is read as such only when the user says so.
 void importa4club(Shell &shell, const QString &file, const QString &clubname);
 
 } // namespace zorbo

@@ -37,12 +37,12 @@ QLineEdit *field(QWidget *parent, const char *name, int limit)
 
 } // namespace
 
-Workbench::Workbench(Shell &shell, const QString &file, qint64 importnummer, QWidget *parent)
+Workbench::Workbench(Shell &shell, const QString &file, qint64 importnummer, QWidget *parent, FileEncoding encoding)
     : QDialog(parent), m_shell(shell), m_file(file), m_nummer(importnummer)
 {
     setObjectName(QStringLiteral("frma4import"));
     setWindowTitle(QStringLiteral("Import"));
-    m_loaded = m_aet.load(file).ok;
+    m_loaded = m_aet.load(file, AetKind::Club, encoding).ok;
     auto *layout = new QVBoxLayout(this);
     auto *tabs = new QTabWidget(this);
     tabs->setObjectName(QStringLiteral("tabedit"));

@@ -29,7 +29,8 @@ class Workbench : public QDialog {
     Q_OBJECT
 public:
     // importnummer -1 is the free-player run, in which the window is never shown.
-    Workbench(Shell &shell, const QString &file, qint64 importnummer, QWidget *parent = nullptr);
+    Workbench(Shell &shell, const QString &file, qint64 importnummer, QWidget *parent = nullptr,
+              FileEncoding encoding = FileEncoding::Detect);
 
     // Ticks or clears a box, running its fill as a click does.
     void setimport(int index, bool ticked);

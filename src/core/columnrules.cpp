@@ -1,7 +1,6 @@
-#include "exchange/columnrules.h"
+#include "core/columnrules.h"
 
 #include <QHash>
-#include <cmath>
 
 namespace zorbo {
 
@@ -9,9 +8,10 @@ namespace {
 
 constexpr qint64 int32Min = -2147483647LL - 1;
 constexpr qint64 int32Max = 2147483647LL;
+constexpr int storedLength = 255;
 
-// Numbers of the game are 32-bit at most. Texts: a club's name is typed in
-// up to 32 characters and a country's name fills short name, town and
+// What the windows show and let the user type. Texts: a club's name is typed
+// in up to 32 characters and a country's name fills short name, town and
 // stadium of its national team, so 32 is the width of every name; colours
 // and climate are three numbers of three digits; a talent list names at
 // most the 53 talents (148 characters). The same name has the same rule in
@@ -85,17 +85,24 @@ const QHash<QString, ColumnRule> &ruleTable()
 
 } // namespace
 
-const ColumnRule &columnrule(const QString &column)
+const ColumnRule &windowrule(const QString &column)
 {
-    static const ColumnRule widest{int32Min, int32Max, 32766};
+    static const ColumnRule widest{int32Min, int32Max, storedLength};
     const auto &table = ruleTable();
     const auto it = table.constFind(column.toUpper());
     return it == table.constEnd() ? widest : *it;
 }
 
+const ColumnRule &storerule(const QString &column)
+{
+    static const ColumnRule numbers{0, int32Max, storedLength};
+    static const ColumnRule others{int32Min, int32Max, storedLength};
+    return column.compare(QLatin1String("NUMMER"), Qt::CaseInsensitive) == 0 ? numbers : others;
+}
+
 QString rangeproblem(const QString &column, double value)
 {
-    const ColumnRule &rule = columnrule(column);
+    const ColumnRule &rule = storerule(column);
     if (value >= double(rule.min) && value <= double(rule.max))
         return {};
     return QStringLiteral("erlaubt sind %1 bis %2").arg(rule.min).arg(rule.max);
@@ -103,10 +110,57 @@ QString rangeproblem(const QString &column, double value)
 
 QString lengthproblem(const QString &column, qsizetype length)
 {
-    const ColumnRule &rule = columnrule(column);
-    if (rule.maxLength == 0 || length <= rule.maxLength)
+    const ColumnRule &rule = storerule(column);
+    if (length <= rule.maxLength)
         return {};
-    return QStringLiteral("ein Text von %1 Zeichen; das Spiel fasst dort höchstens %2").arg(length).arg(rule.maxLength);
+    return QStringLiteral("ein Text von %1 Zeichen; gespeichert werden höchstens %2").arg(length).arg(rule.maxLength);
+}
+
+bool outsidewindow(const QString &column, double value)
+{
+    const ColumnRule &rule = windowrule(column);
+    return rule.maxLength == 0 && (value < double(rule.min) || value > double(rule.max));
+}
+
+bool outsidewindow(const QString &column, qsizetype length)
+{
+    const ColumnRule &rule = windowrule(column);
+    return rule.maxLength > 0 && length > rule.maxLength;
+}
+
+bool outsidewindow(const QString &column, const QVariant &value)
+{
+    if (value.isNull())
+        return false;
+    if (value.typeId() == QMetaType::QString)
+        return outsidewindow(column, qsizetype(value.toString().toUcs4().size()));
+    bool number = false;
+    const double d = value.toDouble(&number);
+    return number && outsidewindow(column, d);
+}
+
+QString windowwords(const QString &column)
+{
+    const ColumnRule &rule = windowrule(column);
+    return rule.maxLength > 0 ? QStringLiteral("die Fenster zeigen höchstens %1 Zeichen").arg(rule.maxLength)
+                              : QStringLiteral("die Fenster zeigen %1 bis %2").arg(rule.min).arg(rule.max);
+}
+
+QString keptnote(int values)
+{
+    if (values <= 0)
+        return {};
+    return QStringLiteral("%1 %2 außerhalb der Fensterbereiche behalten, siehe Probleme")
+        .arg(values)
+        .arg(values == 1 ? QStringLiteral("Wert") : QStringLiteral("Werte"));
+}
+
+QString withkept(const QString &message, int values)
+{
+    const QString note = keptnote(values);
+    if (note.isEmpty())
+        return message;
+    return message.isEmpty() ? note : message + QLatin1Char(' ') + note;
 }
 
 } // namespace zorbo
