@@ -125,7 +125,7 @@ TEST(AnstossCli, RefusedFilesAreErrorsNamingTheFileAndUtf8IsReadWhenAsked)
                                            "Staerke=99999999999999999999\r\nHautfarbe=0\r\nHaarfarbe=3\r\n"),
           "--free"},
          {"gross.aet", "Zeile 7", "Staerke", "erlaubt sind -2147483648 bis 2147483647"}},
-        {{"import-aet", write("utf8.aet", QStringLiteral("[Team]\r\nName=Düren\r\nSpieler=0\r\n").toUtf8()), "--free"},
+        {{"import-aet", write("utf8.aet", QStringLiteral("[Team]\r\nName=Düren\r\nLand=Deutschland\r\nSpieler=0\r\n").toUtf8()), "--free"},
          {"utf8.aet", "--utf8"}},
     };
     for (const auto &c : cases) {
@@ -153,7 +153,7 @@ TEST(AnstossCli, ValuesBeyondTheWindowsAreListedAndTheExportReadsBackEqual)
     TempFolder a, b;
     const QString club = templateworld(a);
     ASSERT_EQ(runCli({"--dir", b.path(), "init"}).exitCode, 0);
-    QString text = QStringLiteral("[Team]\r\nName=Sportgemeinschaft Bärenstadt-Weißach 1899!\r\nSpieler=20\r\n");
+    QString text = QStringLiteral("[Team]\r\nName=Sportgemeinschaft Bärenstadt-Weißach 1899!\r\nLand=Deutschland\r\nSpieler=20\r\n");
     for (int i = 1; i <= 20; ++i)
         text += QStringLiteral("[Spieler%1]\r\nName=S%1\r\nVorname=V\r\nPosition=%2\r\nStaerke=%3\r\nLand=Deutschland\r\n"
                                "Restspiele=10\r\nRueckennummer=%1\r\nHautfarbe=0\r\nHaarfarbe=3\r\n")
