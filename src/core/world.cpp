@@ -10,8 +10,10 @@ namespace zorbo {
 
 World::~World() = default;
 
-World::Watch::Watch(World &world) : m_world(world)
+World::Watch::Watch(World &world, bool holding) : m_world(world), m_holding(holding)
 {
+    if (m_holding)
+        m_world.m_db->exec(QStringLiteral("PRAGMA cache_spill = OFF"));
     m_world.m_pending = {};
     m_world.m_told = 0;
     m_world.m_squadRows.clear();
@@ -27,6 +29,13 @@ World::Watch::~Watch()
     m_world.m_recorder.reset();
     m_world.m_db->setUpdateHook({});
     m_world.m_watching = false;
+    if (m_holding) {
+        try {
+            m_world.m_db->exec(QStringLiteral("PRAGMA cache_spill = ON"));
+        } catch (const DbError &) {
+            // Only the memory a later run takes depends on it.
+        }
+    }
 }
 
 void World::noted(RowChange change, const char *table, qint64 rowid)

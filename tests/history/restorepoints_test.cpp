@@ -61,9 +61,22 @@ TEST(RestorePoints, KeptBeforeBigRunsListedRestoredAndPruned)
     ASSERT_TRUE(world->restore(restorepoints(dir.path()).first().name).ok);
     EXPECT_EQ(dumpworld(*world->db()), wiped);
 
+    // A point made by hand outlives the pruning and goes only when deleted.
+    ASSERT_TRUE(world->makerestorepoint("Mein Stand: gut").ok);
+    EXPECT_FALSE(world->makerestorepoint("  ").ok);
     for (const char *reason : {"a", "b", "c"})
         ASSERT_TRUE(world->keeprestorepoint(reason).ok);
-    EXPECT_EQ(reasons(dir.path()), QStringList({"c", "b", "a"}));
+    world->prunerestorepoints();
+    EXPECT_EQ(reasons(dir.path()), QStringList({"c", "b", "a", "Mein Stand- gut"}));
+    const RestorePoint mine = restorepoints(dir.path()).last();
+    EXPECT_TRUE(mine.byhand);
+    EXPECT_EQ(mine.clubs, 0);
+    ASSERT_TRUE(world->run([](Database &db) { return renameclub(db, 0, "Danach"); }, {}, Step{"Name", "d"}).ok);
+    EXPECT_EQ(reasons(dir.path()), QStringList({"d", "c", "b", "Mein Stand- gut"}));
+    ASSERT_TRUE(world->removerestorepoint(mine.name).ok);
+    EXPECT_FALSE(world->removerestorepoint(mine.name).ok);
+    EXPECT_FALSE(world->removerestorepoint("notizen.mdb").ok);
+    EXPECT_EQ(reasons(dir.path()), QStringList({"d", "c", "b"}));
     EXPECT_TRUE(QFile::exists(restorepointfolder(dir.path()) + "/notizen.mdb"));
 
     // Names from elsewhere are refused, and so is a file that is no world.
@@ -118,4 +131,38 @@ TEST(Schema, AWorldOfTheFirstVersionKeepsItsSquadsInTheirOrder)
     db.exec("DELETE FROM vereinspieler WHERE spieler = 3");
     EXPECT_EQ(dumpworld(db, {"kaderzeilen"}), QStringList({"kaderzeilen: 1|8|9", "kaderzeilen: 4|8|9", "kaderzeilen: 5|7|1"}));
     EXPECT_EQ(db.scalar("SELECT count(*) FROM spielerinvereine").toInt(), 0) << "the view joins the players anew";
+}
+
+TEST(RestorePoints, OnlyARunThatCommitsAChangeKeepsOneAndFailedRunsPushOutNone)
+{
+    TempFolder dir;
+    zorbo::test::writeBytes(dir.file("zorboeditor.ini"), "[sicherungen]\r\npunkte=3\r\n");
+    std::unique_ptr<World> world = openworld(dir.path());
+    for (const char *name : {"Eins", "Zwei", "Drei"})
+        ASSERT_TRUE(world->run([&](Database &db) { return renameclub(db, 0, name); }, {}, Step{"Name", name}).ok);
+    ASSERT_EQ(reasons(dir.path()), QStringList({"Drei", "Zwei", "Eins"}));
+
+    // Eleven runs that fail after reading their input, one that changes
+    // nothing and one whose restore point can't be kept leave the list as it was.
+    const QString missing = dir.file("fehlt.cfg");
+    for (int i = 0; i < 11; ++i) {
+        const Result failed = world->run(
+            [&](Database &db) {
+                db.exec("UPDATE vereine SET NAME = 'halb' WHERE NUMMER = 0");
+                return Result::failure("Die Datei " + missing + " fehlt.");
+            },
+            {}, Step{"Import", "Import"});
+        ASSERT_FALSE(failed.ok);
+    }
+    EXPECT_TRUE(world->run([](Database &) { return Result::success(); }, {}, Step{"Nichts", "Nichts"}).ok);
+    EXPECT_EQ(reasons(dir.path()), QStringList({"Drei", "Zwei", "Eins"}));
+    EXPECT_EQ(world->db()->scalar("SELECT NAME FROM vereine WHERE NUMMER = 0").toString(), "Drei");
+
+    // The point kept holds the world before the run, and the oldest goes only then.
+    ASSERT_TRUE(world->run([](Database &db) { return renameclub(db, 0, "Vier"); }, {}, Step{"Name", "Vier"}).ok);
+    const QList<RestorePoint> points = restorepoints(dir.path());
+    ASSERT_EQ(reasons(dir.path()), QStringList({"Vier", "Drei", "Zwei"}));
+    EXPECT_EQ(Database(points[0].path, Database::ReadOnly).scalar("SELECT NAME FROM vereine WHERE NUMMER = 0").toString(),
+              "Drei");
+    EXPECT_EQ(Database(points[0].path, Database::ReadOnly).scalar("SELECT count(*) FROM verlauf").toInt(), 3);
 }
