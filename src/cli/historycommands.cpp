@@ -53,7 +53,29 @@ int move(Context &ctx, bool back)
     if (!world)
         return 1;
     const Progress progress = ctx.progress(back ? QStringLiteral("Mache rückgängig") : QStringLiteral("Stelle wieder her"));
-    return finish(ctx, back ? world->undo(int(count), progress) : world->redo(int(count), progress));
+    const int code = finish(ctx, back ? world->undo(int(count), progress) : world->redo(int(count), progress));
+    if (const qint64 broken = world->brokenstep())
+        ctx.err << QStringLiteral("Mit »zorbo-cli drop-history %1« lässt sich der Verlauf ab diesem Schritt löschen.\n").arg(broken);
+    return code;
+}
+
+// drop-history [SCHRITT]: the whole history, or a step and what lies beyond it.
+int drop(Context &ctx)
+{
+    if (ctx.args.size() > 1)
+        return ctx.fail(QStringLiteral("Falsche Zahl von Argumenten; »zorbo-cli --help« zeigt den Aufruf."));
+    qint64 from = 0;
+    if (!ctx.args.isEmpty()) {
+        const std::optional<qint64> n = parsewholenumber(ctx.args.first());
+        if (!n || *n < 1)
+            return ctx.fail(QStringLiteral("Die Nummer des Schritts muss eine ganze Zahl größer als 0 sein, nicht »%1«.")
+                                .arg(ctx.args.first()));
+        from = *n;
+    }
+    const std::unique_ptr<World> world = ctx.openexistingworld();
+    if (!world)
+        return 1;
+    return finish(ctx, world->dropsteps(from));
 }
 
 int listpoints(Context &ctx)
@@ -65,7 +87,8 @@ int listpoints(Context &ctx)
         ctx.out << "Es gibt keine Wiederherstellungspunkte.\n";
     const auto count = [](qint64 n) { return n < 0 ? QStringLiteral("?") : QString::number(n); };
     for (const RestorePoint &p : points)
-        ctx.out << p.name << "  " << when(p.time) << "  " << p.reason << "  " << sizetext(p.size) << "  "
+        ctx.out << p.name << "  " << when(p.time) << "  " << p.reason << (p.byhand ? " (von Hand)" : "") << "  "
+                << sizetext(p.size) << "  "
                 << count(p.clubs) << " Vereine  " << count(p.players) << " Spieler\n";
     return 0;
 }
@@ -80,6 +103,28 @@ int restore(Context &ctx)
     return finish(ctx, world->restore(ctx.args.first(), ctx.progress(QStringLiteral("Stelle wieder her"))));
 }
 
+// restore-point NAME: a point made by hand; delete-restore-point NAME.
+int makepoint(Context &ctx)
+{
+    if (ctx.args.size() != 1)
+        return ctx.fail(QStringLiteral("»restore-point« braucht einen Namen für den Wiederherstellungspunkt."));
+    const std::unique_ptr<World> world = ctx.openexistingworld();
+    if (!world)
+        return 1;
+    return finish(ctx, world->makerestorepoint(ctx.args.first()));
+}
+
+int deletepoint(Context &ctx)
+{
+    if (ctx.args.size() != 1)
+        return ctx.fail(QStringLiteral("»delete-restore-point« braucht den Namen eines Wiederherstellungspunkts (siehe "
+                                       "restore-points)."));
+    const std::unique_ptr<World> world = ctx.openexistingworld();
+    if (!world)
+        return 1;
+    return finish(ctx, world->removerestorepoint(ctx.args.first()));
+}
+
 const bool registered =
     registerCommand({QStringLiteral("history"), {},
                      QStringLiteral("zeigt die Schritte des Verlaufs, den neuesten zuerst"), history})
@@ -89,11 +134,19 @@ const bool registered =
     && registerCommand({QStringLiteral("redo"), QStringLiteral("[N]"),
                         QStringLiteral("stellt N rückgängig gemachte Schritte wieder her (sonst einen)"),
                         [](Context &ctx) { return move(ctx, false); }})
+    && registerCommand({QStringLiteral("drop-history"), QStringLiteral("[SCHRITT]"),
+                        QStringLiteral("löscht den Verlauf, oder einen Schritt und die, die nur über ihn erreichbar sind"),
+                        drop})
     && registerCommand({QStringLiteral("restore-points"), {},
                         QStringLiteral("zeigt die Wiederherstellungspunkte, den neuesten zuerst"), listpoints})
     && registerCommand({QStringLiteral("restore"), QStringLiteral("NAME"),
                         QStringLiteral("holt die Welt eines Wiederherstellungspunkts zurück (die jetzige wird vorher gesichert)"),
-                        restore});
+                        restore})
+    && registerCommand({QStringLiteral("restore-point"), QStringLiteral("NAME"),
+                        QStringLiteral("legt von Hand einen Wiederherstellungspunkt an, der nie von selbst gelöscht wird"),
+                        makepoint})
+    && registerCommand({QStringLiteral("delete-restore-point"), QStringLiteral("NAME"),
+                        QStringLiteral("löscht einen Wiederherstellungspunkt (Dateiname wie bei restore-points)"), deletepoint});
 
 } // namespace
 

@@ -1,11 +1,20 @@
 #include "core/history.h"
 
+#include <QCryptographicHash>
 #include <QDir>
 #include <QFileInfo>
 #include <QRegularExpression>
 #include <algorithm>
 
 namespace zorbo {
+
+QByteArray stepchecksum(qint64 id, const QByteArray &changes)
+{
+    QCryptographicHash hash(QCryptographicHash::Sha256);
+    hash.addData(QByteArray::number(id) + ':');
+    hash.addData(changes);
+    return hash.result();
+}
 
 QList<HistoryStep> historysteps(Database &db)
 {

@@ -20,6 +20,10 @@ struct HistoryStep {
     qint64 bytes = 0;   // size of the kept changes
 };
 
+// The checksum a step keeps of its changes, tied to its number, so that a
+// step whose bytes were changed or swapped with another's is known.
+QByteArray stepchecksum(qint64 id, const QByteArray &changes);
+
 // The kept steps, oldest first. Undone steps follow the done ones.
 QList<HistoryStep> historysteps(Database &db);
 

@@ -4,6 +4,7 @@
 #include "core/market.h"
 
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
 
 namespace zorbo {
@@ -107,6 +108,23 @@ Result World::closedwhile(const std::function<Result(const QString &path)> &work
     return done;
 }
 
+namespace {
+
+// What runs that were killed leave behind and only they write: half copies
+// of restore points with their journals, a half compacted copy.
+void removeleftovers(const QString &programFolder)
+{
+    QDir points(restorepointfolder(programFolder));
+    for (const QString &name :
+         points.entryList({QStringLiteral("*.mdb.teil"), QStringLiteral("*.teil-journal")}, QDir::Files | QDir::Hidden))
+        points.remove(name);
+    const QString copy = programFolder + QStringLiteral("/zorbo_komprimiert.tmp");
+    if (QFileInfo(copy).isFile())
+        QFile::remove(copy);
+}
+
+} // namespace
+
 std::unique_ptr<World> openworld(const QString &programFolder, const Progress &progress)
 {
     std::unique_ptr<World> world(new World);
@@ -115,6 +133,7 @@ std::unique_ptr<World> openworld(const QString &programFolder, const Progress &p
         world->m_messages << world->m_settingsMessage;
     world->m_missingPictures = unpackdefaults(world->m_settings);
     world->m_messages << world->m_missingPictures;
+    removeleftovers(world->m_settings.programFolder);
     OpenedDb opened = opendb(world->m_settings.dbpfad());
     world->m_dbState = opened.state;
     world->m_db = std::move(opened.db);

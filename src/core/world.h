@@ -88,6 +88,13 @@ public:
     Result gotostep(qint64 id, const Progress &progress = {});
     // Forgets every step.
     Result drophistory();
+    // The step that the last undo or redo refused because its kept changes
+    // are not as written (0: none); see dropsteps.
+    qint64 brokenstep() const { return m_brokenstep; }
+    // Forgets the step with this id and the steps that can only be reached
+    // through it: for a done step the older ones, for an undone step the
+    // newer ones. 0 forgets every step.
+    Result dropsteps(qint64 from);
 
     // Keeps a copy of the world as a restore point with this reason; *name
     // tells its file name. Nothing is pruned: see prunerestorepoints().
@@ -165,6 +172,7 @@ private:
     bool m_marketCreated = false;
 
     bool m_watching = false;
+    qint64 m_brokenstep = 0;
     bool m_recordsteps = true;             // off while the start-up makes the market
     std::unique_ptr<ChangeRecorder> m_recorder; // while a run goes
     Change m_pending;

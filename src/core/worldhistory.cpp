@@ -43,6 +43,8 @@ bool World::keepstep(const Step &step)
     m_db->run(QStringLiteral("INSERT INTO verlauf (zeit, text, zurueck, aenderungen) VALUES (?1, ?2, 0, ?3)"),
               QDateTime::currentDateTime().toString(Qt::ISODate),
               step.text.isEmpty() ? QStringLiteral("Änderung") : step.text, changes);
+    const qint64 id = m_db->lastInsertId();
+    m_db->run(QStringLiteral("UPDATE verlauf SET pruefsumme = ?1 WHERE schritt = ?2"), stepchecksum(id, changes), id);
     // The newest step always stays, however large.
     m_db->run(QStringLiteral("DELETE FROM verlauf WHERE schritt IN (SELECT schritt FROM (SELECT schritt, "
                              "row_number() OVER (ORDER BY schritt DESC) AS n, "
@@ -72,11 +74,24 @@ Result World::replay(const QList<HistoryStep> &steps, bool undoing, const Progre
     if (steps.isEmpty())
         return Result::failure(undoing ? QStringLiteral("Es gibt nichts rückgängig zu machen.")
                                        : QStringLiteral("Es gibt nichts wiederherzustellen."));
+    m_brokenstep = 0;
+    const QString doing = undoing ? QStringLiteral("rückgängig machen") : QStringLiteral("wiederherstellen");
+    // A step whose kept changes are not what was written is never applied:
+    // the world stays, and the user may drop the history from it on.
+    const auto broken = [&](const HistoryStep &step) {
+        m_brokenstep = step.id;
+        return Result::failure(QStringLiteral("Schritt %1 des Verlaufs („%2“) lässt sich nicht %3: seine gespeicherten "
+                                              "Änderungen sind unvollständig oder verändert (die Prüfsumme stimmt nicht). "
+                                              "Die Datenbank selbst ist in Ordnung; es wurde nichts geändert. Der Verlauf "
+                                              "lässt sich ab diesem Schritt löschen.")
+                                   .arg(step.id)
+                                   .arg(step.text, doing));
+    };
     Result done;
     {
         Watch watch(*this);
         done = runtransaction(*m_db, applyLead, [&] {
-            Statement read = m_db->prepare(QStringLiteral("SELECT aenderungen FROM verlauf WHERE schritt = ?1"));
+            Statement read = m_db->prepare(QStringLiteral("SELECT aenderungen, pruefsumme FROM verlauf WHERE schritt = ?1"));
             Statement mark = m_db->prepare(QStringLiteral("UPDATE verlauf SET zurueck = ?1 WHERE schritt = ?2"));
             QStringList texts;
             for (qsizetype i = 0; i < steps.size(); ++i) {
@@ -86,13 +101,22 @@ Result World::replay(const QList<HistoryStep> &steps, bool undoing, const Progre
                 if (!read.step())
                     return Result::failure(QStringLiteral("Den Schritt %1 gibt es nicht mehr.").arg(step.id));
                 const QByteArray changes = read.blob(0);
+                const QByteArray sum = read.blob(1);
                 read.reset();
-                if (const auto conflict = applychangeset(*m_db, changes, undoing))
+                if (changes.isEmpty() || sum != stepchecksum(step.id, changes))
+                    return broken(step);
+                std::optional<QString> conflict;
+                try {
+                    conflict = applychangeset(*m_db, changes, undoing);
+                } catch (const DbError &e) {
+                    // Bytes the engine can't read as changes: the step's, not the database's.
+                    if (!e.damaged())
+                        throw;
+                    return broken(step);
+                }
+                if (conflict)
                     return Result::failure(QStringLiteral("„%1“ lässt sich nicht %2: %3. Es wurde nichts geändert.")
-                                               .arg(step.text,
-                                                    undoing ? QStringLiteral("rückgängig machen")
-                                                            : QStringLiteral("wiederherstellen"),
-                                                    *conflict));
+                                               .arg(step.text, doing, *conflict));
                 mark.bindAll(undoing ? 1 : 0, step.id);
                 mark.exec();
                 texts << step.text;
@@ -153,16 +177,37 @@ Result World::gotostep(qint64 id, const Progress &progress)
 
 Result World::drophistory()
 {
+    return dropsteps(0);
+}
+
+Result World::dropsteps(qint64 from)
+{
     if (!m_db)
         return Result::failure(QStringLiteral("Es ist keine Datenbank geöffnet."));
     if (m_watching)
         return norun();
     const Result done = runtransaction(*m_db, QStringLiteral("Der Verlauf lässt sich nicht löschen"), [&] {
-        m_db->exec(QStringLiteral("DELETE FROM verlauf"));
-        return Result::success(QStringLiteral("Der Verlauf wurde gelöscht."));
+        if (from == 0) {
+            m_db->exec(QStringLiteral("DELETE FROM verlauf"));
+            return Result::success(QStringLiteral("Der Verlauf wurde gelöscht."));
+        }
+        const QVariant undone = m_db->scalar(QStringLiteral("SELECT zurueck FROM verlauf WHERE schritt = ?1"), from);
+        if (undone.isNull())
+            return Result::failure(QStringLiteral("Den Schritt %1 gibt es nicht im Verlauf.").arg(from));
+        // Undone steps follow the done ones: beyond an undone step lie the
+        // newer ones, beyond a done step the older ones.
+        const int dropped = m_db->run(undone.toInt() != 0 ? QStringLiteral("DELETE FROM verlauf WHERE schritt >= ?1")
+                                                           : QStringLiteral("DELETE FROM verlauf WHERE schritt <= ?1"),
+                                      from);
+        return Result::success(dropped == 1 ? QStringLiteral("Schritt %1 wurde aus dem Verlauf gelöscht.").arg(from)
+                                            : QStringLiteral("Der Verlauf ab Schritt %1 wurde gelöscht (%2 Schritte).")
+                                                  .arg(from)
+                                                  .arg(dropped));
     });
-    if (done.ok)
+    if (done.ok) {
+        m_brokenstep = 0;
         emit historychanged();
+    }
     return done;
 }
 

@@ -8,7 +8,9 @@
 
 #include <QDir>
 #include <QFile>
+#include <csignal>
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 
 using namespace zorbo;
 using zorbo::test::dumpworld;
@@ -101,6 +103,39 @@ TEST(RestorePoints, ARunIsRefusedWhenItsRestorePointCanNotBeKept)
     EXPECT_TRUE(r.message.contains("sicherungen")) << r.message.toStdString();
     EXPECT_EQ(dumpworld(*world->db()), before);
     EXPECT_TRUE(world->history().isEmpty());
+}
+
+TEST(RestorePoints, HalfCopiesOfKilledRunsGoAtTheNextStart)
+{
+    TempFolder dir;
+    const QString folder = restorepointfolder(dir.path());
+    QDir().mkpath(folder);
+    const QStringList leftovers = {"2026-01-01_10-00-00_Import.mdb.teil", "2026-01-01_10-00-00_Import.mdb.teil-journal"};
+    for (const QString &name : leftovers + QStringList{"notizen.teil", "2026-01-01_10-00-00_Alt.mdb"})
+        zorbo::test::writeBytes(folder + "/" + name, "halb");
+    zorbo::test::writeBytes(dir.file("zorbo_komprimiert.tmp"), "halb");
+    const std::unique_ptr<World> world = openworld(dir.path());
+    EXPECT_EQ(QDir(folder).entryList(QDir::Files), QStringList({"2026-01-01_10-00-00_Alt.mdb", "notizen.teil"}));
+    EXPECT_FALSE(QFile::exists(dir.file("zorbo_komprimiert.tmp")));
+}
+
+TEST(RestorePoints, AFullDiskIsToldWithTheFileAndLeavesNoHalfPoint)
+{
+    TempFolder dir;
+    std::unique_ptr<World> world = openworld(dir.path());
+    // Files may grow to 64 KiB only, less than a world: as a disk that runs full.
+    rlimit before{};
+    ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &before), 0);
+    const auto oldsignal = signal(SIGXFSZ, SIG_IGN);
+    rlimit small = before;
+    small.rlim_cur = 64 * 1024;
+    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &small), 0);
+    const Result made = world->makerestorepoint("Voll");
+    setrlimit(RLIMIT_FSIZE, &before);
+    signal(SIGXFSZ, oldsignal);
+    EXPECT_FALSE(made.ok);
+    EXPECT_TRUE(made.message.contains(restorepointfolder(dir.path()))) << made.message.toStdString();
+    EXPECT_TRUE(QDir(restorepointfolder(dir.path())).entryList(QDir::Files).isEmpty());
 }
 
 TEST(Schema, AWorldOfTheFirstVersionKeepsItsSquadsInTheirOrder)
