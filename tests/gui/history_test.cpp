@@ -240,3 +240,19 @@ TEST_F(History, TheRestoreWindowMakesAPointByHandAndDeletesIt)
     EXPECT_TRUE(dialogs.asked[0].startsWith("Wiederherstellungspunkt anlegen|")) << dialogs.asked[0].toStdString();
     EXPECT_TRUE(dialogs.asked[1].startsWith("Löschen|")) << dialogs.asked[1].toStdString();
 }
+
+TEST_F(History, AnAlteredStepIsRefusedAndTheUserMayDropTheHistoryFromIt)
+{
+    rename(20, "Erster");
+    rename(20, "Zweiter");
+    const QList<HistoryStep> steps = window->world()->history();
+    ASSERT_EQ(steps.size(), 2);
+    window->db()->run("UPDATE verlauf SET aenderungen = substr(aenderungen, 2) WHERE schritt = ?1", steps[1].id);
+    dialogs.answer = true;
+    window->action("mnubearbeitenitem(0)")->trigger();
+    ASSERT_EQ(dialogs.asked.size(), 1);
+    EXPECT_TRUE(dialogs.asked[0].contains(QString("Den Verlauf ab Schritt %1 löschen?").arg(steps[1].id)))
+        << dialogs.asked[0].toStdString();
+    EXPECT_EQ(clubname(20), "Zweiter");
+    EXPECT_TRUE(window->world()->history().isEmpty()) << "the step and the older one are dropped";
+}
