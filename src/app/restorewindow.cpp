@@ -123,10 +123,7 @@ void RestoreWindow::makepoint()
         const auto busy = m_shell.busy(QStringLiteral("Lege Wiederherstellungspunkt an"));
         done = m_shell.world()->makerestorepoint(name);
     }
-    fill();
-    m_shell.status(done.message);
-    if (!done.ok)
-        m_shell.dialogs().warning(this, title, done.message);
+    finish(title, done, false);
 }
 
 void RestoreWindow::deleteselected()
@@ -139,11 +136,7 @@ void RestoreWindow::deleteselected()
     if (!m_shell.dialogs().question(this, title,
                                     QStringLiteral("Den Wiederherstellungspunkt vom %1 (%2) löschen?").arg(when(point.time), point.reason)))
         return;
-    const Result done = m_shell.world()->removerestorepoint(point.name);
-    fill();
-    m_shell.status(done.message);
-    if (!done.ok)
-        m_shell.dialogs().warning(this, title, done.message);
+    finish(title, m_shell.world()->removerestorepoint(point.name), false);
 }
 
 void RestoreWindow::restoreselected()
@@ -163,11 +156,16 @@ void RestoreWindow::restoreselected()
         const auto busy = m_shell.busy(QStringLiteral("Stelle die Welt vom %1 wieder her").arg(when(point.time)));
         done = m_shell.world()->restore(point.name, busy->progress());
     }
+    finish(title, done, true);
+}
+
+void RestoreWindow::finish(const QString &title, const Result &done, bool tellsuccess)
+{
     fill();
     m_shell.status(done.message);
-    if (done.ok)
+    if (done.ok && tellsuccess)
         m_shell.dialogs().information(this, title, done.message);
-    else if (!done.cancelled)
+    else if (!done.ok && !done.cancelled)
         m_shell.dialogs().warning(this, title, done.message);
 }
 

@@ -29,6 +29,9 @@ private:
     void restoreselected();
     void makepoint();
     void deleteselected();
+    // Shows the points anew and tells the outcome: in the status bar, a
+    // failure in a message box, a success there too when tellsuccess.
+    void finish(const QString &title, const Result &done, bool tellsuccess);
     // The chosen point, or null.
     const RestorePoint *selected() const;
 
