@@ -132,8 +132,22 @@ void movehistory(Shell &shell, const QString &title, const QString &busytext,
         done = move(*world, busy->progress());
     }
     shell.status(done.message);
-    if (!done.ok && !done.cancelled)
+    if (done.ok || done.cancelled)
+        return;
+    const qint64 broken = world->brokenstep();
+    if (!broken) {
         shell.dialogs().warning(shell.window(), title, done.message);
+        return;
+    }
+    // A step that can't be applied blocks the way beyond it; the user may
+    // drop it and what lies behind it.
+    if (!shell.dialogs().question(shell.window(), title,
+                                  done.message + QStringLiteral("\n\nDen Verlauf ab Schritt %1 löschen?").arg(broken)))
+        return;
+    const Result dropped = world->dropsteps(broken);
+    shell.status(dropped.message);
+    if (!dropped.ok)
+        shell.dialogs().warning(shell.window(), title, dropped.message);
 }
 
 HistoryPanel *installhistory(Shell &shell)

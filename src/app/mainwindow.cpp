@@ -143,6 +143,13 @@ void MainWindow::showabout()
 
 void MainWindow::closeEvent(QCloseEvent *event)
 {
+    // A run disables the window while it goes; the world it works on must
+    // not go from under it. Its "Abbrechen" stops it first.
+    if (!isEnabled()) {
+        event->ignore();
+        m_status->setText(QStringLiteral("Das Programm lässt sich erst nach dem laufenden Vorgang beenden."));
+        return;
+    }
     if (m_shell->settle() == Settled::Cancelled) {
         event->ignore();
         return;

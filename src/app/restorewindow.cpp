@@ -43,16 +43,23 @@ RestoreWindow::RestoreWindow(Shell &shell, QWidget *parent) : QDialog(parent), m
     m_table->horizontalHeader()->setSectionResizeMode(1, QHeaderView::Stretch);
 
     auto *hint = new QLabel(QStringLiteral("Vor jedem Lauf, der viele Zeilen ersetzt oder löscht, wird eine Kopie der Welt "
-                                           "im Ordner „sicherungen“ aufbewahrt."),
+                                           "im Ordner „sicherungen“ aufbewahrt. Punkte, die Sie selbst anlegen, bleiben, "
+                                           "bis Sie sie löschen."),
                             this);
     hint->setObjectName(QStringLiteral("lblhinweis"));
     hint->setWordWrap(true);
     m_restore = new QPushButton(QStringLiteral("Wiederherstellen"), this);
     m_restore->setObjectName(QStringLiteral("cmdwiederherstellen"));
+    auto *make = new QPushButton(QStringLiteral("Wiederherstellungspunkt anlegen..."), this);
+    make->setObjectName(QStringLiteral("cmdanlegen"));
+    m_delete = new QPushButton(QStringLiteral("Löschen"), this);
+    m_delete->setObjectName(QStringLiteral("cmdloeschen"));
     auto *close = new QPushButton(QStringLiteral("Schließen"), this);
     close->setObjectName(QStringLiteral("cmdschliessen"));
 
     auto *buttons = new QHBoxLayout;
+    buttons->addWidget(make);
+    buttons->addWidget(m_delete);
     buttons->addStretch();
     buttons->addWidget(m_restore);
     buttons->addWidget(close);
@@ -63,9 +70,13 @@ RestoreWindow::RestoreWindow(Shell &shell, QWidget *parent) : QDialog(parent), m
     resize(640, 360);
 
     connect(m_restore, &QPushButton::clicked, this, &RestoreWindow::restoreselected);
+    connect(make, &QPushButton::clicked, this, &RestoreWindow::makepoint);
+    connect(m_delete, &QPushButton::clicked, this, &RestoreWindow::deleteselected);
     connect(close, &QPushButton::clicked, this, &QDialog::reject);
-    connect(m_table, &QTableWidget::itemSelectionChanged, this,
-            [this] { m_restore->setEnabled(!m_table->selectionModel()->selectedRows().isEmpty()); });
+    connect(m_table, &QTableWidget::itemSelectionChanged, this, [this] {
+        m_restore->setEnabled(selected() != nullptr);
+        m_delete->setEnabled(selected() != nullptr);
+    });
     connect(m_table, &QTableWidget::cellDoubleClicked, this, &RestoreWindow::restoreselected);
 }
 
@@ -76,7 +87,8 @@ void RestoreWindow::fill()
     m_table->setRowCount(int(m_points.size()));
     for (int row = 0; row < m_points.size(); ++row) {
         const RestorePoint &p = m_points.at(row);
-        const QStringList cells = {when(p.time), p.reason, sizetext(p.size), count(p.clubs), count(p.players)};
+        const QString reason = p.byhand ? p.reason + QStringLiteral(" (von Hand)") : p.reason;
+        const QStringList cells = {when(p.time), reason, sizetext(p.size), count(p.clubs), count(p.players)};
         for (int column = 0; column < cells.size(); ++column) {
             auto *cell = new QTableWidgetItem(cells.at(column));
             cell->setToolTip(p.name);
@@ -87,14 +99,52 @@ void RestoreWindow::fill()
     }
     m_table->clearSelection();
     m_restore->setEnabled(false);
+    m_delete->setEnabled(false);
+}
+
+const RestorePoint *RestoreWindow::selected() const
+{
+    const QModelIndexList rows = m_table->selectionModel()->selectedRows();
+    if (rows.isEmpty() || rows.first().row() >= m_points.size())
+        return nullptr;
+    return &m_points.at(rows.first().row());
+}
+
+void RestoreWindow::makepoint()
+{
+    if (!m_shell.world())
+        return;
+    const QString title = QStringLiteral("Wiederherstellungspunkt anlegen");
+    const QString name = m_shell.dialogs().text(this, title, QStringLiteral("Name des Wiederherstellungspunkts:"));
+    if (name.trimmed().isEmpty())
+        return;
+    Result done;
+    {
+        const auto busy = m_shell.busy(QStringLiteral("Lege Wiederherstellungspunkt an"));
+        done = m_shell.world()->makerestorepoint(name);
+    }
+    finish(title, done, false);
+}
+
+void RestoreWindow::deleteselected()
+{
+    const RestorePoint *chosen = selected();
+    if (!chosen || !m_shell.world())
+        return;
+    const RestorePoint point = *chosen;
+    const QString title = QStringLiteral("Löschen");
+    if (!m_shell.dialogs().question(this, title,
+                                    QStringLiteral("Den Wiederherstellungspunkt vom %1 (%2) löschen?").arg(when(point.time), point.reason)))
+        return;
+    finish(title, m_shell.world()->removerestorepoint(point.name), false);
 }
 
 void RestoreWindow::restoreselected()
 {
-    const QModelIndexList rows = m_table->selectionModel()->selectedRows();
-    if (rows.isEmpty() || !m_shell.world())
+    const RestorePoint *chosen = selected();
+    if (!chosen || !m_shell.world())
         return;
-    const RestorePoint point = m_points.value(rows.first().row());
+    const RestorePoint point = *chosen;
     const QString title = QStringLiteral("Wiederherstellen");
     if (!m_shell.dialogs().question(this, title,
                                     QStringLiteral("Die Welt vom %1 (%2) wiederherstellen?\n\nDie jetzige Welt wird vorher "
@@ -106,11 +156,16 @@ void RestoreWindow::restoreselected()
         const auto busy = m_shell.busy(QStringLiteral("Stelle die Welt vom %1 wieder her").arg(when(point.time)));
         done = m_shell.world()->restore(point.name, busy->progress());
     }
+    finish(title, done, true);
+}
+
+void RestoreWindow::finish(const QString &title, const Result &done, bool tellsuccess)
+{
     fill();
     m_shell.status(done.message);
-    if (done.ok)
+    if (done.ok && tellsuccess)
         m_shell.dialogs().information(this, title, done.message);
-    else if (!done.cancelled)
+    else if (!done.ok && !done.cancelled)
         m_shell.dialogs().warning(this, title, done.message);
 }
 

@@ -30,6 +30,10 @@ struct Context {
     Progress progress(const QString &label);
     // Prints a German failure message to standard error; returns 1.
     int fail(const QString &message);
+    // The program folder's world, opened as the editor's start-up does it,
+    // its messages printed and a crest import cut off by a kill finished or
+    // dropped; db() is null when there is no database.
+    std::unique_ptr<World> startworld();
     // The program folder's world, opened as the editor's start-up does, with
     // its messages printed; null, and the failure told, without a database.
     std::unique_ptr<World> openworld();

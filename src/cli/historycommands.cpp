@@ -36,24 +36,52 @@ int history(Context &ctx)
     return 0;
 }
 
+// The one optional argument, a whole number from 1 to max, fallback when
+// it is left out; nothing after a message.
+std::optional<qint64> countargument(Context &ctx, qint64 fallback, qint64 max, const QString &what)
+{
+    if (ctx.args.size() > 1) {
+        ctx.fail(QStringLiteral("Falsche Zahl von Argumenten; »zorbo-cli --help« zeigt den Aufruf."));
+        return std::nullopt;
+    }
+    if (ctx.args.isEmpty())
+        return fallback;
+    const std::optional<qint64> n = parsewholenumber(ctx.args.first());
+    if (!n || *n < 1 || *n > max) {
+        ctx.fail(QStringLiteral("%1 muss eine ganze Zahl größer als 0 sein, nicht »%2«.").arg(what, ctx.args.first()));
+        return std::nullopt;
+    }
+    return n;
+}
+
 // undo [N] and redo [N]: N steps, one when not given.
 int move(Context &ctx, bool back)
 {
-    if (ctx.args.size() > 1)
-        return ctx.fail(QStringLiteral("Falsche Zahl von Argumenten; »zorbo-cli --help« zeigt den Aufruf."));
-    qint64 count = 1;
-    if (!ctx.args.isEmpty()) {
-        const std::optional<qint64> n = parsewholenumber(ctx.args.first());
-        if (!n || *n < 1 || *n > std::numeric_limits<int>::max())
-            return ctx.fail(QStringLiteral("Die Zahl der Schritte muss eine ganze Zahl größer als 0 sein, nicht »%1«.")
-                                .arg(ctx.args.first()));
-        count = *n;
-    }
+    const std::optional<qint64> count =
+        countargument(ctx, 1, std::numeric_limits<int>::max(), QStringLiteral("Die Zahl der Schritte"));
+    if (!count)
+        return 1;
     const std::unique_ptr<World> world = ctx.openexistingworld();
     if (!world)
         return 1;
     const Progress progress = ctx.progress(back ? QStringLiteral("Mache rückgängig") : QStringLiteral("Stelle wieder her"));
-    return finish(ctx, back ? world->undo(int(count), progress) : world->redo(int(count), progress));
+    const int code = finish(ctx, back ? world->undo(int(*count), progress) : world->redo(int(*count), progress));
+    if (const qint64 broken = world->brokenstep())
+        ctx.err << QStringLiteral("Mit »zorbo-cli drop-history %1« lässt sich der Verlauf ab diesem Schritt löschen.\n").arg(broken);
+    return code;
+}
+
+// drop-history [SCHRITT]: the whole history, or a step and what lies beyond it.
+int drop(Context &ctx)
+{
+    const std::optional<qint64> from =
+        countargument(ctx, 0, std::numeric_limits<qint64>::max(), QStringLiteral("Die Nummer des Schritts"));
+    if (!from)
+        return 1;
+    const std::unique_ptr<World> world = ctx.openexistingworld();
+    if (!world)
+        return 1;
+    return finish(ctx, world->dropsteps(*from));
 }
 
 int listpoints(Context &ctx)
@@ -65,19 +93,44 @@ int listpoints(Context &ctx)
         ctx.out << "Es gibt keine Wiederherstellungspunkte.\n";
     const auto count = [](qint64 n) { return n < 0 ? QStringLiteral("?") : QString::number(n); };
     for (const RestorePoint &p : points)
-        ctx.out << p.name << "  " << when(p.time) << "  " << p.reason << "  " << sizetext(p.size) << "  "
+        ctx.out << p.name << "  " << when(p.time) << "  " << p.reason << (p.byhand ? " (von Hand)" : "") << "  "
+                << sizetext(p.size) << "  "
                 << count(p.clubs) << " Vereine  " << count(p.players) << " Spieler\n";
     return 0;
 }
 
-int restore(Context &ctx)
+// A command on one restore point, named by its one argument.
+int onpoint(Context &ctx, const QString &usage, const std::function<Result(World &world, const QString &name)> &work)
 {
     if (ctx.args.size() != 1)
-        return ctx.fail(QStringLiteral("»restore« braucht den Namen eines Wiederherstellungspunkts (siehe restore-points)."));
+        return ctx.fail(usage);
     const std::unique_ptr<World> world = ctx.openexistingworld();
     if (!world)
         return 1;
-    return finish(ctx, world->restore(ctx.args.first(), ctx.progress(QStringLiteral("Stelle wieder her"))));
+    return finish(ctx, work(*world, ctx.args.first()));
+}
+
+int restore(Context &ctx)
+{
+    return onpoint(ctx, QStringLiteral("»restore« braucht den Namen eines Wiederherstellungspunkts (siehe restore-points)."),
+                   [&](World &world, const QString &name) {
+                       return world.restore(name, ctx.progress(QStringLiteral("Stelle wieder her")));
+                   });
+}
+
+// restore-point NAME: a point made by hand; delete-restore-point NAME.
+int makepoint(Context &ctx)
+{
+    return onpoint(ctx, QStringLiteral("»restore-point« braucht einen Namen für den Wiederherstellungspunkt."),
+                   [](World &world, const QString &name) { return world.makerestorepoint(name); });
+}
+
+int deletepoint(Context &ctx)
+{
+    return onpoint(ctx,
+                   QStringLiteral("»delete-restore-point« braucht den Namen eines Wiederherstellungspunkts (siehe "
+                                  "restore-points)."),
+                   [](World &world, const QString &name) { return world.removerestorepoint(name); });
 }
 
 const bool registered =
@@ -89,11 +142,19 @@ const bool registered =
     && registerCommand({QStringLiteral("redo"), QStringLiteral("[N]"),
                         QStringLiteral("stellt N rückgängig gemachte Schritte wieder her (sonst einen)"),
                         [](Context &ctx) { return move(ctx, false); }})
+    && registerCommand({QStringLiteral("drop-history"), QStringLiteral("[SCHRITT]"),
+                        QStringLiteral("löscht den Verlauf, oder einen Schritt und die, die nur über ihn erreichbar sind"),
+                        drop})
     && registerCommand({QStringLiteral("restore-points"), {},
                         QStringLiteral("zeigt die Wiederherstellungspunkte, den neuesten zuerst"), listpoints})
     && registerCommand({QStringLiteral("restore"), QStringLiteral("NAME"),
                         QStringLiteral("holt die Welt eines Wiederherstellungspunkts zurück (die jetzige wird vorher gesichert)"),
-                        restore});
+                        restore})
+    && registerCommand({QStringLiteral("restore-point"), QStringLiteral("NAME"),
+                        QStringLiteral("legt von Hand einen Wiederherstellungspunkt an, der nie von selbst gelöscht wird"),
+                        makepoint})
+    && registerCommand({QStringLiteral("delete-restore-point"), QStringLiteral("NAME"),
+                        QStringLiteral("löscht einen Wiederherstellungspunkt (Dateiname wie bei restore-points)"), deletepoint});
 
 } // namespace
 

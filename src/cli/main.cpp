@@ -1,6 +1,7 @@
 #include "cli/command.h"
 #include "core/programfolder.h"
 #include "platform/dberror.h"
+#include "resources/crestswitch.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -75,11 +76,21 @@ Progress Context::progress(const QString &label)
     };
 }
 
-std::unique_ptr<World> Context::openworld()
+std::unique_ptr<World> Context::startworld()
 {
     std::unique_ptr<World> world = zorbo::openworld(dir, progress(QStringLiteral("Erstelle Transfermarkt")));
     for (const QString &m : world->messages())
         err << m << '\n';
+    // A crest import cut off by a kill is finished or dropped, as the
+    // editor's start does it.
+    if (const Result recovered = recovercrests(world->settings().folder(WappenFolder)); !recovered)
+        err << recovered.message << '\n';
+    return world;
+}
+
+std::unique_ptr<World> Context::openworld()
+{
+    std::unique_ptr<World> world = startworld();
     if (world->db())
         return world;
     fail(QStringLiteral("Die Welt in %1 ist nicht bereit.").arg(QDir::toNativeSeparators(dir)));

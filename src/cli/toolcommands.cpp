@@ -150,11 +150,7 @@ int compact(Context &ctx)
     // whether a step of it may still be needed.
     const bool drop = ctx.args.removeAll(QStringLiteral("--drop-history")) > 0;
     return inworld(ctx, 0, [&](World &world) {
-        if (drop) {
-            if (const Result dropped = world.drophistory(); !dropped)
-                return ctx.fail(dropped.message);
-        }
-        return finish(ctx, comp_db(world, ctx.progress(QStringLiteral("Komprimiere"))));
+        return finish(ctx, comp_db(world, ctx.progress(QStringLiteral("Komprimiere")), drop));
     });
 }
 
@@ -180,7 +176,7 @@ const bool registered =
     && registerCommand({QStringLiteral("wipe"), QStringLiteral("--yes"),
                         QStringLiteral("leert die Datenbank und legt den Transfermarkt neu an"), wipe})
     && registerCommand({QStringLiteral("compact"), QStringLiteral("[--drop-history]"),
-                        QStringLiteral("komprimiert die Datenbank; --drop-history löscht vorher den Verlauf"), compact});
+                        QStringLiteral("komprimiert die Datenbank; --drop-history lässt dabei den Verlauf weg"), compact});
 
 } // namespace
 

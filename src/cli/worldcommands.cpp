@@ -11,9 +11,7 @@ namespace {
 
 int init(Context &ctx)
 {
-    const std::unique_ptr<World> world = openworld(ctx.dir, ctx.progress(QStringLiteral("Erstelle Transfermarkt")));
-    for (const QString &m : world->messages())
-        ctx.err << m << '\n';
+    const std::unique_ptr<World> world = ctx.startworld();
     if (!world->db())
         return ctx.fail(QStringLiteral("Die Welt in %1 ist nicht bereit.").arg(ctx.dir));
     ctx.out << "Welt bereit: " << world->settings().dbpfad() << '\n';

@@ -1,11 +1,20 @@
 #include "core/history.h"
 
+#include <QCryptographicHash>
 #include <QDir>
 #include <QFileInfo>
 #include <QRegularExpression>
 #include <algorithm>
 
 namespace zorbo {
+
+QByteArray stepchecksum(qint64 id, const QByteArray &changes)
+{
+    QCryptographicHash hash(QCryptographicHash::Sha256);
+    hash.addData(QByteArray::number(id) + ':');
+    hash.addData(changes);
+    return hash.result();
+}
 
 QList<HistoryStep> historysteps(Database &db)
 {
@@ -38,9 +47,10 @@ QString restorepointfolder(const QString &programFolder)
 
 const QRegularExpression &restorepointname()
 {
-    // Date and time, a number when two points fall into one second, the reason.
+    // Date and time, a number when two points fall into one second, the
+    // mark of a point made by hand, the reason.
     static const QRegularExpression name(
-        QStringLiteral("^(\\d{4}-\\d\\d-\\d\\d_\\d\\d-\\d\\d-\\d\\d)(?:\\.(\\d+))?_(.+)\\.mdb$"));
+        QStringLiteral("^(\\d{4}-\\d\\d-\\d\\d_\\d\\d-\\d\\d-\\d\\d)(?:\\.(\\d+))?_(%1)?(.+)\\.mdb$").arg(byhandmark));
     return name;
 }
 
@@ -77,7 +87,8 @@ QList<RestorePoint> restorepoints(const QString &programFolder, bool counted)
             continue;
         point.name = file.fileName();
         point.path = file.absoluteFilePath();
-        point.reason = match.captured(3);
+        point.byhand = !match.captured(3).isEmpty();
+        point.reason = match.captured(4);
         point.size = file.size();
         points.append({match.captured(2).toInt(), point});
     }

@@ -20,6 +20,10 @@ struct HistoryStep {
     qint64 bytes = 0;   // size of the kept changes
 };
 
+// The checksum a step keeps of its changes, tied to its number, so that a
+// step whose bytes were changed or swapped with another's is known.
+QByteArray stepchecksum(qint64 id, const QByteArray &changes);
+
 // The kept steps, oldest first. Undone steps follow the done ones.
 QList<HistoryStep> historysteps(Database &db);
 
@@ -36,7 +40,9 @@ struct RestorePoint {
     QString name;   // file name, also what "restore NAME" takes
     QString path;
     QDateTime time;
-    QString reason; // German: "Config-Import", "Datenbank löschen" …
+    QString reason; // German: "Config-Import", "Datenbank löschen" …, or the
+                    // name the user gave a point made by hand
+    bool byhand = false; // made by the user; never pruned
     qint64 size = 0;
     qint64 clubs = -1;   // -1 when the copy can't be read
     qint64 players = -1;
@@ -46,8 +52,12 @@ struct RestorePoint {
 QString restorepointfolder(const QString &programFolder);
 
 // The file name of a restore point: "2026-11-24_14-03-05_Config-Import.mdb",
-// with ".2" behind the time for a second point in the same second.
+// with ".2" behind the time for a second point in the same second, and
+// "von Hand_" before the name of a point the user made by hand. Captures:
+// 1 the time, 2 the number within the second, 3 the mark of a point made by
+// hand, 4 the reason.
 const QRegularExpression &restorepointname();
+inline const QString byhandmark = QStringLiteral("von Hand_");
 
 // The restore points of the folder, newest first. Files in it that are no
 // restore points of ours are left out and left alone.

@@ -1,5 +1,6 @@
 #include "core/schema.h"
 
+#include "core/history.h"
 #include "platform/fileerror.h"
 
 #include <QFile>
@@ -113,11 +114,12 @@ FROM kaderzeilen v JOIN spieler s ON s.NUMMER = v.spieler;
 )SQL";
 
 // The world's history: per step the rows one run changed, as a changeset of
-// the engine's session extension. zurueck is 1 for a step that is undone.
+// the engine's session extension. zurueck is 1 for a step that is undone;
+// pruefsumme is the step's checksum (see stepchecksum).
 const char *const historySql = R"SQL(
 CREATE TABLE verlauf (
   schritt INTEGER PRIMARY KEY, zeit TEXT NOT NULL, text TEXT NOT NULL,
-  zurueck INTEGER NOT NULL DEFAULT 0, aenderungen BLOB NOT NULL
+  zurueck INTEGER NOT NULL DEFAULT 0, aenderungen BLOB NOT NULL, pruefsumme BLOB
 ) STRICT;
 )SQL";
 
@@ -206,6 +208,19 @@ void upgradeschema(Database &db)
         db.exec(QString::fromUtf8(squadSql));
         db.exec(QString::fromUtf8(moveSquadsSql));
         db.exec(QString::fromUtf8(historySql));
+    } else if (!db.hasTable(QStringLiteral("verlauf"))) {
+        // A history lost by another program is begun anew, not the world refused.
+        db.exec(QString::fromUtf8(historySql));
+    } else if (version < 3) {
+        // The steps kept so far are taken as they are.
+        db.exec(QStringLiteral("ALTER TABLE verlauf ADD COLUMN pruefsumme BLOB"));
+        Statement steps = db.prepare(QStringLiteral("SELECT schritt, aenderungen FROM verlauf"));
+        Statement sum = db.prepare(QStringLiteral("UPDATE verlauf SET pruefsumme = ?1 WHERE schritt = ?2"));
+        while (steps.step()) {
+            sum.bindAll(stepchecksum(steps.integer(0), steps.blob(1)), steps.integer(0));
+            sum.exec();
+            sum.reset();
+        }
     }
     db.exec(QStringLiteral("PRAGMA user_version = %1").arg(zorboSchemaVersion));
     tx.commit();

@@ -11,7 +11,8 @@ namespace zorbo {
 // Marks a database file as one of ours (PRAGMA application_id).
 inline constexpr int zorboApplicationId = 0x5A4F5242;
 // 2: squads in kaderzeilen behind the view vereinspieler, the history in verlauf.
-inline constexpr int zorboSchemaVersion = 2;
+// 3: each step of the history carries a checksum of its changes.
+inline constexpr int zorboSchemaVersion = 3;
 
 // The continents in the order of the continent list.
 const QStringList &kontinente();

@@ -4,14 +4,17 @@
 #include "core/market.h"
 
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
 
 namespace zorbo {
 
 World::~World() = default;
 
-World::Watch::Watch(World &world) : m_world(world)
+World::Watch::Watch(World &world, bool holding) : m_world(world), m_holding(holding)
 {
+    if (m_holding)
+        m_world.m_db->exec(QStringLiteral("PRAGMA cache_spill = OFF"));
     m_world.m_pending = {};
     m_world.m_told = 0;
     m_world.m_squadRows.clear();
@@ -27,6 +30,13 @@ World::Watch::~Watch()
     m_world.m_recorder.reset();
     m_world.m_db->setUpdateHook({});
     m_world.m_watching = false;
+    if (m_holding) {
+        try {
+            m_world.m_db->exec(QStringLiteral("PRAGMA cache_spill = ON"));
+        } catch (const DbError &) {
+            // Only the memory a later run takes depends on it.
+        }
+    }
 }
 
 void World::noted(RowChange change, const char *table, qint64 rowid)
@@ -98,6 +108,23 @@ Result World::closedwhile(const std::function<Result(const QString &path)> &work
     return done;
 }
 
+namespace {
+
+// What runs that were killed leave behind and only they write: half copies
+// of restore points with their journals, a half compacted copy.
+void removeleftovers(const QString &programFolder)
+{
+    QDir points(restorepointfolder(programFolder));
+    for (const QString &name :
+         points.entryList({QStringLiteral("*.mdb.teil"), QStringLiteral("*.teil-journal")}, QDir::Files | QDir::Hidden))
+        points.remove(name);
+    const QString copy = programFolder + QStringLiteral("/zorbo_komprimiert.tmp");
+    if (QFileInfo(copy).isFile())
+        QFile::remove(copy);
+}
+
+} // namespace
+
 std::unique_ptr<World> openworld(const QString &programFolder, const Progress &progress)
 {
     std::unique_ptr<World> world(new World);
@@ -106,6 +133,7 @@ std::unique_ptr<World> openworld(const QString &programFolder, const Progress &p
         world->m_messages << world->m_settingsMessage;
     world->m_missingPictures = unpackdefaults(world->m_settings);
     world->m_messages << world->m_missingPictures;
+    removeleftovers(world->m_settings.programFolder);
     OpenedDb opened = opendb(world->m_settings.dbpfad());
     world->m_dbState = opened.state;
     world->m_db = std::move(opened.db);

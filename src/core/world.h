@@ -34,8 +34,10 @@ struct Step {
     Step(QString text = {}, QString restorepoint = {}) : text(std::move(text)), restorepoint(std::move(restorepoint)) {}
 
     QString text;         // German, as the menu names it: "Verein „FC Köln“ gespeichert"
-    QString restorepoint; // when set, a restore point with this reason is kept
-                          // before the run, and the run is refused without one
+    QString restorepoint; // when set, a run that changed rows keeps the world as it
+                          // was before as a restore point with this reason, and
+                          // the run is refused without one; a run that fails or
+                          // changes nothing leaves the restore points as they are
 };
 
 // A program folder brought up as the editor's start-up does it (see
@@ -86,10 +88,25 @@ public:
     Result gotostep(qint64 id, const Progress &progress = {});
     // Forgets every step.
     Result drophistory();
+    // The step that the last undo or redo refused because its kept changes
+    // are not as written (0: none); see dropsteps.
+    qint64 brokenstep() const { return m_brokenstep; }
+    // Forgets the step with this id and the steps that can only be reached
+    // through it: for a done step the older ones, for an undone step the
+    // newer ones. 0 forgets every step.
+    Result dropsteps(qint64 from);
 
-    // Keeps a copy of the world as a restore point with this reason and
-    // removes the oldest ones beyond the settings' number.
-    Result keeprestorepoint(const QString &reason);
+    // Keeps a copy of the world as a restore point with this reason; *name
+    // tells its file name. Nothing is pruned: see prunerestorepoints().
+    Result keeprestorepoint(const QString &reason, QString *name = nullptr);
+    // Removes the oldest restore points kept by runs beyond the settings'
+    // number; the ones made by hand stay.
+    void prunerestorepoints();
+    // A restore point the user makes by hand, under a name of his own; it is
+    // never pruned.
+    Result makerestorepoint(const QString &name);
+    // Deletes the restore point with this file name.
+    Result removerestorepoint(const QString &name);
     // Brings the world of the restore point back, after keeping a restore
     // point of the present one. Listeners hear that everything changed.
     Result restore(const QString &name, const Progress &progress = {});
@@ -110,16 +127,19 @@ private:
     friend std::unique_ptr<World> openworld(const QString &programFolder, const Progress &progress);
     World() = default;
 
-    // The update hook, on while a run goes.
+    // The update hook, on while a run goes. holding: the run's changed pages
+    // stay in memory until the commit, so that a second connection can still
+    // read the world as it was before (for its restore point).
     class Watch {
     public:
-        explicit Watch(World &world);
+        explicit Watch(World &world, bool holding = false);
         ~Watch();
         Watch(const Watch &) = delete;
         Watch &operator=(const Watch &) = delete;
 
     private:
         World &m_world;
+        bool m_holding;
     };
     void noted(RowChange change, const char *table, qint64 rowid);
     // Inside the run's transaction: starts recording its rows, and keeps
@@ -128,7 +148,15 @@ private:
     bool keepstep(const Step &step);
     // Undoes (or redoes) the steps in the order given, as one run.
     Result replay(const QList<HistoryStep> &steps, bool undoing, const Progress &progress);
-    Result keeprestorepoint(const QString &reason, bool pruning);
+    // Copies source (the open database, or during a run a second connection
+    // that sees the world as last committed) into a restore point.
+    Result keeprestorepoint(Database &source, const QString &reason, bool byhand, QString *name);
+    // Inside a run's transaction, once op succeeded: keeps the world of
+    // before the run when the run changed rows; *name tells the point made.
+    Result keepbefore(const QString &reason, QString *name);
+    // After the run: a point made for a run that did not commit goes again,
+    // one of a committed run may push out the oldest.
+    void settlepoint(const QString &name, bool committed);
     // Inside the run's transaction, before it commits: rows the hook missed,
     // clubs of the squad rows.
     void settle();
@@ -144,6 +172,7 @@ private:
     bool m_marketCreated = false;
 
     bool m_watching = false;
+    qint64 m_brokenstep = 0;
     bool m_recordsteps = true;             // off while the start-up makes the market
     std::unique_ptr<ChangeRecorder> m_recorder; // while a run goes
     Change m_pending;
@@ -164,27 +193,29 @@ std::invoke_result_t<Op &, Database &> World::run(Op &&op, const QString &lead, 
     }
     if (m_watching)
         return runtransaction(*m_db, lead, [&] { return op(*m_db); });
-    if (!step.restorepoint.isEmpty()) {
-        if (const Result kept = keeprestorepoint(step.restorepoint); !kept) {
-            Outcome refused{};
-            resultof(refused) = Result::failure(kept.message + QStringLiteral(" Es wurde nichts geändert."));
-            return refused;
-        }
-    }
     Outcome outcome{};
     bool stepped = false;
+    QString point;
     {
-        Watch watch(*this);
+        Watch watch(*this, !step.restorepoint.isEmpty());
         outcome = runtransaction(*m_db, lead, [&] {
             record();
             Outcome done = op(*m_db);
             if (resultof(done).ok) {
                 settle();
                 stepped = keepstep(step);
+                if (!step.restorepoint.isEmpty()) {
+                    if (const Result kept = keepbefore(step.restorepoint, &point); !kept) {
+                        Outcome refused{};
+                        resultof(refused) = Result::failure(kept.message + QStringLiteral(" Es wurde nichts geändert."));
+                        return refused;
+                    }
+                }
             }
             return done;
         });
     }
+    settlepoint(point, resultof(outcome).ok);
     publish(resultof(outcome).ok);
     if (resultof(outcome).ok && stepped)
         emit historychanged();

@@ -2,6 +2,8 @@
 // through the engine's changesets, and restore points of the whole world.
 #include "core/world.h"
 
+#include "platform/fileerror.h"
+
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -41,6 +43,8 @@ bool World::keepstep(const Step &step)
     m_db->run(QStringLiteral("INSERT INTO verlauf (zeit, text, zurueck, aenderungen) VALUES (?1, ?2, 0, ?3)"),
               QDateTime::currentDateTime().toString(Qt::ISODate),
               step.text.isEmpty() ? QStringLiteral("Änderung") : step.text, changes);
+    const qint64 id = m_db->lastInsertId();
+    m_db->run(QStringLiteral("UPDATE verlauf SET pruefsumme = ?1 WHERE schritt = ?2"), stepchecksum(id, changes), id);
     // The newest step always stays, however large.
     m_db->run(QStringLiteral("DELETE FROM verlauf WHERE schritt IN (SELECT schritt FROM (SELECT schritt, "
                              "row_number() OVER (ORDER BY schritt DESC) AS n, "
@@ -70,11 +74,24 @@ Result World::replay(const QList<HistoryStep> &steps, bool undoing, const Progre
     if (steps.isEmpty())
         return Result::failure(undoing ? QStringLiteral("Es gibt nichts rückgängig zu machen.")
                                        : QStringLiteral("Es gibt nichts wiederherzustellen."));
+    m_brokenstep = 0;
+    const QString doing = undoing ? QStringLiteral("rückgängig machen") : QStringLiteral("wiederherstellen");
+    // A step whose kept changes are not what was written is never applied:
+    // the world stays, and the user may drop the history from it on.
+    const auto broken = [&](const HistoryStep &step) {
+        m_brokenstep = step.id;
+        return Result::failure(QStringLiteral("Schritt %1 des Verlaufs („%2“) lässt sich nicht %3: seine gespeicherten "
+                                              "Änderungen sind unvollständig oder verändert (die Prüfsumme stimmt nicht). "
+                                              "Die Datenbank selbst ist in Ordnung; es wurde nichts geändert. Der Verlauf "
+                                              "lässt sich ab diesem Schritt löschen.")
+                                   .arg(step.id)
+                                   .arg(step.text, doing));
+    };
     Result done;
     {
         Watch watch(*this);
         done = runtransaction(*m_db, applyLead, [&] {
-            Statement read = m_db->prepare(QStringLiteral("SELECT aenderungen FROM verlauf WHERE schritt = ?1"));
+            Statement read = m_db->prepare(QStringLiteral("SELECT aenderungen, pruefsumme FROM verlauf WHERE schritt = ?1"));
             Statement mark = m_db->prepare(QStringLiteral("UPDATE verlauf SET zurueck = ?1 WHERE schritt = ?2"));
             QStringList texts;
             for (qsizetype i = 0; i < steps.size(); ++i) {
@@ -84,13 +101,22 @@ Result World::replay(const QList<HistoryStep> &steps, bool undoing, const Progre
                 if (!read.step())
                     return Result::failure(QStringLiteral("Den Schritt %1 gibt es nicht mehr.").arg(step.id));
                 const QByteArray changes = read.blob(0);
+                const QByteArray sum = read.blob(1);
                 read.reset();
-                if (const auto conflict = applychangeset(*m_db, changes, undoing))
+                if (changes.isEmpty() || sum != stepchecksum(step.id, changes))
+                    return broken(step);
+                std::optional<QString> conflict;
+                try {
+                    conflict = applychangeset(*m_db, changes, undoing);
+                } catch (const DbError &e) {
+                    // Bytes the engine can't read as changes: the step's, not the database's.
+                    if (!e.damaged())
+                        throw;
+                    return broken(step);
+                }
+                if (conflict)
                     return Result::failure(QStringLiteral("„%1“ lässt sich nicht %2: %3. Es wurde nichts geändert.")
-                                               .arg(step.text,
-                                                    undoing ? QStringLiteral("rückgängig machen")
-                                                            : QStringLiteral("wiederherstellen"),
-                                                    *conflict));
+                                               .arg(step.text, doing, *conflict));
                 mark.bindAll(undoing ? 1 : 0, step.id);
                 mark.exec();
                 texts << step.text;
@@ -151,16 +177,37 @@ Result World::gotostep(qint64 id, const Progress &progress)
 
 Result World::drophistory()
 {
+    return dropsteps(0);
+}
+
+Result World::dropsteps(qint64 from)
+{
     if (!m_db)
         return Result::failure(QStringLiteral("Es ist keine Datenbank geöffnet."));
     if (m_watching)
         return norun();
     const Result done = runtransaction(*m_db, QStringLiteral("Der Verlauf lässt sich nicht löschen"), [&] {
-        m_db->exec(QStringLiteral("DELETE FROM verlauf"));
-        return Result::success(QStringLiteral("Der Verlauf wurde gelöscht."));
+        if (from == 0) {
+            m_db->exec(QStringLiteral("DELETE FROM verlauf"));
+            return Result::success(QStringLiteral("Der Verlauf wurde gelöscht."));
+        }
+        const QVariant undone = m_db->scalar(QStringLiteral("SELECT zurueck FROM verlauf WHERE schritt = ?1"), from);
+        if (undone.isNull())
+            return Result::failure(QStringLiteral("Den Schritt %1 gibt es nicht im Verlauf.").arg(from));
+        // Undone steps follow the done ones: beyond an undone step lie the
+        // newer ones, beyond a done step the older ones.
+        const int dropped = m_db->run(undone.toInt() != 0 ? QStringLiteral("DELETE FROM verlauf WHERE schritt >= ?1")
+                                                           : QStringLiteral("DELETE FROM verlauf WHERE schritt <= ?1"),
+                                      from);
+        return Result::success(dropped == 1 ? QStringLiteral("Schritt %1 wurde aus dem Verlauf gelöscht.").arg(from)
+                                            : QStringLiteral("Der Verlauf ab Schritt %1 wurde gelöscht (%2 Schritte).")
+                                                  .arg(from)
+                                                  .arg(dropped));
     });
-    if (done.ok)
+    if (done.ok) {
+        m_brokenstep = 0;
         emit historychanged();
+    }
     return done;
 }
 
@@ -175,26 +222,93 @@ QString filepart(const QString &reason)
     return part.trimmed().isEmpty() ? QStringLiteral("Sicherung") : part.trimmed();
 }
 
-void prune(const QString &programFolder, int keep)
+// The path of the restore point with this file name, or nothing after a
+// message for a name that is no restore point of the folder.
+std::optional<QString> pointpath(const QString &programFolder, const QString &name, QString *why)
 {
-    const QList<RestorePoint> points = restorepoints(programFolder, false);
-    for (qsizetype i = keep; i < points.size(); ++i)
-        QFile::remove(points.at(i).path);
+    const QString folder = restorepointfolder(programFolder);
+    const QString path = folder + QLatin1Char('/') + name;
+    if (name.contains(QLatin1Char('/')) || name.contains(QLatin1Char('\\')) || !restorepointname().match(name).hasMatch()
+        || !QFileInfo(path).isFile()) {
+        *why = QStringLiteral("Einen Wiederherstellungspunkt „%1“ gibt es in %2 nicht.").arg(name, QDir::toNativeSeparators(folder));
+        return std::nullopt;
+    }
+    return path;
 }
 
 } // namespace
 
-Result World::keeprestorepoint(const QString &reason)
+void World::prunerestorepoints()
 {
-    return keeprestorepoint(reason, true);
+    int kept = 0;
+    for (const RestorePoint &point : restorepoints(m_settings.programFolder, false)) {
+        if (!point.byhand && ++kept > m_settings.restorepoints)
+            QFile::remove(point.path);
+    }
 }
 
-Result World::keeprestorepoint(const QString &reason, bool pruning)
+Result World::keeprestorepoint(const QString &reason, QString *name)
 {
     if (!m_db)
         return Result::failure(QStringLiteral("Es ist keine Datenbank geöffnet."));
     if (m_watching)
         return Result::failure(QStringLiteral("Während eines Laufs lässt sich kein Wiederherstellungspunkt anlegen."));
+    return keeprestorepoint(*m_db, reason, false, name);
+}
+
+Result World::makerestorepoint(const QString &name)
+{
+    if (!m_db)
+        return Result::failure(QStringLiteral("Es ist keine Datenbank geöffnet."));
+    if (m_watching)
+        return Result::failure(QStringLiteral("Während eines Laufs lässt sich kein Wiederherstellungspunkt anlegen."));
+    if (name.trimmed().isEmpty())
+        return Result::failure(QStringLiteral("Der Wiederherstellungspunkt braucht einen Namen."));
+    return keeprestorepoint(*m_db, name, true, nullptr);
+}
+
+Result World::removerestorepoint(const QString &name)
+{
+    QString why;
+    const std::optional<QString> path = pointpath(m_settings.programFolder, name, &why);
+    if (!path)
+        return Result::failure(why);
+    QFile file(*path);
+    if (!file.remove())
+        return Result::failure(QStringLiteral("Der Wiederherstellungspunkt %1 lässt sich nicht löschen: %2")
+                                   .arg(QDir::toNativeSeparators(*path), fileerrortext(file)));
+    return Result::success(QStringLiteral("Der Wiederherstellungspunkt %1 wurde gelöscht.").arg(name));
+}
+
+Result World::keepbefore(const QString &reason, QString *name)
+{
+    // A run that changed no row needs no way back.
+    if (m_pending.isEmpty())
+        return Result::success();
+    // The run's changes are not committed yet; a second connection reads the
+    // world as it was before the run.
+    try {
+        Database before(m_db->path(), Database::ReadOnly);
+        return keeprestorepoint(before, reason, false, name);
+    } catch (const DbError &e) {
+        return Result::failure(QStringLiteral("Der Wiederherstellungspunkt lässt sich nicht anlegen: %1 lässt sich nicht "
+                                              "lesen: %2")
+                                   .arg(QDir::toNativeSeparators(m_db->path()), e.text()));
+    }
+}
+
+void World::settlepoint(const QString &name, bool committed)
+{
+    if (name.isEmpty())
+        return;
+    if (committed)
+        prunerestorepoints();
+    else
+        QFile::remove(restorepointfolder(m_settings.programFolder) + QLatin1Char('/') + name);
+}
+
+Result World::keeprestorepoint(Database &source, const QString &reason, bool byhand, QString *made)
+{
     const QString folder = restorepointfolder(m_settings.programFolder);
     const QString failed = QStringLiteral("Der Wiederherstellungspunkt lässt sich nicht anlegen");
     if (!QDir().mkpath(folder))
@@ -209,24 +323,27 @@ Result World::keeprestorepoint(const QString &reason, bool pruning)
         if (match.hasMatch())
             last = std::max(last, match.captured(2).isEmpty() ? 1 : match.captured(2).toInt());
     }
-    const QString name = same.isEmpty() ? QStringLiteral("%1_%2.mdb").arg(time, filepart(reason))
-                                        : QStringLiteral("%1.%2_%3.mdb").arg(time).arg(last + 1).arg(filepart(reason));
+    const QString reasonpart = (byhand ? byhandmark : QString()) + filepart(reason);
+    const QString name = same.isEmpty() ? QStringLiteral("%1_%2.mdb").arg(time, reasonpart)
+                                        : QStringLiteral("%1.%2_%3.mdb").arg(time).arg(last + 1).arg(reasonpart);
     // Written under another name first, so that a half copy is never listed.
     const QString path = folder + QLatin1Char('/') + name;
     const QString part = path + QStringLiteral(".teil");
     try {
         QFile::remove(part);
-        m_db->copyto(part);
+        source.copyto(part);
     } catch (const DbError &e) {
         QFile::remove(part);
-        return Result::failure(QStringLiteral("%1: %2").arg(failed, e.text()));
+        QFile::remove(part + QStringLiteral("-journal"));
+        return Result::failure(QStringLiteral("%1: %2 lässt sich nicht schreiben: %3")
+                                   .arg(failed, QDir::toNativeSeparators(path), e.text()));
     }
     if (!QFile::rename(part, path)) {
         QFile::remove(part);
         return Result::failure(QStringLiteral("%1: %2 lässt sich nicht anlegen.").arg(failed, QDir::toNativeSeparators(path)));
     }
-    if (pruning)
-        prune(m_settings.programFolder, m_settings.restorepoints);
+    if (made)
+        *made = name;
     return Result::success(QStringLiteral("Wiederherstellungspunkt %1 angelegt.").arg(name));
 }
 
@@ -236,13 +353,12 @@ Result World::restore(const QString &name, const Progress &progress)
         return Result::failure(QStringLiteral("Es ist keine Datenbank geöffnet."));
     if (m_watching)
         return norun();
-    const QString folder = restorepointfolder(m_settings.programFolder);
-    const QString path = folder + QLatin1Char('/') + name;
-    const QRegularExpressionMatch named = restorepointname().match(name);
-    if (name.contains(QLatin1Char('/')) || name.contains(QLatin1Char('\\')) || !named.hasMatch() || !QFileInfo(path).isFile())
-        return Result::failure(QStringLiteral("Einen Wiederherstellungspunkt „%1“ gibt es in %2 nicht.")
-                                   .arg(name, QDir::toNativeSeparators(folder)));
     QString why;
+    const std::optional<QString> found = pointpath(m_settings.programFolder, name, &why);
+    if (!found)
+        return Result::failure(why);
+    const QString path = *found;
+    const QRegularExpressionMatch named = restorepointname().match(name);
     if (!isworldfile(path, &why))
         return Result::failure(why);
     // Once begun, a restore is not stopped halfway: the progress only shows.
@@ -250,13 +366,13 @@ Result World::restore(const QString &name, const Progress &progress)
         progress(0, 2);
     // The present world is kept first; pruning waits, it might take the
     // point that is to come back.
-    if (const Result kept = keeprestorepoint(QStringLiteral("Vor der Wiederherstellung"), false); !kept)
+    if (const Result kept = keeprestorepoint(QStringLiteral("Vor der Wiederherstellung")); !kept)
         return Result::failure(kept.message + QStringLiteral(" Es wurde nichts geändert."));
     const QString when = QDateTime::fromString(named.captured(1), QStringLiteral("yyyy-MM-dd_hh-mm-ss"))
                              .toString(QStringLiteral("dd.MM.yyyy hh:mm:ss"));
     Result done = Result::success(QStringLiteral("Die Welt vom %1 (%2) ist wiederhergestellt; die bisherige ist als "
                                                  "Wiederherstellungspunkt aufgehoben.")
-                                      .arg(when, named.captured(3)));
+                                      .arg(when, named.captured(4)));
     try {
         m_db->copyfrom(path);
         upgradeschema(*m_db);
@@ -265,7 +381,7 @@ Result World::restore(const QString &name, const Progress &progress)
     }
     if (progress)
         progress(2, 2);
-    prune(m_settings.programFolder, m_settings.restorepoints);
+    prunerestorepoints();
     Change everything;
     everything.everything = true;
     emit changed(everything);

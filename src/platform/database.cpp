@@ -11,12 +11,19 @@ namespace {
 
 // The user reads the German words for the result code; the engine's own
 // text and the statement go into the detail for developers.
+// The file of the connection's main database, for messages.
+QString fileof(sqlite3 *db)
+{
+    const char *name = db ? sqlite3_db_filename(db, "main") : nullptr;
+    return name ? QString::fromUtf8(name) : QString();
+}
+
 [[noreturn]] void fail(sqlite3 *db, int rc, const QString &what)
 {
     QString detail = what;
     if (db)
         detail += QStringLiteral(": ") + QString::fromUtf8(sqlite3_errmsg(db));
-    throw DbError(rc, detail);
+    throw DbError(rc, detail, fileof(db));
 }
 
 } // namespace
@@ -121,7 +128,7 @@ bool Statement::step()
     const QString sql = QString::fromUtf8(sqlite3_sql(m_stmt)).left(200);
     QString detail = QStringLiteral("step %1: ").arg(sql) + QString::fromUtf8(sqlite3_errmsg(m_db));
     sqlite3_reset(m_stmt);
-    throw DbError(rc, detail);
+    throw DbError(rc, detail, fileof(m_db));
 }
 
 void Statement::exec()
@@ -239,7 +246,7 @@ void Database::exec(const QString &sql)
     if (const int rc = sqlite3_exec(m_db, sql.toUtf8().constData(), nullptr, nullptr, &err); rc != SQLITE_OK) {
         const QString detail = QStringLiteral("exec %1: %2").arg(sql.left(200), QString::fromUtf8(err ? err : ""));
         sqlite3_free(err);
-        throw DbError(rc, detail);
+        throw DbError(rc, detail, fileof(m_db));
     }
 }
 

@@ -1,6 +1,8 @@
 #include "platform/dberror.h"
 
+#include <QDir>
 #include <QLoggingCategory>
+#include <QRegularExpression>
 #include <sqlite3.h>
 
 namespace zorbo {
@@ -70,8 +72,33 @@ QString dberrortext(int code)
 
 DbError::DbError(const QString &message) : std::runtime_error(message.toStdString()) {}
 
-DbError::DbError(int code, const QString &detail)
-    : std::runtime_error(dberrortext(code).toStdString()), m_code(code), m_detail(detail)
+namespace {
+
+// The engine names a missing table or column in its own words; the German
+// text names it too.
+QString describe(int code, const QString &detail, const QString &file)
+{
+    if (!file.isEmpty() && (code & 0xff) == SQLITE_FULL)
+        return QStringLiteral("Der Datenträger ist voll; %1 lässt sich nicht schreiben.").arg(QDir::toNativeSeparators(file));
+    if (!file.isEmpty() && (code & 0xff) == SQLITE_IOERR)
+        return QStringLiteral("Der Datenträger meldet einen Fehler beim Lesen oder Schreiben von %1.")
+            .arg(QDir::toNativeSeparators(file));
+    if ((code & 0xff) == SQLITE_ERROR) {
+        static const QRegularExpression missing(
+            QStringLiteral("(?:no such (table|column): |table \\S+ has no (column) named )([^\\s,;:]+)"));
+        if (const QRegularExpressionMatch m = missing.match(detail); m.hasMatch()) {
+            const bool table = !m.captured(1).isEmpty() ? m.captured(1) == QLatin1String("table") : false;
+            return QStringLiteral("Die Datenbank hat nicht den erwarteten Aufbau: %1 %2 fehlt.")
+                .arg(table ? QStringLiteral("die Tabelle") : QStringLiteral("die Spalte"), m.captured(3));
+        }
+    }
+    return dberrortext(code);
+}
+
+} // namespace
+
+DbError::DbError(int code, const QString &detail, const QString &file)
+    : std::runtime_error(describe(code, detail, file).toStdString()), m_code(code), m_detail(detail)
 {
     qCInfo(databaseLog).noquote() << "SQLite" << code << detail;
 }

@@ -15,8 +15,10 @@ public:
     explicit DbError(const QString &message);
     explicit DbError(const std::string &message) : DbError(QString::fromStdString(message)) {}
     explicit DbError(const char *message) : DbError(QString::fromUtf8(message)) {}
-    // An error of the engine: its (extended) result code and its own words.
-    DbError(int code, const QString &detail);
+    // An error of the engine: its (extended) result code and its own words;
+    // file, when known, is the database file it concerns, named in the text
+    // of a full disk or a failing one.
+    DbError(int code, const QString &detail, const QString &file = {});
 
     QString text() const { return QString::fromUtf8(what()); }
     const QString &detail() const { return m_detail; }

@@ -15,10 +15,12 @@ Step wipestep();
 Result del_db(Database &db, const Progress &progress = {});
 
 // Rewrites the world's database file in compact form, after keeping a
-// restore point: the copy is written
-// beside it, checked (integrity, the same number of rows in every table)
-// and only then renamed over it; the world opens it again. Any failure
-// before that leaves the old file and the open database as they were.
-Result comp_db(World &world, const Progress &progress = {});
+// restore point: the copy is written beside it, checked (integrity, the same
+// number of rows in every table) and only then renamed over it; the world
+// opens it again. dropHistory: the copy leaves out the history, so that it
+// goes with the same rename. Any failure before the rename leaves the old
+// file, the open database and the restore points as they were; progress is
+// reported only before it.
+Result comp_db(World &world, const Progress &progress = {}, bool dropHistory = false);
 
 } // namespace zorbo

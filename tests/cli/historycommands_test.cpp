@@ -2,6 +2,8 @@
 #include "support/cli.h"
 #include "support/testsupport.h"
 
+#include <QDir>
+#include <QFileInfo>
 #include <gtest/gtest.h>
 
 using namespace zorbo;
@@ -80,4 +82,31 @@ TEST(CliHistory, StepsAreUndoneRedoneAndARestorePointBringsTheWorldBack)
     EXPECT_EQ(cli({"history"}).out, "Der Verlauf ist leer.\n");
     EXPECT_EQ(cli({"undo"}).exitCode, 1) << "nothing is left to undo";
     EXPECT_EQ(name(), "Zweiter");
+
+    // A step whose changes were altered is refused with the way to drop it.
+    ASSERT_EQ(cli({"rename-club", "5", "Dritter"}).exitCode, 0);
+    const qint64 step = opendb(file).db->scalar("SELECT max(schritt) FROM verlauf").toLongLong();
+    opendb(file).db->run("UPDATE verlauf SET aenderungen = substr(aenderungen, 1, length(aenderungen) - 1)");
+    const CliRun refused = cli({"undo"});
+    EXPECT_EQ(refused.exitCode, 1);
+    EXPECT_TRUE(refused.err.contains(QString("»zorbo-cli drop-history %1«").arg(step))) << refused.err.toStdString();
+    EXPECT_EQ(name(), "Dritter");
+    ASSERT_EQ(cli({"drop-history", QString::number(step)}).exitCode, 0);
+    EXPECT_EQ(cli({"history"}).out, "Der Verlauf ist leer.\n");
+
+    // The staging folder of a crest import that was killed goes at the next start.
+    ASSERT_TRUE(QDir().mkpath(w.dir.path() + "/wappen/.wappen-neu"));
+    writeBytes(w.dir.path() + "/wappen/.wappen-neu/wappen0001.bmp", "halb");
+    ASSERT_EQ(cli({"history"}).exitCode, 0);
+    EXPECT_FALSE(QFileInfo::exists(w.dir.path() + "/wappen/.wappen-neu"));
+
+    // A point made by hand is listed as such and deleted by its name.
+    ASSERT_EQ(cli({"restore-point", "Vor dem Umbau"}).exitCode, 0);
+    shown = lines(cli({"restore-points"}));
+    ASSERT_FALSE(shown.isEmpty());
+    EXPECT_TRUE(shown[0].contains("  Vor dem Umbau (von Hand)  ")) << shown[0].toStdString();
+    const QString mine = shown[0].section("  ", 0, 0);
+    ASSERT_EQ(cli({"delete-restore-point", mine}).exitCode, 0);
+    EXPECT_EQ(lines(cli({"restore-points"})).size(), shown.size() - 1);
+    EXPECT_EQ(cli({"delete-restore-point", mine}).exitCode, 1);
 }

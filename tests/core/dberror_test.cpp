@@ -68,10 +68,18 @@ TEST(DatabaseErrors, EngineFailuresAreToldInGermanWithoutTheStatement)
 
     const qint64 pages = db.scalar("PRAGMA page_count").toLongLong();
     db.exec(QStringLiteral("PRAGMA max_page_count = %1").arg(pages));
-    expectGerman(failure([&db] { db.run("UPDATE vereine SET NAME = ?1", QString(100000, 'x')); }),
-                 "Der Datenträger ist voll");
+    const QString full = failure([&db] { db.run("UPDATE vereine SET NAME = ?1", QString(100000, 'x')); });
+    expectGerman(full, "Der Datenträger ist voll");
+    EXPECT_TRUE(full.contains(db.path())) << "names the file: " << full.toStdString();
 
     expectGerman(failure([&w] { Database(w.dir.file("fehlt/zorbo.mdb")); }), "lässt sich nicht öffnen");
+
+    // A table or column that is missing is named.
+    db.exec("DROP TABLE verlauf");
+    EXPECT_EQ(failure([&db] { db.run("DELETE FROM verlauf WHERE schritt > 3"); }),
+              "Die Datenbank hat nicht den erwarteten Aufbau: die Tabelle verlauf fehlt.");
+    EXPECT_EQ(failure([&db] { db.run("INSERT INTO spieler (NUMMER, GEBURTSTAG) VALUES (1, 2)"); }),
+              "Die Datenbank hat nicht den erwarteten Aufbau: die Spalte GEBURTSTAG fehlt.");
 }
 
 TEST(DatabaseErrors, DamagedPagesAdviseARestorePoint)

@@ -39,6 +39,12 @@ public:
         asked << title + QLatin1Char('|') + text + QLatin1Char('|') + buttons.join(QLatin1Char('/'));
         return choice;
     }
+    QString typed; // what the next text question answers; empty: cancelled
+    QString text(QWidget *, const QString &title, const QString &label) override
+    {
+        asked << title + QLatin1Char('|') + label;
+        return typed;
+    }
     void information(QWidget *, const QString &title, const QString &text) override { asked << title + QLatin1Char('|') + text; }
     void warning(QWidget *, const QString &title, const QString &text) override { asked << title + QLatin1Char('|') + text; }
     // A run's outcome: its message, then one line per finding.

@@ -211,3 +211,48 @@ TEST_F(History, TheRestoreWindowBringsBackTheWorldBeforeAWipe)
     EXPECT_EQ(clubname(20), "Neuer Name");
     EXPECT_EQ(node(tree, "T20")->text(0), "Neuer Name");
 }
+
+TEST_F(History, TheRestoreWindowMakesAPointByHandAndDeletesIt)
+{
+    dialogs.typed = "Mein Stand";
+    dialogs.answer = true;
+    QTimer::singleShot(0, window.get(), [this] {
+        auto *dialog = window->findChild<QDialog *>("frmwiederherstellung");
+        ASSERT_NE(dialog, nullptr);
+        auto *table = child<QTableWidget>(*dialog, "lstvpunkte");
+        [&] {
+            const int before = table->rowCount();
+            QTest::mouseClick(child<QPushButton>(*dialog, "cmdanlegen"), Qt::LeftButton);
+            ASSERT_EQ(table->rowCount(), before + 1);
+            EXPECT_EQ(table->item(0, 1)->text(), "Mein Stand (von Hand)");
+            EXPECT_TRUE(restorepoints(dir.path()).first().byhand);
+            auto *remove = child<QPushButton>(*dialog, "cmdloeschen");
+            EXPECT_FALSE(remove->isEnabled()) << "nothing chosen yet";
+            table->selectRow(0);
+            QTest::mouseClick(remove, Qt::LeftButton);
+            EXPECT_EQ(table->rowCount(), before);
+            EXPECT_EQ(restorepoints(dir.path()).size(), before);
+        }();
+        QTest::mouseClick(child<QPushButton>(*dialog, "cmdschliessen"), Qt::LeftButton);
+    });
+    window->action("mnuoptionenitem(8)")->trigger();
+    ASSERT_EQ(dialogs.asked.size(), 2) << dialogs.asked.join('\n').toStdString();
+    EXPECT_TRUE(dialogs.asked[0].startsWith("Wiederherstellungspunkt anlegen|")) << dialogs.asked[0].toStdString();
+    EXPECT_TRUE(dialogs.asked[1].startsWith("Löschen|")) << dialogs.asked[1].toStdString();
+}
+
+TEST_F(History, AnAlteredStepIsRefusedAndTheUserMayDropTheHistoryFromIt)
+{
+    rename(20, "Erster");
+    rename(20, "Zweiter");
+    const QList<HistoryStep> steps = window->world()->history();
+    ASSERT_EQ(steps.size(), 2);
+    window->db()->run("UPDATE verlauf SET aenderungen = substr(aenderungen, 2) WHERE schritt = ?1", steps[1].id);
+    dialogs.answer = true;
+    window->action("mnubearbeitenitem(0)")->trigger();
+    ASSERT_EQ(dialogs.asked.size(), 1);
+    EXPECT_TRUE(dialogs.asked[0].contains(QString("Den Verlauf ab Schritt %1 löschen?").arg(steps[1].id)))
+        << dialogs.asked[0].toStdString();
+    EXPECT_EQ(clubname(20), "Zweiter");
+    EXPECT_TRUE(window->world()->history().isEmpty()) << "the step and the older one are dropped";
+}

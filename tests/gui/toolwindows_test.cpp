@@ -1,3 +1,4 @@
+#include "app/busy.h"
 #include "app/mainwindow.h"
 #include "core/history.h"
 #include "core/settings.h"
@@ -117,6 +118,19 @@ TEST_F(ToolWindows, MarketFillWipeAndCompactionAskFirstWithNoAsTheAnswer)
     EXPECT_NE(zorbo::test::node(tree, "T0"), nullptr);
 }
 
+TEST_F(ToolWindows, ClosingTheMainWindowWhileARunGoesIsRefused)
+{
+    dialogs.answer = true; // also to "Programm beenden"
+    bool closed = true;
+    // Fires while the compaction's busy state lets events run.
+    QTimer::singleShot(0, window.get(), [&] { closed = window->close(); });
+    window->action("mnuoptionenitem(7)")->trigger();
+    EXPECT_FALSE(closed);
+    ASSERT_NE(window->db(), nullptr);
+    EXPECT_TRUE(status().contains("komprimiert")) << status().toStdString();
+    EXPECT_EQ(count("SELECT count(*) FROM vereine WHERE NUMMER = 10"), 1);
+}
+
 TEST_F(ToolWindows, SquadNumbersAreFoundAndRepairedByClickTypingAndEnter)
 {
     // Which repeats count is the tools library's test; here the window's walk.
@@ -167,6 +181,31 @@ TEST_F(ToolWindows, LongClubNamesAreCutByWordsAndSaved)
         EXPECT_EQ(db().scalar("SELECT NAME FROM vereine WHERE NUMMER = 10").toString(), "FC Bayern");
         EXPECT_EQ(clubs->count(), 0);
     });
+}
+
+TEST_F(ToolWindows, BothChecksSayWhenTheSearchWasStoppedOrTheDatabaseFailed)
+{
+    player(6000, 20, "Anton", "A.", 7);
+    player(6001, 20, "Berta", "B.", 7);
+    db().exec("UPDATE vereine SET NAME = 'FC Bayern München Zwei' WHERE NUMMER = 10");
+    for (const auto &[entry, name] : {std::pair{"mnutoolitem(5)", "frmrueckennummer"}, {"mnutoolitem(6)", "frmteamname"}}) {
+        dialogs.asked.clear();
+        whileopen(entry, name, [&](QDialog *d) {
+            auto *start = child<QPushButton>(*d, "btnstart");
+            const int delay = Busy::setcanceldelay(0);
+            zorbo::test::cancelWhenOffered();
+            start->click();
+            Busy::setcanceldelay(delay);
+            db().exec("ALTER TABLE vereine RENAME TO vereine_weg");
+            start->click();
+            db().exec("ALTER TABLE vereine_weg RENAME TO vereine");
+            EXPECT_TRUE(start->isEnabled());
+        });
+        ASSERT_EQ(dialogs.asked.size(), 2) << dialogs.asked.join('\n').toStdString();
+        EXPECT_TRUE(dialogs.asked[0].contains("abgebrochen")) << dialogs.asked[0].toStdString();
+        EXPECT_TRUE(dialogs.asked[1].contains("fehlgeschlagen")) << dialogs.asked[1].toStdString();
+        EXPECT_TRUE(dialogs.asked[1].contains("Tabelle vereine ")) << dialogs.asked[1].toStdString();
+    }
 }
 
 TEST_F(ToolWindows, TransferMarketSwapsWithTheFreePlayersAndBetweenClubs)

@@ -228,3 +228,60 @@ TEST(History, AFileReadAgainLeavesNoStepAndOverAnotherWorldGivesTheSameRows)
     EXPECT_TRUE(world->run([](Database &db) { return importplayersrun(db, ZORBO_EXAMPLES "/beispielwelt/1_sp.cfg"); }).ok());
     EXPECT_EQ(dumpworld(*world->db()), sample);
 }
+
+TEST(History, AStepWhoseChangesWereAlteredIsRefusedNamedAndCanBeDroppedFromOn)
+{
+    TempFolder dir;
+    std::unique_ptr<World> world = openworld(dir.path());
+    for (const char *name : {"Eins", "Zwei", "Drei"})
+        ASSERT_TRUE(world->run([&](Database &db) { return renameclub(db, 0, name); }, {}, Step{name}).ok);
+    const QList<HistoryStep> steps = world->history();
+    ASSERT_EQ(steps.size(), 3);
+    Database &db = *world->db();
+    const auto name = [&] { return db.scalar("SELECT NAME FROM vereine WHERE NUMMER = 0").toString(); };
+    const auto alter = [&](qint64 id, const QByteArray &from, const QByteArray &to) {
+        QByteArray changes = db.scalar("SELECT aenderungen FROM verlauf WHERE schritt = ?1", id).toByteArray();
+        changes.replace(from, to);
+        db.run("UPDATE verlauf SET aenderungen = ?1 WHERE schritt = ?2", changes, id);
+    };
+    // The value an undo would write back, changed: the engine would take it.
+    alter(steps[1].id, "Eins", "Einx");
+    ASSERT_TRUE(world->undo().ok);
+    const QStringList now = dumpworld(db);
+    const Result refused = world->undo();
+    EXPECT_FALSE(refused.ok);
+    EXPECT_TRUE(refused.message.contains(QString("Schritt %1 ").arg(steps[1].id))) << refused.message.toStdString();
+    EXPECT_TRUE(refused.message.contains("„Zwei“")) << refused.message.toStdString();
+    EXPECT_FALSE(refused.message.contains("beschädigt")) << refused.message.toStdString();
+    EXPECT_EQ(world->brokenstep(), steps[1].id);
+    EXPECT_EQ(dumpworld(db), now);
+    EXPECT_EQ(name(), "Zwei");
+
+    // Dropping from a done step takes the older ones; the undone newer one stays.
+    ASSERT_TRUE(world->dropsteps(steps[1].id).ok);
+    EXPECT_EQ(world->brokenstep(), 0);
+    ASSERT_EQ(world->history().size(), 1);
+    ASSERT_TRUE(world->redo().ok);
+    EXPECT_EQ(name(), "Drei");
+
+    // An empty step is refused, not "undone"; dropping from an undone step
+    // takes the newer ones.
+    ASSERT_TRUE(world->run([&](Database &db) { return renameclub(db, 0, "Vier"); }, {}, Step{"Vier"}).ok);
+    const qint64 empty = world->history().last().id;
+    db.run("UPDATE verlauf SET aenderungen = x'' WHERE schritt = ?1", empty);
+    EXPECT_FALSE(world->undo().ok);
+    EXPECT_EQ(world->brokenstep(), empty);
+    EXPECT_EQ(name(), "Vier");
+    db.run("UPDATE verlauf SET zurueck = 1 WHERE schritt = ?1", empty); // as a redo would meet it
+    ASSERT_TRUE(world->dropsteps(empty).ok);
+    ASSERT_EQ(world->history().size(), 1);
+    EXPECT_EQ(world->history().first().id, steps[2].id);
+
+    // A world of the version before keeps its steps, and they stay usable.
+    ASSERT_TRUE(world->run([&](Database &db) { return renameclub(db, 0, "Fünf"); }, {}, Step{"Fünf"}).ok);
+    db.exec("ALTER TABLE verlauf DROP COLUMN pruefsumme; PRAGMA user_version = 2");
+    world.reset();
+    world = openworld(dir.path());
+    ASSERT_TRUE(world->undo().ok);
+    EXPECT_EQ(world->db()->scalar("SELECT NAME FROM vereine WHERE NUMMER = 0").toString(), "Vier");
+}

@@ -8,7 +8,9 @@
 
 #include <QDir>
 #include <QFile>
+#include <csignal>
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 
 using namespace zorbo;
 using zorbo::test::dumpworld;
@@ -61,9 +63,22 @@ TEST(RestorePoints, KeptBeforeBigRunsListedRestoredAndPruned)
     ASSERT_TRUE(world->restore(restorepoints(dir.path()).first().name).ok);
     EXPECT_EQ(dumpworld(*world->db()), wiped);
 
+    // A point made by hand outlives the pruning and goes only when deleted.
+    ASSERT_TRUE(world->makerestorepoint("Mein Stand: gut").ok);
+    EXPECT_FALSE(world->makerestorepoint("  ").ok);
     for (const char *reason : {"a", "b", "c"})
         ASSERT_TRUE(world->keeprestorepoint(reason).ok);
-    EXPECT_EQ(reasons(dir.path()), QStringList({"c", "b", "a"}));
+    world->prunerestorepoints();
+    EXPECT_EQ(reasons(dir.path()), QStringList({"c", "b", "a", "Mein Stand- gut"}));
+    const RestorePoint mine = restorepoints(dir.path()).last();
+    EXPECT_TRUE(mine.byhand);
+    EXPECT_EQ(mine.clubs, 0);
+    ASSERT_TRUE(world->run([](Database &db) { return renameclub(db, 0, "Danach"); }, {}, Step{"Name", "d"}).ok);
+    EXPECT_EQ(reasons(dir.path()), QStringList({"d", "c", "b", "Mein Stand- gut"}));
+    ASSERT_TRUE(world->removerestorepoint(mine.name).ok);
+    EXPECT_FALSE(world->removerestorepoint(mine.name).ok);
+    EXPECT_FALSE(world->removerestorepoint("notizen.mdb").ok);
+    EXPECT_EQ(reasons(dir.path()), QStringList({"d", "c", "b"}));
     EXPECT_TRUE(QFile::exists(restorepointfolder(dir.path()) + "/notizen.mdb"));
 
     // Names from elsewhere are refused, and so is a file that is no world.
@@ -88,6 +103,39 @@ TEST(RestorePoints, ARunIsRefusedWhenItsRestorePointCanNotBeKept)
     EXPECT_TRUE(r.message.contains("sicherungen")) << r.message.toStdString();
     EXPECT_EQ(dumpworld(*world->db()), before);
     EXPECT_TRUE(world->history().isEmpty());
+}
+
+TEST(RestorePoints, HalfCopiesOfKilledRunsGoAtTheNextStart)
+{
+    TempFolder dir;
+    const QString folder = restorepointfolder(dir.path());
+    QDir().mkpath(folder);
+    const QStringList leftovers = {"2026-01-01_10-00-00_Import.mdb.teil", "2026-01-01_10-00-00_Import.mdb.teil-journal"};
+    for (const QString &name : leftovers + QStringList{"notizen.teil", "2026-01-01_10-00-00_Alt.mdb"})
+        zorbo::test::writeBytes(folder + "/" + name, "halb");
+    zorbo::test::writeBytes(dir.file("zorbo_komprimiert.tmp"), "halb");
+    const std::unique_ptr<World> world = openworld(dir.path());
+    EXPECT_EQ(QDir(folder).entryList(QDir::Files), QStringList({"2026-01-01_10-00-00_Alt.mdb", "notizen.teil"}));
+    EXPECT_FALSE(QFile::exists(dir.file("zorbo_komprimiert.tmp")));
+}
+
+TEST(RestorePoints, AFullDiskIsToldWithTheFileAndLeavesNoHalfPoint)
+{
+    TempFolder dir;
+    std::unique_ptr<World> world = openworld(dir.path());
+    // Files may grow to 64 KiB only, less than a world: as a disk that runs full.
+    rlimit before{};
+    ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &before), 0);
+    const auto oldsignal = signal(SIGXFSZ, SIG_IGN);
+    rlimit small = before;
+    small.rlim_cur = 64 * 1024;
+    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &small), 0);
+    const Result made = world->makerestorepoint("Voll");
+    setrlimit(RLIMIT_FSIZE, &before);
+    signal(SIGXFSZ, oldsignal);
+    EXPECT_FALSE(made.ok);
+    EXPECT_TRUE(made.message.contains(restorepointfolder(dir.path()))) << made.message.toStdString();
+    EXPECT_TRUE(QDir(restorepointfolder(dir.path())).entryList(QDir::Files).isEmpty());
 }
 
 TEST(Schema, AWorldOfTheFirstVersionKeepsItsSquadsInTheirOrder)
@@ -118,4 +166,38 @@ TEST(Schema, AWorldOfTheFirstVersionKeepsItsSquadsInTheirOrder)
     db.exec("DELETE FROM vereinspieler WHERE spieler = 3");
     EXPECT_EQ(dumpworld(db, {"kaderzeilen"}), QStringList({"kaderzeilen: 1|8|9", "kaderzeilen: 4|8|9", "kaderzeilen: 5|7|1"}));
     EXPECT_EQ(db.scalar("SELECT count(*) FROM spielerinvereine").toInt(), 0) << "the view joins the players anew";
+}
+
+TEST(RestorePoints, OnlyARunThatCommitsAChangeKeepsOneAndFailedRunsPushOutNone)
+{
+    TempFolder dir;
+    zorbo::test::writeBytes(dir.file("zorboeditor.ini"), "[sicherungen]\r\npunkte=3\r\n");
+    std::unique_ptr<World> world = openworld(dir.path());
+    for (const char *name : {"Eins", "Zwei", "Drei"})
+        ASSERT_TRUE(world->run([&](Database &db) { return renameclub(db, 0, name); }, {}, Step{"Name", name}).ok);
+    ASSERT_EQ(reasons(dir.path()), QStringList({"Drei", "Zwei", "Eins"}));
+
+    // Eleven runs that fail after reading their input, one that changes
+    // nothing and one whose restore point can't be kept leave the list as it was.
+    const QString missing = dir.file("fehlt.cfg");
+    for (int i = 0; i < 11; ++i) {
+        const Result failed = world->run(
+            [&](Database &db) {
+                db.exec("UPDATE vereine SET NAME = 'halb' WHERE NUMMER = 0");
+                return Result::failure("Die Datei " + missing + " fehlt.");
+            },
+            {}, Step{"Import", "Import"});
+        ASSERT_FALSE(failed.ok);
+    }
+    EXPECT_TRUE(world->run([](Database &) { return Result::success(); }, {}, Step{"Nichts", "Nichts"}).ok);
+    EXPECT_EQ(reasons(dir.path()), QStringList({"Drei", "Zwei", "Eins"}));
+    EXPECT_EQ(world->db()->scalar("SELECT NAME FROM vereine WHERE NUMMER = 0").toString(), "Drei");
+
+    // The point kept holds the world before the run, and the oldest goes only then.
+    ASSERT_TRUE(world->run([](Database &db) { return renameclub(db, 0, "Vier"); }, {}, Step{"Name", "Vier"}).ok);
+    const QList<RestorePoint> points = restorepoints(dir.path());
+    ASSERT_EQ(reasons(dir.path()), QStringList({"Vier", "Drei", "Zwei"}));
+    EXPECT_EQ(Database(points[0].path, Database::ReadOnly).scalar("SELECT NAME FROM vereine WHERE NUMMER = 0").toString(),
+              "Drei");
+    EXPECT_EQ(Database(points[0].path, Database::ReadOnly).scalar("SELECT count(*) FROM verlauf").toInt(), 3);
 }

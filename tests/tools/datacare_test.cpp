@@ -183,3 +183,38 @@ TEST(DatabaseCare, AFailedCompactionLeavesTheOldFileAndTheOpenDatabase)
     EXPECT_TRUE(again->databaseMessage().contains("zorbo_backup.mdb"));
     EXPECT_EQ(readBytes(dir.file("zorbo_backup.mdb")), "alt");
 }
+
+TEST(DatabaseCare, DroppingTheHistoryGoesWithTheCompactionOrNotAtAll)
+{
+    TempFolder dir;
+    const std::unique_ptr<World> world = openworld(dir.path());
+    ASSERT_TRUE(world->db());
+    for (const char *name : {"Eins", "Zwei"})
+        ASSERT_TRUE(world->run([&](Database &db) { return renameclub(db, 0, name); }, {}, Step{name}).ok);
+    const auto steps = [&] { return world->db()->scalar("SELECT count(*) FROM verlauf").toInt(); };
+
+    // A stop at the last moment it is asked for, and a copy that can't be
+    // written, leave the history, the file and the restore points.
+    const Progress stopatend = [](qint64 done, qint64 total) { return done < total; };
+    Result r;
+    EXPECT_NO_THROW(r = comp_db(*world, stopatend, true));
+    EXPECT_TRUE(r.cancelled) << r.message.toStdString();
+    ASSERT_TRUE(world->db());
+    EXPECT_EQ(steps(), 2);
+    ASSERT_TRUE(QDir(dir.path()).mkpath("zorbo_komprimiert.tmp/inhalt"));
+    r = comp_db(*world, {}, true);
+    EXPECT_FALSE(r.ok);
+    EXPECT_TRUE(r.message.contains("Verlauf")) << r.message.toStdString();
+    EXPECT_EQ(steps(), 2);
+    EXPECT_TRUE(restorepoints(dir.path()).isEmpty());
+    ASSERT_TRUE(QDir(dir.file("zorbo_komprimiert.tmp")).removeRecursively());
+
+    // Done, the history is gone, and the restore point of the run holds it.
+    r = comp_db(*world, {}, true);
+    ASSERT_TRUE(r.ok) << r.message.toStdString();
+    EXPECT_EQ(steps(), 0);
+    const QList<RestorePoint> points = restorepoints(dir.path());
+    ASSERT_EQ(points.size(), 1);
+    EXPECT_EQ(Database(points[0].path, Database::ReadOnly).scalar("SELECT count(*) FROM verlauf").toInt(), 2);
+    EXPECT_EQ(world->db()->scalar("SELECT NAME FROM vereine WHERE NUMMER = 0").toString(), "Zwei");
+}

@@ -3,6 +3,7 @@
 #include "core/ui/findingsdialog.h"
 
 #include <QFileDialog>
+#include <QInputDialog>
 #include <QMessageBox>
 #include <QPushButton>
 
@@ -26,6 +27,11 @@ int Dialogs::choose(QWidget *parent, const QString &title, const QString &text, 
     }
     box.exec();
     return int(added.indexOf(box.clickedButton()));
+}
+
+QString Dialogs::text(QWidget *parent, const QString &title, const QString &label)
+{
+    return QInputDialog::getText(parent, title, label);
 }
 
 void Dialogs::information(QWidget *parent, const QString &title, const QString &text)

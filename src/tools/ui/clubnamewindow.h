@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QDialog>
+#include "tools/ui/teamcheckwindow.h"
 
 class QLineEdit;
 class QListWidget;
@@ -9,12 +9,10 @@ class QRadioButton;
 
 namespace zorbo {
 
-class Shell;
-
 // frmteamname: lists the clubs whose names are too long for the game,
 // proposes shorter ones (the whole name, cut left or right by a word) and
 // saves the name as edited.
-class ClubNameWindow : public QDialog {
+class ClubNameWindow : public TeamCheckWindow {
     Q_OBJECT
 public:
     ClubNameWindow(Shell &shell, QWidget *parent);
@@ -24,8 +22,6 @@ private:
     void propose();
     void save();
 
-    Shell &m_shell;
-    QPushButton *m_start;
     QListWidget *m_clubs;
     QRadioButton *m_options[3];
     QLineEdit *m_name;

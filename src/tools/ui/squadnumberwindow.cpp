@@ -14,12 +14,10 @@
 
 namespace zorbo {
 
-SquadNumberWindow::SquadNumberWindow(Shell &shell, QWidget *parent) : QDialog(parent), m_shell(shell)
+SquadNumberWindow::SquadNumberWindow(Shell &shell, QWidget *parent)
+    : TeamCheckWindow(shell, parent, QStringLiteral("frmrueckennummer"), QStringLiteral("Rückennummer"),
+                      QStringLiteral("Fehlerhafte Vereine suchen"))
 {
-    setObjectName(QStringLiteral("frmrueckennummer"));
-    setWindowTitle(QStringLiteral("Rückennummer"));
-    m_start = new QPushButton(QStringLiteral("Fehlerhafte Vereine suchen"), this);
-    m_start->setObjectName(QStringLiteral("btnstart"));
     m_teams = new QComboBox(this);
     m_teams->setObjectName(QStringLiteral("cbovereine"));
     m_players = new QListWidget(this);
@@ -34,19 +32,13 @@ SquadNumberWindow::SquadNumberWindow(Shell &shell, QWidget *parent) : QDialog(pa
     m_update->setEnabled(false);
     // Enter in the number saves it.
     m_update->setDefault(true);
-    auto *cancel = new QPushButton(QStringLiteral("Abbrechen"), this);
-    cancel->setObjectName(QStringLiteral("btnabbrechen"));
-    // The keyboard lands here after a save; Enter must not close the window.
-    cancel->setAutoDefault(false);
 
-    auto *grid = new QGridLayout(this);
-    grid->addWidget(m_start, 0, 0, 1, 3);
+    QGridLayout *grid = this->grid();
     grid->addWidget(m_teams, 1, 0, 1, 3);
     grid->addWidget(m_players, 2, 0, 1, 3);
     grid->addWidget(new QLabel(QStringLiteral("neue Nr."), this), 3, 0);
     grid->addWidget(m_number, 3, 1);
     grid->addWidget(m_update, 3, 2);
-    grid->addWidget(cancel, 4, 2);
     resize(360, 440);
 
     connect(m_start, &QPushButton::clicked, this, &SquadNumberWindow::search);
@@ -55,33 +47,21 @@ SquadNumberWindow::SquadNumberWindow(Shell &shell, QWidget *parent) : QDialog(pa
     // selected, so that typing replaces it.
     connect(m_players, &QListWidget::currentRowChanged, this, &SquadNumberWindow::edit);
     connect(m_update, &QPushButton::clicked, this, &SquadNumberWindow::save);
-    connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
 }
 
 void SquadNumberWindow::search()
 {
-    m_start->setEnabled(false);
     m_teams->clear();
     m_players->clear();
     m_lines.clear();
-    QList<NamedTeam> teams;
-    try {
-        const auto busy = m_shell.busy(QStringLiteral("Suche Vereine..."));
-        teams = clubswithrepeats(*m_shell.db(), busy->progress());
-    } catch (const DbError &e) {
-        m_shell.dialogs().warning(this, windowTitle(), e.text());
-    } catch (const Cancelled &) {
-    }
-    m_shell.status(QString());
-    if (teams.isEmpty()) {
-        m_shell.dialogs().information(this, windowTitle(), QStringLiteral("Keine Fehler vorhanden"));
-    } else {
-        for (const NamedTeam &t : teams)
-            m_teams->addItem(t.name, t.nummer);
-        m_teams->setCurrentIndex(0);
-        showteam();
-    }
-    m_start->setEnabled(true);
+    const auto teams = TeamCheckWindow::search(
+        [](Database &db, const Progress &progress) { return clubswithrepeats(db, progress); });
+    if (!teams || teams->isEmpty())
+        return;
+    for (const NamedTeam &t : *teams)
+        m_teams->addItem(t.name, t.nummer);
+    m_teams->setCurrentIndex(0);
+    showteam();
 }
 
 void SquadNumberWindow::showteam()

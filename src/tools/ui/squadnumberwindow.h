@@ -1,8 +1,7 @@
 #pragma once
 
 #include "tools/squadnumbers.h"
-
-#include <QDialog>
+#include "tools/ui/teamcheckwindow.h"
 
 class QComboBox;
 class QLineEdit;
@@ -11,12 +10,10 @@ class QPushButton;
 
 namespace zorbo {
 
-class Shell;
-
 // frmrueckennummer: finds the teams in which two players wear the same
 // squad number, lists a team's squad with the repeats marked, and gives a
 // player a new number: a click on him, the number typed, Enter.
-class SquadNumberWindow : public QDialog {
+class SquadNumberWindow : public TeamCheckWindow {
     Q_OBJECT
 public:
     SquadNumberWindow(Shell &shell, QWidget *parent);
@@ -29,8 +26,6 @@ private:
     void edit();
     void save();
 
-    Shell &m_shell;
-    QPushButton *m_start;
     QComboBox *m_teams;
     QListWidget *m_players;
     QLineEdit *m_number;

@@ -78,9 +78,7 @@ void compact(Shell &shell)
     Result done;
     {
         const auto busy = shell.busy(QStringLiteral("Komprimiere Datenbank..."));
-        done = drop ? shell.world()->drophistory() : Result{};
-        if (done)
-            done = comp_db(*shell.world(), busy->progress());
+        done = comp_db(*shell.world(), busy->progress(), drop);
     }
     tell(shell, title, done, true);
 }
