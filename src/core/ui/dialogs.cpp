@@ -31,7 +31,13 @@ int Dialogs::choose(QWidget *parent, const QString &title, const QString &text, 
 
 QString Dialogs::text(QWidget *parent, const QString &title, const QString &label)
 {
-    return QInputDialog::getText(parent, title, label);
+    // Wide enough for its title and a name of some words.
+    QInputDialog dialog(parent);
+    dialog.setWindowTitle(title);
+    dialog.setLabelText(label);
+    dialog.setInputMode(QInputDialog::TextInput);
+    dialog.setMinimumWidth(dialog.fontMetrics().horizontalAdvance(title) + 160);
+    return dialog.exec() == QDialog::Accepted ? dialog.textValue() : QString();
 }
 
 void Dialogs::information(QWidget *parent, const QString &title, const QString &text)
