@@ -1,3 +1,4 @@
+#include "core/problems.h"
 #include "exchange/configruns.h"
 #include "platform/codepage.h"
 #include "support/qstringprint.h"
@@ -129,8 +130,7 @@ TEST_F(BadInput, PlayerFiles)
 }
 
 // What the windows can't show but the world can store comes in as the file
-// has it, is counted, and goes out and back in unchanged (the problem check's
-// own test lists such values).
+// has it, is counted and listed, and goes out and back in unchanged.
 TEST_F(BadInput, ValuesBeyondTheWindowsAreKeptListedAndReadBack)
 {
     // A real club name with "e.V." runs to 47 characters.
@@ -153,10 +153,18 @@ TEST_F(BadInput, ValuesBeyondTheWindowsAreKeptListedAndReadBack)
         << teams.result.message.toStdString();
     const ExchangeResult players = importplayersrun(*t, t.file("kept_sp.cfg"));
     ASSERT_TRUE(players.ok()) << players.result.message.toStdString();
-    EXPECT_TRUE(players.result.message.endsWith(" 2 Werte außerhalb der Fensterbereiche behalten, siehe Probleme"))
-        << players.result.message.toStdString();
+    EXPECT_TRUE(players.result.message.endsWith(" 2 Werte außerhalb der Fensterbereiche behalten, siehe Probleme"));
     EXPECT_EQ(t->scalar("SELECT NAME FROM vereine WHERE NUMMER = 10").toString(), longName);
     EXPECT_EQ(t->scalar("SELECT \"Max_Stärke\" FROM spieler WHERE NUMMER = 100").toInt(), 12001);
+
+    Settings settings;
+    QStringList listed;
+    for (const Problem &p : checkproblems(*t, settings).problems) {
+        if (p.kind == ProblemKind::OutsideWindow)
+            listed << QStringLiteral("%1/%2/%3").arg(p.where.team).arg(p.where.player).arg(p.where.field);
+    }
+    EXPECT_EQ(listed, (QStringList{"10/-1/NAME", "10/-1/GRAFIK_NR", "10/-1/STADION_SITZPL", "-1/100/MAX_STÄRKE",
+                                   "-1/100/GROESSE"}));
 
     const QString world = dumpWorld(*t);
     ASSERT_TRUE(exportconfig(*t, t.file("out_tm.cfg"), ConfigKind::Teams).ok());
