@@ -134,28 +134,17 @@ TEST(AnstossCli, RefusedFilesAreErrorsNamingTheFileAndUtf8IsReadWhenAsked)
     EXPECT_EQ(opendb(dir.file("zorbo.mdb")).db->scalar("SELECT NAME FROM vereine WHERE NUMMER = ?1", club).toString(), "Düren");
 }
 
-// A club brought in through the command line with values the windows can't
-// show: the run counts them and the check lists them by team and field
-// (that its export reads back is the workbench save's test).
+// A club name the windows can't show, brought in through the command line:
+// the run counts it and the check lists it by team and field (the players'
+// values and the export that reads back are the workbench save's test).
 TEST(AnstossCli, ValuesBeyondTheWindowsAreCountedAndListed)
 {
     TempFolder a;
     const QString club = templateworld(a);
-    QString text = QStringLiteral("[Team]\r\nName=Sportgemeinschaft Bärenstadt-Weißach 1899!\r\nLand=Deutschland\r\nSpieler=20\r\n");
-    QStringList all;
-    for (int i = 1; i <= 20; ++i) {
-        text += QStringLiteral("[Spieler%1]\r\nName=S%1\r\nVorname=V\r\nPosition=%2\r\nStaerke=%3\r\nLand=Deutschland\r\n"
-                               "Restspiele=10\r\nRueckennummer=%1\r\nHautfarbe=0\r\nHaarfarbe=3\r\n")
-                    .arg(i)
-                    .arg(i == 1 ? 0 : 1 + i % 3)
-                    .arg(i == 1 ? 12500 : 6000);
-        all << QStringLiteral("I%1").arg(i - 1);
-    }
-    writeBytes(a.file("weit.aet"), *toCp1252(text));
-    CliRun r = runCli({"--dir", a.path(), "import-aet", a.file("weit.aet"), "--club", club, "--team", "--squad", all.join(',')});
+    writeBytes(a.file("weit.aet"), *toCp1252("[Team]\r\nName=Sportgemeinschaft Bärenstadt-Weißach 1899!\r\nLand=Deutschland\r\n"));
+    CliRun r = runCli({"--dir", a.path(), "import-aet", a.file("weit.aet"), "--club", club, "--team"});
     ASSERT_EQ(r.exitCode, 0) << r.err.toStdString();
     EXPECT_TRUE(r.out.contains("1 Wert außerhalb der Fensterbereiche behalten")) << r.out.toStdString();
     r = runCli({"--dir", a.path(), "check"});
     EXPECT_TRUE(r.out.contains(QStringLiteral("Team %1, Feld NAME:").arg(club))) << r.out.toStdString();
-    EXPECT_TRUE(r.out.contains("Feld STÄRKE: Spieler „V. S1“: 12500")) << r.out.toStdString();
 }
