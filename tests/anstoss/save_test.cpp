@@ -170,10 +170,8 @@ TEST_F(Saving, TeamSaveRefusals)
     // The file has neither name nor country: the rules of every team save hold, and no country without a name is made.
     expectRefused([&] { return saveimportteam(db(), file, club, t, 0); }, {"»Teamname lang«"});
     t.name = "Neu";
-    for (const QString &blank : {QString(), QStringLiteral("  ")}) {
-        t.land = blank;
-        expectRefused([&] { return saveimportteam(db(), file, club, t, 0); }, {"»Land«"});
-    }
+    t.land = QStringLiteral("  ");
+    expectRefused([&] { return saveimportteam(db(), file, club, t, 0); }, {"»Land«"});
 }
 
 TEST_F(Saving, FreePlayersAndLeagueRunsAllOrNothing)
