@@ -154,12 +154,18 @@ TEST_F(BadInput, ValuesBeyondTheWindowsAreKeptListedAndReadBack)
     EXPECT_EQ(t->scalar("SELECT NAME FROM vereine WHERE NUMMER = 10").toString(), longName);
     EXPECT_EQ(t->scalar("SELECT \"Max_Stärke\" FROM spieler WHERE NUMMER = 100").toInt(), 12001);
 
+    // The problem check lists each as a warning with its place and value.
+    const ProblemReport report = checkproblems(*t, Settings());
     QStringList listed;
-    for (const Problem &p : checkproblems(*t, Settings()).problems)
+    for (const Problem &p : report.problems)
         if (p.kind == ProblemKind::OutsideWindow)
             listed << QStringLiteral("%1/%2/%3").arg(p.where.team).arg(p.where.player).arg(p.where.field);
     EXPECT_EQ(listed, (QStringList{"10/-1/NAME", "10/-1/GRAFIK_NR", "10/-1/STADION_SITZPL", "-1/100/MAX_STÄRKE",
                                    "-1/100/GROESSE"}));
+    const QString all = problemlines(report).join('\n');
+    EXPECT_TRUE(all.contains("Warnung: Werte außerhalb der Fensterbereiche:\n") &&
+                all.contains("Spieler 100, Feld MAX_STÄRKE: Spieler „") && all.contains("12001; die Fenster zeigen 0 bis 12000"))
+        << all.toStdString();
 
     const QString world = dumpWorld(*t);
     ASSERT_TRUE(exportconfig(*t, t.file("out_tm.cfg"), ConfigKind::Teams).ok());
