@@ -38,8 +38,7 @@ TEST(AnstossCli, LeagueAndClubIntoTheFreePlayers)
     ASSERT_EQ(league.exitCode, 0) << league.err.toStdString();
     // Ten clubs, the one stored at both places twice: its second reading lands nothing.
     // The phantom line of each league is told.
-    EXPECT_TRUE(league.out.contains("10 Vereine mit 238 Spielern in Freie Spieler importiert. 23 Spieler standen "
-                                    "schon in Freie Spieler und wurden als doppelt verworfen."))
+    EXPECT_TRUE(league.out.contains("10 Vereine mit 238 Spielern") && league.out.contains("23 Spieler standen schon"))
         << league.out.toStdString();
     EXPECT_EQ(league.out.count("Nicht gefunden:"), 2);
 
@@ -73,12 +72,6 @@ TEST(AnstossCli, ClubWithSquadIsTheSameInEveryFreshProcessAndBadListsChangeNothi
     CliRun r = runCli({"--dir", a.path(), "import-aet", file, "--club", club, "--squad", list.join(',')});
     EXPECT_NE(r.exitCode, 0);
     EXPECT_TRUE(r.err.contains("19 statt 20")) << r.err.toStdString();
-    // A club file without a country brings no country without a name.
-    const QString landless = a.file("ohneland.aet");
-    writeBytes(landless, readBytes(file).replace("land=Deutschland\r\n", "land=\r\n"));
-    r = runCli({"--dir", a.path(), "import-aet", landless, "--club", club, "--team"});
-    EXPECT_NE(r.exitCode, 0);
-    EXPECT_TRUE(r.err.contains("»Land« ist leer")) << r.err.toStdString();
     r = runCli({"--dir", a.path(), "import-aet", file, "--club", club, "--team", "--squad", list.join(',') + ",I0"});
     EXPECT_NE(r.exitCode, 0);
     EXPECT_TRUE(r.err.contains("zweimal")) << r.err.toStdString();
@@ -95,8 +88,9 @@ TEST(AnstossCli, ClubWithSquadIsTheSameInEveryFreshProcessAndBadListsChangeNothi
     EXPECT_EQ(opened.db->scalar("SELECT count(*) FROM spielerinvereine WHERE verein = ?1 AND art = 0", club).toInt(), 4);
 }
 
-// Files that are no exporter files, values beyond 32 bits and UTF-8: each is
-// an error naming the file, and nothing changes; Qt's own words never show.
+// Files that are no exporter files and UTF-8 files: each is an error naming
+// the file, and nothing changes; Qt's own words never show. (What each reader
+// refuses, and why, is the reading test's.)
 TEST(AnstossCli, RefusedFilesAreErrorsNamingTheFileAndUtf8IsReadWhenAsked)
 {
     TempFolder dir;
@@ -109,32 +103,21 @@ TEST(AnstossCli, RefusedFilesAreErrorsNamingTheFileAndUtf8IsReadWhenAsked)
     QByteArray garbage;
     for (int i = 0; i < 4000; ++i)
         garbage += char(1 + (i * 7919) % 250);
-    garbage += "\n[Liga]\n1=x\n";
     const struct {
         QStringList args;
-        QStringList words;
+        QString word;
     } cases[] = {
-        {{"import-aet", write("leer.aet", ""), "--free"}, {"leer.aet", "keine Vereinsdatei"}},
-        {{"import-aet", "/etc/passwd", "--free"}, {"/etc/passwd", "keine Vereinsdatei"}},
-        {{"import-aet", write("utf16.aet", QByteArray("\xFF\xFE[\0T\0", 6)), "--club", club, "--stadium"},
-         {"utf16.aet", "keine Textdatei"}},
-        {{"import-league", write("wirr.lan", garbage), "--free"}, {"Fehler: Die Datei " + dir.file("wirr.lan")}},
+        {{"import-aet", "/etc/passwd", "--free"}, "/etc/passwd"},
+        {{"import-league", write("wirr.lan", garbage + "\n[Liga]\n1=x\n"), "--free"}, dir.file("wirr.lan")},
         {{"import-aet", write("ohnesitz.aet", "[Team]\r\nName=X\r\nStadionsteh=5\r\n"), "--club", club, "--stadium"},
-         {"ohnesitz.aet", "[team]", "Stadionsitz"}},
-        {{"import-aet", write("gross.aet", "[Team]\r\nName=X\r\nSpieler=1\r\n[Spieler1]\r\nName=A\r\nPosition=1\r\n"
-                                           "Staerke=99999999999999999999\r\nHautfarbe=0\r\nHaarfarbe=3\r\n"),
-          "--free"},
-         {"gross.aet", "Zeile 7", "Staerke", "erlaubt sind -2147483648 bis 2147483647"}},
+         "Stadionsitz"},
         {{"import-aet", write("utf8.aet", QStringLiteral("[Team]\r\nName=Düren\r\nLand=Deutschland\r\nSpieler=0\r\n").toUtf8()), "--free"},
-         {"utf8.aet", "--utf8"}},
+         "--utf8"},
     };
     for (const auto &c : cases) {
         const CliRun r = runCli(QStringList{"--dir", dir.path()} + c.args);
         EXPECT_EQ(r.exitCode, 1) << c.args.join(' ').toStdString();
-        EXPECT_TRUE(r.err.startsWith("Fehler: ")) << r.err.toStdString();
-        EXPECT_TRUE(r.err.endsWith('\n'));
-        for (const QString &w : c.words)
-            EXPECT_TRUE(r.err.contains(w)) << r.err.toStdString() << " / " << w.toStdString();
+        EXPECT_TRUE(r.err.startsWith("Fehler: ") && r.err.endsWith('\n') && r.err.contains(c.word)) << r.err.toStdString();
         EXPECT_FALSE(r.err.contains("Broken") || r.err.contains("Sitzplätze") || r.out.contains("Nicht gefunden"))
             << r.err.toStdString() << r.out.toStdString();
     }
@@ -142,46 +125,20 @@ TEST(AnstossCli, RefusedFilesAreErrorsNamingTheFileAndUtf8IsReadWhenAsked)
 
     const CliRun utf8 = runCli({"--dir", dir.path(), "import-aet", dir.file("utf8.aet"), "--club", club, "--team", "--utf8"});
     ASSERT_EQ(utf8.exitCode, 0) << utf8.err.toStdString();
-    const OpenedDb opened = opendb(dir.file("zorbo.mdb"));
-    EXPECT_EQ(opened.db->scalar("SELECT NAME FROM vereine WHERE NUMMER = ?1", club).toString(), "Düren");
+    EXPECT_EQ(opendb(dir.file("zorbo.mdb")).db->scalar("SELECT NAME FROM vereine WHERE NUMMER = ?1", club).toString(), "Düren");
 }
 
-// A club brought in through the command line with values the windows can't
-// show: the check lists them, and the world's export reads back unchanged.
-TEST(AnstossCli, ValuesBeyondTheWindowsAreListedAndTheExportReadsBackEqual)
+// A club name the windows can't show, brought in through the command line:
+// the run counts it and the check lists it by team and field (the players'
+// values and the export that reads back are the workbench save's test).
+TEST(AnstossCli, ValuesBeyondTheWindowsAreCountedAndListed)
 {
-    TempFolder a, b;
+    TempFolder a;
     const QString club = templateworld(a);
-    ASSERT_EQ(runCli({"--dir", b.path(), "init"}).exitCode, 0);
-    QString text = QStringLiteral("[Team]\r\nName=Sportgemeinschaft Bärenstadt-Weißach 1899!\r\nLand=Deutschland\r\nSpieler=20\r\n");
-    for (int i = 1; i <= 20; ++i)
-        text += QStringLiteral("[Spieler%1]\r\nName=S%1\r\nVorname=V\r\nPosition=%2\r\nStaerke=%3\r\nLand=Deutschland\r\n"
-                               "Restspiele=10\r\nRueckennummer=%1\r\nHautfarbe=0\r\nHaarfarbe=3\r\n")
-                    .arg(i)
-                    .arg(i == 1 ? 0 : 1 + i % 3)
-                    .arg(i == 1 ? 12500 : 6000);
-    writeBytes(a.file("weit.aet"), *toCp1252(text));
-    QStringList all;
-    for (int i = 0; i < 20; ++i)
-        all << QStringLiteral("I%1").arg(i);
-    CliRun r = runCli({"--dir", a.path(), "import-aet", a.file("weit.aet"), "--club", club, "--team", "--squad", all.join(',')});
+    writeBytes(a.file("weit.aet"), *toCp1252("[Team]\r\nName=Sportgemeinschaft Bärenstadt-Weißach 1899!\r\nLand=Deutschland\r\n"));
+    CliRun r = runCli({"--dir", a.path(), "import-aet", a.file("weit.aet"), "--club", club, "--team"});
     ASSERT_EQ(r.exitCode, 0) << r.err.toStdString();
-    EXPECT_TRUE(r.out.contains("1 Wert außerhalb der Fensterbereiche behalten, siehe Probleme")) << r.out.toStdString();
+    EXPECT_TRUE(r.out.contains("1 Wert außerhalb der Fensterbereiche behalten")) << r.out.toStdString();
     r = runCli({"--dir", a.path(), "check"});
-    EXPECT_TRUE(r.out.contains("Warnung: Werte außerhalb der Fensterbereiche:")) << r.out.toStdString();
-    EXPECT_TRUE(r.out.contains(QStringLiteral("Team %1, Feld NAME: Verein „Sportgemeinschaft Bärenstadt-Weißach 1899!“").arg(club)))
-        << r.out.toStdString();
-    EXPECT_TRUE(r.out.contains("Feld STÄRKE: Spieler „V. S1“: 12500; die Fenster zeigen 0 bis 12000")) << r.out.toStdString();
-
-    for (const char *kind : {"teams", "players"}) {
-        const QString file = a.file(QStringLiteral("%1.cfg").arg(kind));
-        ASSERT_EQ(runCli({"--dir", a.path(), QStringLiteral("export-%1").arg(kind), file}).exitCode, 0);
-        r = runCli({"--dir", b.path(), QStringLiteral("import-%1").arg(kind), file});
-        ASSERT_EQ(r.exitCode, 0) << r.err.toStdString();
-        EXPECT_TRUE(r.out.contains("außerhalb der Fensterbereiche behalten")) << r.out.toStdString();
-    }
-    const QStringList tables{"vereine", "vereine_national", "spieler", "vereinspieler"};
-    const OpenedDb left = opendb(a.file("zorbo.mdb"));
-    const OpenedDb right = opendb(b.file("zorbo.mdb"));
-    EXPECT_EQ(dumpworld(*right.db, tables, true), dumpworld(*left.db, tables, true));
+    EXPECT_TRUE(r.out.contains(QStringLiteral("Team %1, Feld NAME:").arg(club))) << r.out.toStdString();
 }

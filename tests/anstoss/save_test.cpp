@@ -170,10 +170,8 @@ TEST_F(Saving, TeamSaveRefusals)
     // The file has neither name nor country: the rules of every team save hold, and no country without a name is made.
     expectRefused([&] { return saveimportteam(db(), file, club, t, 0); }, {"»Teamname lang«"});
     t.name = "Neu";
-    for (const QString &blank : {QString(), QStringLiteral("  ")}) {
-        t.land = blank;
-        expectRefused([&] { return saveimportteam(db(), file, club, t, 0); }, {"»Land«"});
-    }
+    t.land = QStringLiteral("  ");
+    expectRefused([&] { return saveimportteam(db(), file, club, t, 0); }, {"»Land«"});
 }
 
 TEST_F(Saving, FreePlayersAndLeagueRunsAllOrNothing)
@@ -216,21 +214,16 @@ TEST_F(Saving, FreePlayersAndLeagueRunsAllOrNothing)
 // and the world's own export reads back into an equal world.
 TEST_F(Saving, ValuesBeyondTheWindowsAreKeptAndTheExportReadsBack)
 {
-    const QString name = QStringLiteral("Sportgemeinschaft Bärenstadt-Weißach 1899");
-    ASSERT_EQ(name.size() + 1, 42);
+    const QString name = QStringLiteral("Sportgemeinschaft Bärenstadt-Weißach 1899"); // 42 characters with the "!"
     QList<AetPlayer> players = squadof({2, 6, 6, 6});
     players[0].staerke = QStringLiteral("12500");
     load("Name=" + name + "!\r\nStadt=Neustadt\r\nLand=Deutschland\r\n", players);
     TeamImport t = teamfromfile(db(), file, club);
     t.team = true;
-    AnstossResult r = saveimportteam(db(), file, club, t, 0);
-    ASSERT_TRUE(r.ok()) << r.result.message.toStdString();
-    EXPECT_TRUE(r.result.message.endsWith(" 1 Wert außerhalb der Fensterbereiche behalten, siehe Probleme"))
-        << r.result.message.toStdString();
-    r = saveimportplayers(db(), file, club, fromFile(0, 20));
-    ASSERT_TRUE(r.ok()) << r.result.message.toStdString();
-    EXPECT_TRUE(r.result.message.endsWith(" 1 Wert außerhalb der Fensterbereiche behalten, siehe Probleme"))
-        << r.result.message.toStdString();
+    for (const AnstossResult &r : {saveimportteam(db(), file, club, t, 0), saveimportplayers(db(), file, club, fromFile(0, 20))}) {
+        EXPECT_TRUE(r.ok() && r.result.message.endsWith(" 1 Wert außerhalb der Fensterbereiche behalten, siehe Probleme"))
+            << r.result.message.toStdString();
+    }
     EXPECT_EQ(db().scalar("SELECT NAME FROM vereine WHERE NUMMER = 7").toString(), name + "!");
     EXPECT_EQ(db().scalar("SELECT count(*) FROM spieler WHERE \"Stärke\" = 12500").toInt(), 1);
 

@@ -103,10 +103,7 @@ TEST(CliHistory, StepsAreUndoneRedoneAndARestorePointBringsTheWorldBack)
     // A point made by hand is listed as such and deleted by its name.
     ASSERT_EQ(cli({"restore-point", "Vor dem Umbau"}).exitCode, 0);
     shown = lines(cli({"restore-points"}));
-    ASSERT_FALSE(shown.isEmpty());
-    EXPECT_TRUE(shown[0].contains("  Vor dem Umbau (von Hand)  ")) << shown[0].toStdString();
-    const QString mine = shown[0].section("  ", 0, 0);
-    ASSERT_EQ(cli({"delete-restore-point", mine}).exitCode, 0);
+    ASSERT_TRUE(shown.value(0).contains("  Vor dem Umbau (von Hand)  ")) << shown.value(0).toStdString();
+    ASSERT_EQ(cli({"delete-restore-point", shown[0].section("  ", 0, 0)}).exitCode, 0);
     EXPECT_EQ(lines(cli({"restore-points"})).size(), shown.size() - 1);
-    EXPECT_EQ(cli({"delete-restore-point", mine}).exitCode, 1);
 }

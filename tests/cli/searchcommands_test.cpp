@@ -52,10 +52,8 @@ TEST(CliCheck, AWorldTheProgramMakesChecksCleanAndADefaultCrestIsAWarning)
     Database(dir.file("zorbo.mdb")).run("UPDATE vereine SET GRAFIK_NR = 500 WHERE NUMMER = (SELECT min(NUMMER) FROM vereine WHERE NUMMER > 0)");
     const CliRun warned = runCli({"--dir", dir.path(), "check"});
     EXPECT_EQ(warned.exitCode, 0) << warned.err.toStdString();
-    EXPECT_TRUE(warned.out.startsWith("Warnung: Wappen ohne Datei, das Standardwappen wird gezeigt:\n  Team "))
-        << warned.out.left(500).toStdString();
-    EXPECT_TRUE(warned.out.endsWith("zum Wappen 500 fehlt die Datei vereins_wappen_500.tga, es wird default.tga "
-                                    "gezeigt\n0 Probleme, 1 Warnung.\n"))
+    EXPECT_TRUE(warned.out.startsWith("Warnung: Wappen ohne Datei") && warned.out.contains("vereins_wappen_500.tga") &&
+                warned.out.endsWith("\n0 Probleme, 1 Warnung.\n"))
         << warned.out.toStdString();
 }
 

@@ -124,26 +124,3 @@ TEST(Problems, ColourTextsAsTheKitReaderSplitsThem)
     EXPECT_EQ(bad, (QStringList{"F_AUSW_HOSE_SPIELER", "F_ALTERN_HOSE_SPIELER", "F_TRIKOT_WERBUNG", "F_HOSE_STREIFEN",
                                 "F_TRIKOT_TORWART", "F_HOSE_TORWART", "F_TRIKOT_TRAINER", "F_HOSE_TRAINER"}));
 }
-
-TEST(Problems, ValuesBeyondTheWindowsAreWarningsWithTheirPlace)
-{
-    NewWorld w;
-    const Settings settings = makecleanworld(w.db(), w.dir.path());
-    const qint64 player = w.db().scalar("SELECT min(NUMMER) FROM spieler").toLongLong();
-    const qint64 club = w.db().scalar("SELECT min(NUMMER) FROM vereine WHERE NUMMER > 0").toLongLong();
-    w.db().run("UPDATE spieler SET \"Max_Stärke\" = 12001, GROESSE = 1000 WHERE NUMMER = ?1", player);
-    w.db().run("UPDATE vereine SET STADION_SITZPL = 1000000 WHERE NUMMER = ?1", club);
-    const ProblemReport report = checkproblems(w.db(), settings);
-    QStringList seen;
-    for (const Problem &p : report.problems) {
-        EXPECT_TRUE(iswarning(p.kind));
-        if (p.kind == ProblemKind::OutsideWindow)
-            seen << QStringLiteral("%1/%2/%3").arg(p.where.team).arg(p.where.player).arg(p.where.field);
-    }
-    EXPECT_EQ(seen, (QStringList{QStringLiteral("%1/-1/STADION_SITZPL").arg(club), QStringLiteral("-1/%1/MAX_STÄRKE").arg(player),
-                                 QStringLiteral("-1/%1/GROESSE").arg(player)}));
-    const QString all = problemlines(report).join('\n');
-    EXPECT_TRUE(all.contains("Warnung: Werte außerhalb der Fensterbereiche:")) << all.toStdString();
-    EXPECT_TRUE(all.contains(QStringLiteral("Spieler %1, Feld MAX_STÄRKE: Spieler „").arg(player))) << all.toStdString();
-    EXPECT_TRUE(all.contains("12001; die Fenster zeigen 0 bis 12000")) << all.toStdString();
-}

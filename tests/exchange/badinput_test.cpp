@@ -147,24 +147,25 @@ TEST_F(BadInput, ValuesBeyondTheWindowsAreKeptListedAndReadBack)
         sp.replace(sp.indexOf(from), from.size(), to);
     writeBytes(t.file("kept_tm.cfg"), tm);
     writeBytes(t.file("kept_sp.cfg"), sp);
-    const ExchangeResult teams = importteamsrun(*t, t.file("kept_tm.cfg"));
-    ASSERT_TRUE(teams.ok()) << teams.result.message.toStdString();
-    EXPECT_TRUE(teams.result.message.endsWith(" 3 Werte außerhalb der Fensterbereiche behalten, siehe Probleme"))
-        << teams.result.message.toStdString();
-    const ExchangeResult players = importplayersrun(*t, t.file("kept_sp.cfg"));
-    ASSERT_TRUE(players.ok()) << players.result.message.toStdString();
-    EXPECT_TRUE(players.result.message.endsWith(" 2 Werte außerhalb der Fensterbereiche behalten, siehe Probleme"));
+    const QString teams = importteamsrun(*t, t.file("kept_tm.cfg")).result.message;
+    const QString players = importplayersrun(*t, t.file("kept_sp.cfg")).result.message;
+    EXPECT_TRUE(teams.endsWith(" 3 Werte außerhalb der Fensterbereiche behalten, siehe Probleme")) << teams.toStdString();
+    EXPECT_TRUE(players.endsWith(" 2 Werte außerhalb der Fensterbereiche behalten, siehe Probleme")) << players.toStdString();
     EXPECT_EQ(t->scalar("SELECT NAME FROM vereine WHERE NUMMER = 10").toString(), longName);
     EXPECT_EQ(t->scalar("SELECT \"Max_Stärke\" FROM spieler WHERE NUMMER = 100").toInt(), 12001);
 
-    Settings settings;
+    // The problem check lists each as a warning with its place and value.
+    const ProblemReport report = checkproblems(*t, Settings());
     QStringList listed;
-    for (const Problem &p : checkproblems(*t, settings).problems) {
+    for (const Problem &p : report.problems)
         if (p.kind == ProblemKind::OutsideWindow)
             listed << QStringLiteral("%1/%2/%3").arg(p.where.team).arg(p.where.player).arg(p.where.field);
-    }
     EXPECT_EQ(listed, (QStringList{"10/-1/NAME", "10/-1/GRAFIK_NR", "10/-1/STADION_SITZPL", "-1/100/MAX_STÄRKE",
                                    "-1/100/GROESSE"}));
+    const QString all = problemlines(report).join('\n');
+    EXPECT_TRUE(all.contains("Warnung: Werte außerhalb der Fensterbereiche:\n") &&
+                all.contains("Spieler 100, Feld MAX_STÄRKE: Spieler „") && all.contains("12001; die Fenster zeigen 0 bis 12000"))
+        << all.toStdString();
 
     const QString world = dumpWorld(*t);
     ASSERT_TRUE(exportconfig(*t, t.file("out_tm.cfg"), ConfigKind::Teams).ok());

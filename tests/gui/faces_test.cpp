@@ -141,6 +141,4 @@ TEST_F(FaceWindow, CheckallgesichterTellsTheCountAndAsksBeforeWriting)
     ASSERT_EQ(dialogs.asked.size(), 3);
     EXPECT_EQ(dialogs.asked.last(), "Spielergesichter|3 Gesichter korrigiert!");
     EXPECT_NE(face(), broken);
-    window->action("mnutoolitem(1)")->trigger();
-    EXPECT_EQ(dialogs.asked.last(), "Spielergesichter|Alle Gesichter in Ordnung!") << "nothing left to ask about";
 }

@@ -177,13 +177,14 @@ TEST_F(History, APanelClickGoesBackThreeStepsAndForwardAgain)
     EXPECT_EQ(list->currentRow(), 0) << "the mark stays where the world stands";
 }
 
-TEST_F(History, TheRestoreWindowBringsBackTheWorldBeforeAWipe)
+TEST_F(History, TheRestoreWindowBringsBackTheWorldBeforeAWipeAndKeepsPointsMadeByHand)
 {
     rename(20, "Neuer Name");
     dialogs.answer = true;
     window->action("mnuoptionenitem(6)")->trigger(); // "Datenbank löschen"
     ASSERT_TRUE(clubname(20).isEmpty());
     dialogs.asked.clear();
+    dialogs.typed = "Mein Stand";
 
     QTimer::singleShot(0, window.get(), [this] {
         auto *dialog = window->findChild<QDialog *>("frmwiederherstellung");
@@ -199,6 +200,16 @@ TEST_F(History, TheRestoreWindowBringsBackTheWorldBeforeAWipe)
             table->selectRow(0);
             QTest::mouseClick(restore, Qt::LeftButton);
             EXPECT_EQ(table->rowCount(), points.size() + 1) << "the wiped world was kept first";
+
+            // A point made by hand, deleted again.
+            QTest::mouseClick(child<QPushButton>(*dialog, "cmdanlegen"), Qt::LeftButton);
+            ASSERT_EQ(table->rowCount(), points.size() + 2);
+            EXPECT_EQ(table->item(0, 1)->text(), "Mein Stand (von Hand)");
+            auto *remove = child<QPushButton>(*dialog, "cmdloeschen");
+            EXPECT_FALSE(remove->isEnabled()) << "nothing chosen yet";
+            table->selectRow(0);
+            QTest::mouseClick(remove, Qt::LeftButton);
+            EXPECT_EQ(restorepoints(dir.path()).size(), points.size() + 1);
             if (const auto shot = qEnvironmentVariable("ZORBO_SCREENSHOT_DIR"); !shot.isEmpty())
                 dialog->grab().save(shot + "/frmwiederherstellung.png");
         }();
@@ -206,39 +217,12 @@ TEST_F(History, TheRestoreWindowBringsBackTheWorldBeforeAWipe)
     });
     window->action("mnuoptionenitem(8)")->trigger();
 
-    ASSERT_EQ(dialogs.asked.size(), 2) << dialogs.asked.join('\n').toStdString();
-    EXPECT_TRUE(dialogs.asked[0].startsWith("Wiederherstellen|")) << dialogs.asked[0].toStdString();
+    ASSERT_EQ(dialogs.asked.size(), 4) << dialogs.asked.join('\n').toStdString();
+    EXPECT_TRUE(dialogs.asked[0].startsWith("Wiederherstellen|") && dialogs.asked[2].startsWith("Wiederherstellungspunkt anlegen|") &&
+                dialogs.asked[3].startsWith("Löschen|"))
+        << dialogs.asked.join('\n').toStdString();
     EXPECT_EQ(clubname(20), "Neuer Name");
     EXPECT_EQ(node(tree, "T20")->text(0), "Neuer Name");
-}
-
-TEST_F(History, TheRestoreWindowMakesAPointByHandAndDeletesIt)
-{
-    dialogs.typed = "Mein Stand";
-    dialogs.answer = true;
-    QTimer::singleShot(0, window.get(), [this] {
-        auto *dialog = window->findChild<QDialog *>("frmwiederherstellung");
-        ASSERT_NE(dialog, nullptr);
-        auto *table = child<QTableWidget>(*dialog, "lstvpunkte");
-        [&] {
-            const int before = table->rowCount();
-            QTest::mouseClick(child<QPushButton>(*dialog, "cmdanlegen"), Qt::LeftButton);
-            ASSERT_EQ(table->rowCount(), before + 1);
-            EXPECT_EQ(table->item(0, 1)->text(), "Mein Stand (von Hand)");
-            EXPECT_TRUE(restorepoints(dir.path()).first().byhand);
-            auto *remove = child<QPushButton>(*dialog, "cmdloeschen");
-            EXPECT_FALSE(remove->isEnabled()) << "nothing chosen yet";
-            table->selectRow(0);
-            QTest::mouseClick(remove, Qt::LeftButton);
-            EXPECT_EQ(table->rowCount(), before);
-            EXPECT_EQ(restorepoints(dir.path()).size(), before);
-        }();
-        QTest::mouseClick(child<QPushButton>(*dialog, "cmdschliessen"), Qt::LeftButton);
-    });
-    window->action("mnuoptionenitem(8)")->trigger();
-    ASSERT_EQ(dialogs.asked.size(), 2) << dialogs.asked.join('\n').toStdString();
-    EXPECT_TRUE(dialogs.asked[0].startsWith("Wiederherstellungspunkt anlegen|")) << dialogs.asked[0].toStdString();
-    EXPECT_TRUE(dialogs.asked[1].startsWith("Löschen|")) << dialogs.asked[1].toStdString();
 }
 
 TEST_F(History, AnAlteredStepIsRefusedAndTheUserMayDropTheHistoryFromIt)

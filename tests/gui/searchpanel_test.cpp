@@ -148,7 +148,7 @@ TEST_F(ProblemsPanelWindow, ListsProblemsByKindAndAClickOpensTheClub)
     EXPECT_FALSE(lines(list).join('\n').contains("Doppelte Rückennummern")) << lines(list).join('\n').toStdString();
 }
 
-TEST_F(ProblemsPanelWindow, TheCheckShowsProgressOnlyWhileItRunsAndCanBeStopped)
+TEST_F(ProblemsPanelWindow, TheCheckShowsProgressOnlyWhileItRunsAndThePanelsLeaveTheGridItsRows)
 {
     buildWorld(dir.path());
     openwindow(true);
@@ -163,17 +163,12 @@ TEST_F(ProblemsPanelWindow, TheCheckShowsProgressOnlyWhileItRunsAndCanBeStopped)
     const QStringList shown = lines(window->findChild<QTreeWidget *>("lstvprobleme"));
     EXPECT_TRUE(!shown.isEmpty() && shown.first().startsWith("Abgebrochen")) << shown.join('\n').toStdString();
     EXPECT_FALSE(bar->isVisible());
-}
 
-TEST_F(ProblemsPanelWindow, WithBothSidePanelsOpenThePlayerGridKeepsEightRows)
-{
-    buildWorld(dir.path());
-    openwindow();
+    // With both side panels open the player grid keeps eight rows.
     window->resize(1400, 900);
-    window->show();
-    window->action("mnutoolitem(8)")->trigger();
     window->action("mnubearbeitenitem(3)")->trigger();
     QApplication::processEvents();
+    ASSERT_TRUE(window->findChild<QTreeWidget *>("lstvprobleme")->isVisible());
     auto *grid = zorbo::test::child<QTableView>(*window, "flxgrdspieler");
     EXPECT_GE(grid->viewport()->height(), 8 * grid->verticalHeader()->defaultSectionSize()) << grid->viewport()->height();
     EXPECT_LE(window->width(), 1400) << "the panels fit beside the forms";

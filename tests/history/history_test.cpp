@@ -239,23 +239,18 @@ TEST(History, AStepWhoseChangesWereAlteredIsRefusedNamedAndCanBeDroppedFromOn)
     ASSERT_EQ(steps.size(), 3);
     Database &db = *world->db();
     const auto name = [&] { return db.scalar("SELECT NAME FROM vereine WHERE NUMMER = 0").toString(); };
-    const auto alter = [&](qint64 id, const QByteArray &from, const QByteArray &to) {
-        QByteArray changes = db.scalar("SELECT aenderungen FROM verlauf WHERE schritt = ?1", id).toByteArray();
-        changes.replace(from, to);
-        db.run("UPDATE verlauf SET aenderungen = ?1 WHERE schritt = ?2", changes, id);
-    };
     // The value an undo would write back, changed: the engine would take it.
-    alter(steps[1].id, "Eins", "Einx");
+    QByteArray changes = db.scalar("SELECT aenderungen FROM verlauf WHERE schritt = ?1", steps[1].id).toByteArray();
+    db.run("UPDATE verlauf SET aenderungen = ?1 WHERE schritt = ?2", changes.replace("Eins", "Einx"), steps[1].id);
     ASSERT_TRUE(world->undo().ok);
     const QStringList now = dumpworld(db);
     const Result refused = world->undo();
     EXPECT_FALSE(refused.ok);
-    EXPECT_TRUE(refused.message.contains(QString("Schritt %1 ").arg(steps[1].id))) << refused.message.toStdString();
-    EXPECT_TRUE(refused.message.contains("„Zwei“")) << refused.message.toStdString();
-    EXPECT_FALSE(refused.message.contains("beschädigt")) << refused.message.toStdString();
+    EXPECT_TRUE(refused.message.contains(QString("Schritt %1 ").arg(steps[1].id)) && refused.message.contains("„Zwei“") &&
+                !refused.message.contains("beschädigt"))
+        << refused.message.toStdString();
     EXPECT_EQ(world->brokenstep(), steps[1].id);
     EXPECT_EQ(dumpworld(db), now);
-    EXPECT_EQ(name(), "Zwei");
 
     // Dropping from a done step takes the older ones; the undone newer one stays.
     ASSERT_TRUE(world->dropsteps(steps[1].id).ok);
