@@ -128,17 +128,42 @@ TEST(AnstossCli, RefusedFilesAreErrorsNamingTheFileAndUtf8IsReadWhenAsked)
     EXPECT_EQ(opendb(dir.file("zorbo.mdb")).db->scalar("SELECT NAME FROM vereine WHERE NUMMER = ?1", club).toString(), "Düren");
 }
 
-// A club name the windows can't show, brought in through the command line:
-// the run counts it and the check lists it by team and field (the players'
-// values and the export that reads back are the workbench save's test).
-TEST(AnstossCli, ValuesBeyondTheWindowsAreCountedAndListed)
+// A club brought in through the command line with values the windows can't
+// show: the check lists them, and the world's export reads back unchanged.
+TEST(AnstossCli, ValuesBeyondTheWindowsAreListedAndTheExportReadsBackEqual)
 {
-    TempFolder a;
+    TempFolder a, b;
     const QString club = templateworld(a);
-    writeBytes(a.file("weit.aet"), *toCp1252("[Team]\r\nName=Sportgemeinschaft Bärenstadt-Weißach 1899!\r\nLand=Deutschland\r\n"));
-    CliRun r = runCli({"--dir", a.path(), "import-aet", a.file("weit.aet"), "--club", club, "--team"});
+    ASSERT_EQ(runCli({"--dir", b.path(), "init"}).exitCode, 0);
+    QString text = QStringLiteral("[Team]\r\nName=Sportgemeinschaft Bärenstadt-Weißach 1899!\r\nLand=Deutschland\r\nSpieler=20\r\n");
+    for (int i = 1; i <= 20; ++i)
+        text += QStringLiteral("[Spieler%1]\r\nName=S%1\r\nVorname=V\r\nPosition=%2\r\nStaerke=%3\r\nLand=Deutschland\r\n"
+                               "Restspiele=10\r\nRueckennummer=%1\r\nHautfarbe=0\r\nHaarfarbe=3\r\n")
+                    .arg(i)
+                    .arg(i == 1 ? 0 : 1 + i % 3)
+                    .arg(i == 1 ? 12500 : 6000);
+    writeBytes(a.file("weit.aet"), *toCp1252(text));
+    QStringList all;
+    for (int i = 0; i < 20; ++i)
+        all << QStringLiteral("I%1").arg(i);
+    CliRun r = runCli({"--dir", a.path(), "import-aet", a.file("weit.aet"), "--club", club, "--team", "--squad", all.join(',')});
     ASSERT_EQ(r.exitCode, 0) << r.err.toStdString();
-    EXPECT_TRUE(r.out.contains("1 Wert außerhalb der Fensterbereiche behalten")) << r.out.toStdString();
+    EXPECT_TRUE(r.out.contains("1 Wert außerhalb der Fensterbereiche behalten, siehe Probleme")) << r.out.toStdString();
     r = runCli({"--dir", a.path(), "check"});
-    EXPECT_TRUE(r.out.contains(QStringLiteral("Team %1, Feld NAME:").arg(club))) << r.out.toStdString();
+    EXPECT_TRUE(r.out.contains("Warnung: Werte außerhalb der Fensterbereiche:")) << r.out.toStdString();
+    EXPECT_TRUE(r.out.contains(QStringLiteral("Team %1, Feld NAME: Verein „Sportgemeinschaft Bärenstadt-Weißach 1899!“").arg(club)))
+        << r.out.toStdString();
+    EXPECT_TRUE(r.out.contains("Feld STÄRKE: Spieler „V. S1“: 12500; die Fenster zeigen 0 bis 12000")) << r.out.toStdString();
+
+    for (const char *kind : {"teams", "players"}) {
+        const QString file = a.file(QStringLiteral("%1.cfg").arg(kind));
+        ASSERT_EQ(runCli({"--dir", a.path(), QStringLiteral("export-%1").arg(kind), file}).exitCode, 0);
+        r = runCli({"--dir", b.path(), QStringLiteral("import-%1").arg(kind), file});
+        ASSERT_EQ(r.exitCode, 0) << r.err.toStdString();
+        EXPECT_TRUE(r.out.contains("außerhalb der Fensterbereiche behalten")) << r.out.toStdString();
+    }
+    const QStringList tables{"vereine", "vereine_national", "spieler", "vereinspieler"};
+    const OpenedDb left = opendb(a.file("zorbo.mdb"));
+    const OpenedDb right = opendb(b.file("zorbo.mdb"));
+    EXPECT_EQ(dumpworld(*right.db, tables, true), dumpworld(*left.db, tables, true));
 }
