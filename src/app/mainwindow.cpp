@@ -22,6 +22,7 @@
 #include <QCloseEvent>
 #include <QLabel>
 #include <QProgressBar>
+#include <QPushButton>
 #include <QScreen>
 #include <QStatusBar>
 
@@ -42,7 +43,7 @@ public:
     void handle(const QString &name, std::function<void()> work) override { m_window->handle(name, std::move(work)); }
     std::unique_ptr<BusyScope> busy(const QString &text) override
     {
-        return std::make_unique<Busy>(m_window, m_window->m_status, m_window->m_progress, text);
+        return std::make_unique<Busy>(m_window, m_window->m_status, m_window->m_progress, text, m_window->m_cancel);
     }
     void status(const QString &text) override { m_window->m_status->setText(text); }
 
@@ -85,11 +86,15 @@ void MainWindow::buildstatusbar()
     m_progress->setRange(0, 100);
     m_progress->setValue(100);
     m_progress->setTextVisible(false);
+    m_cancel = new QPushButton(QStringLiteral("Abbrechen"), bar);
+    m_cancel->setObjectName(QStringLiteral("stbabbrechen"));
     m_programLabel = new QLabel(bar);
     m_programLabel->setObjectName(QStringLiteral("stbstatus(3)"));
     bar->addWidget(m_status, 1);
     bar->addWidget(m_progress, 1);
+    bar->addWidget(m_cancel);
     m_progress->hide(); // shown by the runs
+    m_cancel->hide();
     bar->addWidget(m_programLabel, 1);
     setStatusBar(bar);
 }
@@ -145,7 +150,7 @@ void MainWindow::closeEvent(QCloseEvent *event)
 {
     // A run disables the window while it goes; the world it works on must
     // not go from under it. Its "Abbrechen" stops it first.
-    if (!isEnabled()) {
+    if (Busy::running(this)) {
         event->ignore();
         m_status->setText(QStringLiteral("Das Programm lässt sich erst nach dem laufenden Vorgang beenden."));
         return;

@@ -9,6 +9,7 @@
 class QAction;
 class QLabel;
 class QProgressBar;
+class QPushButton;
 
 namespace zorbo {
 
@@ -64,6 +65,7 @@ private:
     QLabel *m_status = nullptr;
     QLabel *m_programLabel = nullptr;
     QProgressBar *m_progress = nullptr;
+    QPushButton *m_cancel = nullptr; // "Abbrechen" of the run going
     QHash<QString, QAction *> m_actions;
 };
 

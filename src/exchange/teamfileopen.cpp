@@ -3,6 +3,7 @@
 #include "core/gamedb.h"
 #include "exchange/cfgfile.h"
 #include "core/columnrules.h"
+#include "core/teamrules.h"
 #include "exchange/teamfile.h"
 #include "platform/numbers.h"
 #include "platform/profilefile.h"
@@ -72,6 +73,28 @@ public:
     const QList<ColumnInfo> &playerColumns() const { return m_playerColumns; }
 
     QVariant team(int column) { return value(QStringLiteral("Team"), m_teamColumns[column], false); }
+
+    // The rules of every team save: a club needs a name and a country. The
+    // country comes from the file, or is the one given (a new club).
+    void checkrow(const std::optional<QString> &country = {}) const
+    {
+        const QString team = QStringLiteral("Team");
+        const auto text = [&](const char *column) {
+            for (const ColumnInfo &c : m_teamColumns) {
+                if (c.name.compare(QLatin1String(column), Qt::CaseInsensitive) == 0)
+                    return std::pair{c.name, trimspaces(m_profile.value(team, c.name).value_or(QString()))};
+            }
+            return std::pair{QString::fromLatin1(column), QString()};
+        };
+        const auto [nameKey, name] = text("NAME");
+        const auto [nationKey, nation] = text("NATION");
+        const Result row = checkteamrow(TeamTable::Vereine, name, country.value_or(nation));
+        if (row)
+            return;
+        const QString key = blankname(name) ? nameKey : nationKey;
+        throw Fault(QStringLiteral("%1: [%2] %3: %4").arg(where(team, key), team, key, row.message),
+                    place(team, key, row.message));
+    }
     QVariant player(int n, int column) { return value(QStringLiteral("Spieler%1").arg(n), m_playerColumns[column], true); }
 
 private:
@@ -196,6 +219,7 @@ ExchangeResult openteamnew(Database &db, const QString &path, const QString &cou
     return guarded(db, path, encoding, [&](TeamFileValues &file) {
         if (db.scalar(QStringLiteral("SELECT NUMMER FROM vereine_national WHERE samename(NAME, ?1)"), country).isNull())
             return ExchangeResult::failure(QStringLiteral("Das Land »%1« gibt es nicht.").arg(country));
+        file.checkrow(country);
         ExchangeResult result;
         result.team = newteamnumber(db);
         const QList<ColumnInfo> &tc = file.teamColumns();
@@ -233,6 +257,7 @@ ExchangeResult openteamreplace(Database &db, const QString &path, qint64 clubNum
             return ExchangeResult::failure(QStringLiteral("Einen Verein %1 gibt es nicht; nur Vereine, keine Nationalteams, "
                                                           "lassen sich ersetzen.")
                                                .arg(clubNumber));
+        file.checkrow();
         ExchangeResult result;
         result.team = clubNumber;
         const QList<ColumnInfo> &tc = file.teamColumns();

@@ -1,5 +1,6 @@
 #include "tools/clubnames.h"
 
+#include "core/columnrules.h"
 #include "platform/runner.h"
 
 namespace zorbo {
@@ -52,6 +53,9 @@ Result renameclub(Database &db, qint64 team, const QString &name)
 {
     if (name.isEmpty())
         return Result::failure(QStringLiteral("Der neue Vereinsname ist leer; es wurde nichts gespeichert."));
+    if (const QString problem = lengthproblem(QStringLiteral("NAME"), name.size()); !problem.isEmpty())
+        return Result::failure(
+            QStringLiteral("Der neue Vereinsname (Feld NAME) ist zu lang: %1. Es wurde nichts gespeichert.").arg(problem));
     return runtransaction(db, QStringLiteral("Der Vereinsname lässt sich nicht speichern"), [&] {
         if (db.run(QStringLiteral("UPDATE vereine SET NAME = ?1 WHERE NUMMER = ?2"), name, team) == 0)
             return Result::failure(QStringLiteral("Den Verein %1 gibt es nicht (mehr).").arg(team));

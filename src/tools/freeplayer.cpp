@@ -1,6 +1,8 @@
 #include "tools/freeplayer.h"
 
+#include "core/columnrules.h"
 #include "core/landneu.h"
+#include "platform/operation.h"
 
 namespace zorbo {
 
@@ -32,6 +34,16 @@ void writefreeplayer(Database &db, qint64 nummer, const FreePlayer &player, Stae
 {
     // A free player without a country stays without one: landneu makes no
     // country of a blank name.
+    // The gain can carry a strength the file had at the edge of 32 bits
+    // beyond it; such a maximum can't be stored, and the whole run stops.
+    const qint64 maximum = gain.maximum(double(player.staerke));
+    const QString column = QStringLiteral("Max_Stärke");
+    if (const QString problem = rangeproblem(column, double(maximum)); !problem.isEmpty())
+        throw Fault(QStringLiteral("Der freie Spieler %1, %2 bekäme im Feld %3 den Wert %4; %5.")
+                        .arg(player.name, player.vorname, column)
+                        .arg(maximum)
+                        .arg(problem),
+                    Finding{problem, {}, 0, column});
     auto country = countries.constFind(player.land);
     if (country == countries.constEnd())
         country = countries.insert(player.land, landneu(db, player.land));
@@ -41,7 +53,7 @@ void writefreeplayer(Database &db, qint64 nummer, const FreePlayer &player, Stae
         "ERLERNT = '', GESPERRT = ''%1 "
         "WHERE NUMMER = ?11");
     Statement st = db.prepare(sql.arg(withNumber ? QStringLiteral(", RUECKENNUMMER = ?12") : QString()));
-    st.bindAll(player.name, initial(player.vorname), player.staerke, gain.maximum(double(player.staerke)), *country,
+    st.bindAll(player.name, initial(player.vorname), player.staerke, maximum, *country,
                player.position, player.restspiele, player.gesicht, player.hautfarbe, player.haarfarbe, nummer);
     if (withNumber)
         st.bind(12, player.rueckennummer);

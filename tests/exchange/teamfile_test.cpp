@@ -115,6 +115,16 @@ TEST_F(TeamFile, BrokenFilesChangeNothing)
     writeBytes(t.file("bad.tea"), QByteArray("[Team]\0\1\2", 9));
     EXPECT_TRUE(openteamreplace(*t, t.file("bad.tea"), 12).result.message.contains("keine Textdatei"));
     EXPECT_FALSE(openteamnew(*t, t.file("club.tea"), "Atlantis").ok());
+    // The team rules of every save: a name, and a club country.
+    writeBytes(t.file("bad.tea"), QByteArray(file).replace("NAME=SV S\xfc" "d", "NAME= "));
+    for (const ExchangeResult &blank : {openteamnew(*t, t.file("bad.tea"), "Deutschland"), openteamreplace(*t, t.file("bad.tea"), 12)}) {
+        EXPECT_FALSE(blank.ok());
+        EXPECT_TRUE(blank.result.message.contains("bad.tea, Zeile 6: [Team] NAME: Das Feld »Teamname lang« ist leer"))
+            << blank.result.message.toStdString();
+    }
+    writeBytes(t.file("bad.tea"), QByteArray(file).replace("NATION=Deutschland", "NATION="));
+    r = openteamreplace(*t, t.file("bad.tea"), 12);
+    EXPECT_TRUE(r.result.message.contains("bad.tea, Zeile 14: [Team] NATION: Das Feld »Land« ist leer")) << r.result.message.toStdString();
     EXPECT_EQ(dumpWorld(*t), before);
 }
 

@@ -191,3 +191,22 @@ TEST_F(Forms, PlayerTabAndNationalTeamFollowUndoAndTheWipe)
     EXPECT_EQ(field("txtspielername")->text(), "");
     EXPECT_EQ(field("txtspielernr")->text(), "");
 }
+
+TEST_F(Forms, SpeichernOfAFormWhoseRowAChangeRemovedSaysWhyAndKeepsTheTyping)
+{
+    clickNode(tree, "T21");
+    field("txtteamlang")->setText("Fortuna 95");
+    window->world()->run([](Database &db) {
+        db.run("DELETE FROM vereine WHERE NUMMER = 21");
+        return Result::success();
+    });
+    ASSERT_EQ(field("txtteamlang")->text(), "Fortuna 95");
+    dialogs.asked.clear();
+    dialogs.choice = 0; // Speichern
+    clickNode(tree, "T20");
+    ASSERT_EQ(dialogs.asked.size(), 2) << dialogs.asked.join('\n').toStdString();
+    EXPECT_TRUE(dialogs.asked[1].contains("„Fortuna 95“ lässt sich nicht speichern")) << dialogs.asked[1].toStdString();
+    EXPECT_TRUE(dialogs.asked[1].contains("Tabelle vereine")) << dialogs.asked[1].toStdString();
+    EXPECT_EQ(field("txtteamlang")->text(), "Fortuna 95");
+    EXPECT_EQ(db("SELECT count(*) FROM vereine WHERE NUMMER = 21"), "0");
+}

@@ -87,17 +87,21 @@ struct WindowTest : ::testing::Test {
     }
 };
 
-// Clicks "Abbrechen" as soon as a run offers it (see Busy::setcanceldelay);
+// Clicks "Abbrechen" as soon as a run offers it (see Busy::setcanceldelay),
+// in the status bar or in its own window;
 // offered runs first, then.
 inline void cancelWhenOffered(int tries = 100000, std::function<void()> offered = {})
 {
     QTimer::singleShot(0, [tries, offered] {
         for (QWidget *w : QApplication::topLevelWidgets()) {
-            auto *dialog = qobject_cast<QProgressDialog *>(w);
-            if (dialog && dialog->isVisible()) {
+            // The status bar's button, or the small window's under a modal window.
+            QPushButton *button = w->findChild<QPushButton *>(QStringLiteral("stbabbrechen"));
+            if (auto *dialog = qobject_cast<QProgressDialog *>(w); dialog && dialog->isVisible())
+                button = dialog->findChild<QPushButton *>();
+            if (button && !button->isHidden()) {
                 if (offered)
                     offered();
-                QTest::mouseClick(dialog->findChild<QPushButton *>(), Qt::LeftButton);
+                QTest::mouseClick(button, Qt::LeftButton);
                 return;
             }
         }

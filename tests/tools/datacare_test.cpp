@@ -112,6 +112,10 @@ TEST(ClubNames, OnlyClubsOverFifteenAreFoundAndARenameTakesThemOff)
 
     EXPECT_FALSE(renameclub(w.db(), 20, "").ok);
     EXPECT_FALSE(renameclub(w.db(), 99, "Neu").ok);
+    const Result tooWide = renameclub(w.db(), 20, QString(256, QLatin1Char('x')));
+    EXPECT_FALSE(tooWide.ok);
+    EXPECT_TRUE(tooWide.message.contains("255")) << tooWide.message.toStdString();
+    EXPECT_NE(w.value("SELECT length(NAME) FROM vereine WHERE NUMMER = ?1", 20).toInt(), 256);
     const Result tooLong = renameclub(w.db(), 30, "Immer noch zu lang");
     ASSERT_TRUE(tooLong.ok);
     EXPECT_TRUE(tooLong.message.contains("zu lang"));

@@ -211,3 +211,15 @@ TEST(MarketFill, MaximaAboveSixStarsReadBackFromTheExport)
     const QStringList tables{"vereine", "vereine_national", "spieler", "vereinspieler"};
     EXPECT_EQ(dumpworld(back.db(), tables, true), dumpworld(w.db(), tables, true));
 }
+
+TEST(MarketFill, AMaximumBeyond32BitsStopsTheRunNamingPlayerAndField)
+{
+    ToolsWorld w;
+    w.freeplayer("Rand", "Otto", "Deutschland", "FC Export", 1, 2147483000);
+    const QStringList before = dumpworld(w.db());
+    const MarketFill fill = spielera4_nach_tmarkt(w.db());
+    EXPECT_FALSE(fill.result.ok);
+    EXPECT_TRUE(fill.result.message.contains("Rand, Otto")) << fill.result.message.toStdString();
+    EXPECT_TRUE(fill.result.message.contains("Max_Stärke")) << fill.result.message.toStdString();
+    EXPECT_EQ(dumpworld(w.db()), before);
+}

@@ -235,10 +235,18 @@ void Workbench::mnupopup_item_Click(QTreeWidget *list, int index)
         QList<int> indexes;
         for (int r : rows)
             indexes << int(m_builder.list(SquadBuilder::Import)[r].id);
-        const AnstossResult r = m_shell.run([&](Database &db) { return runfreeplayers(db, m_file, indexes); }, {},
-                                            freeplayersstep(m_file));
+        AnstossResult r;
+        {
+            const auto busy = m_shell.busy(QStringLiteral("Speichere Freie Spieler..."));
+            const Progress progress = busy->progress();
+            r = m_shell.run([&](Database &db) { return runfreeplayers(db, m_file, indexes, progress); }, {},
+                            freeplayersstep(m_file));
+        }
         if (!r.ok()) {
-            m_shell.dialogs().warning(this, QStringLiteral("Freie Spieler"), r.result.message);
+            if (r.result.cancelled)
+                m_shell.status(r.result.message);
+            else
+                m_shell.dialogs().warning(this, QStringLiteral("Freie Spieler"), r.result.message);
             break;
         }
         m_builder.ghost(SquadBuilder::Import, rows);

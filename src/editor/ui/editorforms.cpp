@@ -80,6 +80,9 @@ void EditorView::worldchanged(const Change &change)
     if (saving)
         m_tvdb->setProperty("Tag", m_select);
     m_reloaded = true;
+    // Asked before the lists are built anew, which change the form's
+    // country boxes under it.
+    const bool typed = m_teamtab->modified();
     if (change.everything || change.tables.contains(QStringLiteral("vereine"))
         || change.tables.contains(QStringLiteral("vereine_national")))
         reloadtree();
@@ -92,6 +95,10 @@ void EditorView::worldchanged(const Change &change)
     }
     QTreeWidgetItem *item = m_tvdb->currentItem();
     if (!item || m_shownkey.isEmpty()) {
+        // The team on show is gone; typing in its form stays until the user
+        // says what becomes of it.
+        if (!m_shownkey.isEmpty() && !saving && typed)
+            return;
         closeall();
         return;
     }

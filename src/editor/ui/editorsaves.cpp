@@ -16,8 +16,22 @@ namespace zorbo {
 bool EditorView::btnteamsave_Click()
 {
     QTreeWidgetItem *node = shownitem();
-    if (!db() || !node)
+    if (!db())
         return false;
+    if (!node) {
+        // A change (an undo, a run) took the row away while the form held
+        // typing; the typing stays for the user to copy or drop.
+        const TeamForm form = m_teamtab->form();
+        const bool country = form.table == TeamTable::VereineNational;
+        m_shell.dialogs().warning(
+            m_shell.window(), QStringLiteral("Land/Verein speichern"),
+            QStringLiteral("%1 „%2“ lässt sich nicht speichern: %3 steht nicht mehr in der Tabelle %4, eine Änderung hat "
+                           "%3 entfernt. Die Eingaben bleiben im Formular; „Verwerfen“ gibt sie auf.")
+                .arg(country ? QStringLiteral("Das Land") : QStringLiteral("Der Verein"), form.name,
+                     country ? QStringLiteral("es") : QStringLiteral("er"),
+                     country ? QStringLiteral("vereine_national") : QStringLiteral("vereine")));
+        return false;
+    }
     QString key = node->data(0, Qt::UserRole).toString();
     const bool isNew = key.endsWith(QLatin1Char('_'));
     const TeamForm form = m_teamtab->form();

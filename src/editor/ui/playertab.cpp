@@ -114,32 +114,12 @@ PlayerTab::PlayerTab(QStringListModel *spielerlaender, QWidget *parent) : QWidge
     for (QComboBox *combo : {m_staerke, m_maxstaerke, m_pos, m_land})
         connect(combo, &QComboBox::currentIndexChanged, this, &PlayerTab::recheck);
     connect(m_attribute, &QTableWidget::itemChanged, this, &PlayerTab::recheck);
-    rebase();
-}
-
-void PlayerTab::recheck()
-{
-    if (m_filling)
-        return;
-    // An empty tab is closed: nothing to type in.
-    const bool modified = m_player.nummer != 0 && form() != m_shown;
-    if (modified != m_modified) {
-        m_modified = modified;
-        emit modifiedChanged(modified);
-    }
-}
-
-void PlayerTab::rebase()
-{
-    m_filling = false;
-    m_shown = form();
-    m_modified = true;
-    recheck();
+    m_state.filled();
 }
 
 void PlayerTab::clear()
 {
-    m_filling = true;
+    m_state.filling();
     m_player = GridPlayer();
     for (QLineEdit *edit : findChildren<QLineEdit *>())
         edit->clear();
@@ -149,7 +129,7 @@ void PlayerTab::clear()
     m_gesicht->showgesicht(0);
     m_attribute->showtalente(QString(), QString(), 0);
     setOpen(false);
-    rebase();
+    m_state.filled();
 }
 
 void PlayerTab::setOpen(bool open)
@@ -161,7 +141,7 @@ void PlayerTab::setOpen(bool open)
 
 bool PlayerTab::setPlayer(const GridPlayer &player)
 {
-    m_filling = true;
+    m_state.filling();
     m_player = player;
     const PlayerForm f = playerform(player);
     m_nummer->setText(QString::number(player.nummer));
@@ -177,7 +157,7 @@ bool PlayerTab::setPlayer(const GridPlayer &player)
     m_gesicht->showgesicht(f.gesicht);
     m_attribute->showtalente(f.erlernt, f.gesperrt, f.art);
     showfromstart(this);
-    rebase();
+    m_state.filled();
     return listed;
 }
 

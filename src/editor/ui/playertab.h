@@ -2,6 +2,7 @@
 
 #include "editor/facepictures.h"
 #include "editor/playersave.h"
+#include "editor/ui/formstate.h"
 
 #include <QWidget>
 
@@ -35,7 +36,7 @@ public:
     // Empties the tab, as when its player is gone.
     void clear();
     // Whether the form differs from what it was filled with.
-    bool modified() const { return m_modified; }
+    bool modified() const { return m_state.modified(); }
     // Fills the form again with the player on show.
     void revert() { setPlayer(m_player); }
     // Once at start-up: the talent list and its pictures.
@@ -57,8 +58,7 @@ signals:
 
 private:
     // Compares the form with what it was filled with, after each change.
-    void recheck();
-    void rebase();
+    void recheck() { m_state.recheck(); }
 
     QLineEdit *m_nummer, *m_vorname, *m_name, *m_einsatz, *m_rnr, *m_groesse;
     QComboBox *m_staerke, *m_maxstaerke, *m_pos, *m_land;
@@ -67,9 +67,8 @@ private:
     TalentGrid *m_attribute;
     QPushButton *m_save;
     GridPlayer m_player;
-    PlayerForm m_shown; // the form as filled
-    bool m_filling = false;
-    bool m_modified = false;
+    FormState<PlayerForm> m_state{[this] { return form(); }, [this] { return m_player.nummer != 0; },
+                          [this](bool modified) { emit modifiedChanged(modified); }};
 };
 
 } // namespace zorbo

@@ -113,29 +113,9 @@ TeamTab::TeamTab(QStringListModel *laender, QWidget *parent) : QWidget(parent)
         connect(combo, &QComboBox::currentIndexChanged, this, &TeamTab::recheck);
 }
 
-void TeamTab::recheck()
-{
-    if (m_filling)
-        return;
-    // An empty form is closed: nothing to type in.
-    const bool modified = m_filled && form() != m_shown;
-    if (modified != m_modified) {
-        m_modified = modified;
-        emit modifiedChanged(modified);
-    }
-}
-
-void TeamTab::rebase()
-{
-    m_filling = false;
-    m_shown = form();
-    m_modified = true;
-    recheck();
-}
-
 void TeamTab::clear()
 {
-    m_filling = true;
+    m_state.filling();
     for (QLineEdit *edit : findChildren<QLineEdit *>())
         edit->clear();
     choosetext(m_land, QString());
@@ -144,12 +124,12 @@ void TeamTab::clear()
         setArt(slot, 0);
     m_wappen->setImage(QImage());
     m_filled = false;
-    rebase();
+    m_state.filled();
 }
 
 void TeamTab::revert()
 {
-    setForm(m_shown, m_mode);
+    setForm(m_state.shown(), m_mode);
 }
 
 void TeamTab::setArt(int slot, int art)
@@ -204,7 +184,7 @@ QGroupBox *TeamTab::frame(const QString &name) const
 
 bool TeamTab::setForm(const TeamForm &form, TeamMode mode)
 {
-    m_filling = true;
+    m_state.filling();
     m_mode = mode;
     setNational(mode == NationalMode);
     // The save goes to the table the form was read from.
@@ -225,7 +205,7 @@ bool TeamTab::setForm(const TeamForm &form, TeamMode mode)
     showfromstart(this);
     const bool listed = mode == MarketMode || choosetext(m_land, form.land);
     m_filled = true;
-    rebase();
+    m_state.filled();
     return listed;
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "editor/teamsave.h"
+#include "editor/ui/formstate.h"
 #include "editor/ui/kittarget.h"
 
 #include <functional>
@@ -34,7 +35,7 @@ public:
     // Empties the form, as when its row is gone.
     void clear();
     // Whether the form differs from what it was filled with.
-    bool modified() const { return m_modified; }
+    bool modified() const { return m_state.modified(); }
     // Fills the form again with what it was filled with.
     void revert();
     // The kit folder of the current kit set, for the kit drawings.
@@ -70,8 +71,7 @@ signals:
 
 private:
     // Compares the form with what it was filled with, after each change.
-    void recheck();
-    void rebase();
+    void recheck() { m_state.recheck(); }
 
     QLineEdit *m_nummer, *m_grafnr, *m_lang, *m_kurz, *m_stadt, *m_stadion, *m_sitz, *m_steh;
     QComboBox *m_land, *m_kontinent;
@@ -82,11 +82,10 @@ private:
     QPushButton *m_save;
     QString m_kitFolder;
     std::function<QImage(int)> m_crestsource;
-    TeamForm m_shown; // the form as filled
     TeamMode m_mode = ClubMode;
-    bool m_filling = false;
     bool m_filled = false; // false until the first fill and after clear()
-    bool m_modified = false;
+    FormState<TeamForm> m_state{[this] { return form(); }, [this] { return m_filled; },
+                          [this](bool modified) { emit modifiedChanged(modified); }};
 };
 
 } // namespace zorbo
