@@ -113,6 +113,10 @@ Result spielersave(Database &db, const PlayerForm &form, GridPlayer *saved)
         st.bindAll(p.nummer, p.name, p.vorname, p.staerke, p.maxstaerke, p.nation, p.groesse, p.art, p.restspiele,
                    p.rueckennummer, p.gesicht, p.hautfarbe, p.haarfarbe, p.erlernt, p.gesperrt);
         st.exec();
+        if (db.changes() == 0)
+            return Result::failure(QStringLiteral("Der Spieler steht nicht mehr in der Tabelle spieler, eine Änderung hat "
+                                                  "ihn entfernt. Die Eingaben bleiben im Formular; „Verwerfen“ gibt sie "
+                                                  "auf."));
         return Result::success();
     });
     if (written && saved)

@@ -209,4 +209,25 @@ TEST_F(Forms, SpeichernOfAFormWhoseRowAChangeRemovedSaysWhyAndKeepsTheTyping)
     EXPECT_TRUE(dialogs.asked[1].contains("Tabelle vereine")) << dialogs.asked[1].toStdString();
     EXPECT_EQ(field("txtteamlang")->text(), "Fortuna 95");
     EXPECT_EQ(db("SELECT count(*) FROM vereine WHERE NUMMER = 21"), "0");
+
+    // The same for a player whose row a change took away.
+    dialogs.choice = 1; // Verwerfen
+    clickNode(tree, "T20");
+    zorbo::test::clickGridRow(*window, 0);
+    const QString gone = field("txtspielernr")->text();
+    field("txtspielername")->setText("Neumann");
+    // Numbers begin at 0, as the market's first player in every new world.
+    ASSERT_EQ(gone, "0");
+    ASSERT_EQ(tabs->tabText(1), "Spieler *");
+    window->world()->run([&](Database &db) {
+        db.run("DELETE FROM spieler WHERE NUMMER = ?1", gone.toLongLong());
+        return Result::success();
+    });
+    ASSERT_EQ(field("txtspielername")->text(), "Neumann");
+    dialogs.asked.clear();
+    child<QPushButton>(*window, "btnspielerspeichern")->click();
+    ASSERT_EQ(dialogs.asked.size(), 1);
+    EXPECT_TRUE(dialogs.asked[0].contains("Tabelle spieler")) << dialogs.asked[0].toStdString();
+    EXPECT_EQ(field("txtspielername")->text(), "Neumann");
+    EXPECT_EQ(db("SELECT count(*) FROM spieler WHERE NUMMER = " + gone), "0");
 }

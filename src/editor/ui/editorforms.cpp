@@ -132,10 +132,11 @@ void EditorView::refreshgrid(const Change &change)
         named = change.players.contains(m_gridmodel->player(row).nummer);
     if (!named)
         return;
+    const bool showing = !m_playertab->empty();
     const qint64 shown = m_playertab->player().nummer;
     const int row = m_gridrow;
     showspielerliste(team);
-    for (int r = 0; r < m_gridmodel->rowCount() && shown != 0 && !m_gridmodel->isEmptySquad(); ++r) {
+    for (int r = 0; r < m_gridmodel->rowCount() && showing && !m_gridmodel->isEmptySquad(); ++r) {
         if (m_gridmodel->player(r).nummer != shown)
             continue;
         m_gridrow = r;
@@ -144,8 +145,10 @@ void EditorView::refreshgrid(const Change &change)
             m_playertab->setPlayer(m_gridmodel->player(r));
         return;
     }
-    // The player left the squad or is gone.
-    if (row >= 0 || shown != 0)
+    // The player left the squad or is gone; typing in his form stays until
+    // the user says what becomes of it.
+    m_gridrow = -1;
+    if ((row >= 0 || showing) && !m_playertab->modified())
         m_playertab->clear();
 }
 

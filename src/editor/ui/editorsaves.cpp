@@ -63,7 +63,9 @@ bool EditorView::btnteamsave_Click()
 
 bool EditorView::btnspielerspeichern_Click()
 {
-    if (!db() || m_gridrow < 0)
+    // A player whose row left the grid may still hold typing; the save
+    // says what became of him.
+    if (!db() || (m_gridrow < 0 && !m_playertab->modified()))
         return false;
     GridPlayer player;
     const PlayerForm form = m_playertab->form();
@@ -78,7 +80,8 @@ bool EditorView::btnspielerspeichern_Click()
         m_shell.dialogs().warning(m_shell.window(), QStringLiteral("Spieler speichern"), saved.message);
         return false;
     }
-    m_gridmodel->setPlayer(m_gridrow, player);
+    if (m_gridrow >= 0 && m_gridrow < m_gridmodel->rowCount() && m_gridmodel->player(m_gridrow).nummer == player.nummer)
+        m_gridmodel->setPlayer(m_gridrow, player);
     m_playertab->setPlayer(player);
     return true;
 }

@@ -121,6 +121,7 @@ void PlayerTab::clear()
 {
     m_state.filling();
     m_player = GridPlayer();
+    m_shows = false;
     for (QLineEdit *edit : findChildren<QLineEdit *>())
         edit->clear();
     for (QComboBox *combo : {m_staerke, m_maxstaerke, m_pos})
@@ -143,6 +144,7 @@ bool PlayerTab::setPlayer(const GridPlayer &player)
 {
     m_state.filling();
     m_player = player;
+    m_shows = true;
     const PlayerForm f = playerform(player);
     m_nummer->setText(QString::number(player.nummer));
     m_name->setText(f.name);

@@ -31,8 +31,10 @@ public:
     // The form over the player it was filled from: the face on show and the
     // talents of the talent grid.
     PlayerForm form() const;
-    // The player on show; nummer 0 when the tab is empty.
+    // The player on show; empty() says whether there is one (0 is a
+    // player's number like any other).
     const GridPlayer &player() const { return m_player; }
+    bool empty() const { return !m_shows; }
     // Empties the tab, as when its player is gone.
     void clear();
     // Whether the form differs from what it was filled with.
@@ -67,7 +69,8 @@ private:
     TalentGrid *m_attribute;
     QPushButton *m_save;
     GridPlayer m_player;
-    FormState<PlayerForm> m_state{[this] { return form(); }, [this] { return m_player.nummer != 0; },
+    bool m_shows = false;
+    FormState<PlayerForm> m_state{[this] { return form(); }, [this] { return m_shows; },
                           [this](bool modified) { emit modifiedChanged(modified); }};
 };
 
