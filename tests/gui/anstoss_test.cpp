@@ -270,34 +270,24 @@ TEST_F(AnstossWindows, CountryFileGoesIntoTheFreePlayersInOneRunOrNotAtAll)
 
 TEST_F(AnstossWindows, WorkbenchCopiesPlayersToTheFreePlayersWithProgressAndAbbrechen)
 {
-    bool worked = false;
-    whenModal([&](QDialog *d) {
-        child<QRadioButton>(*d, "optnew(1)")->click();
-        auto *clubs = child<QComboBox>(*d, "cboverein");
-        clubs->setCurrentIndex(clubs->findText("FC Fern (Schweiz)"));
-        whenModal([&](QDialog *w) {
-            auto *bench = qobject_cast<Workbench *>(w);
-            ASSERT_NE(bench, nullptr);
-            auto *imp = child<QTreeWidget>(*w, "lstvimport");
-            imp->selectAll();
-            const int delay = Busy::setcanceldelay(0);
-            bool offered = false;
-            zorbo::test::cancelWhenOffered(100000, [&] {
-                offered = !child<QProgressBar>(*window, "prostatus")->isHidden();
-            });
-            bench->mnupopup_item_Click(imp, 8);
-            Busy::setcanceldelay(delay);
-            EXPECT_TRUE(offered) << "the copy shows its progress in the status bar";
-            EXPECT_EQ(count("SELECT count(*) FROM a4spieler"), 0) << "stopped, it copies nothing";
-            bench->mnupopup_item_Click(imp, 8);
-            EXPECT_EQ(count("SELECT count(*) FROM a4spieler"), 23);
-            worked = true;
-            child<QPushButton>(*w, "btnabbrechen")->click();
-        }, "frma4import");
-        child<QPushButton>(*d, "btnok")->click();
-    }, "frma4open");
-    window->action("mnuimportitem(2)")->trigger();
-    EXPECT_TRUE(worked);
+    EXPECT_TRUE(workbench([&](QDialog *w) {
+        auto *bench = qobject_cast<Workbench *>(w);
+        ASSERT_NE(bench, nullptr);
+        auto *imp = child<QTreeWidget>(*w, "lstvimport");
+        imp->selectAll();
+        const int delay = Busy::setcanceldelay(0);
+        bool offered = false;
+        zorbo::test::cancelWhenOffered(100000, [&] {
+            offered = !child<QProgressBar>(*window, "prostatus")->isHidden();
+        });
+        bench->mnupopup_item_Click(imp, 8);
+        Busy::setcanceldelay(delay);
+        EXPECT_TRUE(offered) << "the copy shows its progress in the status bar";
+        EXPECT_EQ(count("SELECT count(*) FROM a4spieler"), 0) << "stopped, it copies nothing";
+        bench->mnupopup_item_Click(imp, 8);
+        EXPECT_EQ(count("SELECT count(*) FROM a4spieler"), 23);
+        child<QPushButton>(*w, "btnabbrechen")->click();
+    }));
 }
 
 TEST_F(AnstossWindows, WorkbenchPicksADrawingThroughTheEditorsKitPickerAndKeepsTheFileColours)
