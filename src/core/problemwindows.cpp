@@ -39,7 +39,10 @@ void walk(Database &db, const QString &table, ProblemSink &sink)
             if (who.isEmpty())
                 who = players ? QStringLiteral("Spieler „%1 %2“").arg(st.text(vorname), st.text(name))
                               : (country ? QStringLiteral("Land „%1“") : QStringLiteral("Verein „%1“")).arg(st.text(name));
-            const QString text = QStringLiteral("%1: %2; %3").arg(who, shownvalue(value), windowwords(columns[c]));
+            // The name stands in who already; its length says the rest.
+            const QString shown = c == name ? QStringLiteral("%1 Zeichen").arg(value.toString().toUcs4().size())
+                                            : shownvalue(value);
+            const QString text = QStringLiteral("%1: %2; %3").arg(who, shown, windowwords(columns[c]));
             if (players)
                 sink.player(ProblemKind::OutsideWindow, nr, columns[c], text);
             else
