@@ -16,9 +16,11 @@ std::filesystem::path nativepath(const QString &path)
     return std::filesystem::path(QFile::encodeName(path).toStdString());
 }
 
+// Beside the folder, not in it: the folder holds crests and nothing else.
 QString lockfile(const QString &wappenFolder)
 {
-    return wappenFolder + QStringLiteral(".wappen-sperre");
+    const QFileInfo folder(QDir::cleanPath(wappenFolder));
+    return folder.path() + QStringLiteral("/.") + folder.fileName() + QStringLiteral("-sperre");
 }
 
 // Moves what the committed folder still holds over the crests, then removes it.
@@ -70,8 +72,8 @@ Result recovercrests(const QString &wappenFolder)
         || (!QFileInfo::exists(crestStaging(wappenFolder)) && !QFileInfo::exists(crestCommitted(wappenFolder))
             && !QFileInfo::exists(lockfile(wappenFolder))))
         return Result::success();
-    QLockFile lock(lockfile(wappenFolder));
-    if (!lock.tryLock(0))
+    FolderLock lock(lockfile(wappenFolder));
+    if (!lock.tryLock())
         return Result::success(); // another run is at work and finishes its own switch
     return recoverlocked(wappenFolder);
 }
@@ -85,7 +87,7 @@ CrestSwitch::~CrestSwitch()
 
 Result CrestSwitch::begin()
 {
-    if (!m_lock.tryLock(0))
+    if (!m_lock.tryLock())
         return Result::failure(QStringLiteral("Im Ordner %1 läuft schon ein Wappen-Import.").arg(QDir::toNativeSeparators(m_folder)));
     if (Result r = recoverlocked(m_folder); !r)
         return r;

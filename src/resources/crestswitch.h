@@ -1,8 +1,8 @@
 #pragma once
 
+#include "platform/folderlock.h"
 #include "platform/operation.h"
 
-#include <QLockFile>
 #include <QString>
 
 namespace zorbo {
@@ -16,9 +16,9 @@ namespace zorbo {
 // ones. A kill during the moves leaves the committed folder behind, and the
 // next run on the crests moves the rest first. Moves by rename never copy, so
 // they need no room on the disk. Both folders lie inside the wappen folder
-// (ending in '/'), on its file system. A lock file there keeps the recovery
-// of one run (or of the editor's display) off the staging of another that is
-// still at work; the lock of a killed run counts as stale.
+// (ending in '/'), on its file system. A lock beside the folder keeps the
+// recovery of one run (or of the editor's display) off the staging of another
+// that is still at work; a killed run's lock dies with it.
 QString crestStaging(const QString &wappenFolder);
 QString crestCommitted(const QString &wappenFolder);
 
@@ -48,7 +48,7 @@ public:
 
 private:
     QString m_folder;
-    QLockFile m_lock;
+    FolderLock m_lock;
 };
 
 } // namespace zorbo

@@ -10,7 +10,6 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QLockFile>
 #include <QSet>
 #include <csignal>
 #include <gtest/gtest.h>
@@ -50,8 +49,8 @@ TEST(CrestSwitch, NextRunFinishesACommittedSwitchAndDropsAnUnfinishedOne)
     writeBytes(crestStaging(wappen) + "a_6.tga.Xy12Ab", "halb");
     {
         // Not while another run holds the folder.
-        QLockFile busy(wappen + ".wappen-sperre");
-        ASSERT_TRUE(busy.tryLock(0));
+        FolderLock busy(t.path() + "/.wappen-sperre");
+        ASSERT_TRUE(busy.tryLock());
         ASSERT_TRUE(recovercrests(wappen).ok);
         EXPECT_TRUE(QFileInfo::exists(crestStaging(wappen)));
         EXPECT_FALSE(CrestSwitch(wappen).begin().ok);
@@ -59,6 +58,15 @@ TEST(CrestSwitch, NextRunFinishesACommittedSwitchAndDropsAnUnfinishedOne)
     ASSERT_TRUE(recovercrests(wappen).ok);
     EXPECT_EQ(contentsOf(wappen, 10), QSet<QByteArray>({"alt"}));
     EXPECT_FALSE(QFileInfo::exists(crestStaging(wappen)));
+
+    // A run killed while it took the lock leaves an empty lock file; the
+    // next run takes it over at once, and the folder holds only crests.
+    writeBytes(t.path() + "/.wappen-sperre", "");
+    fillCrests(crestStaging(wappen), 2, "neu");
+    ASSERT_TRUE(recovercrests(wappen).ok);
+    EXPECT_FALSE(QFileInfo::exists(crestStaging(wappen)));
+    EXPECT_FALSE(QFileInfo::exists(t.path() + "/.wappen-sperre"));
+    EXPECT_EQ(filesBelow(wappen).size(), 10);
 
     // Cut off after the commit, with four crests moved in already.
     fillCrests(crestCommitted(wappen), 10, "neu");
