@@ -4,13 +4,14 @@
 #include "generated/version.h"
 
 #include <QDialogButtonBox>
+#include <QDir>
 #include <QLabel>
 #include <QPushButton>
 #include <QVBoxLayout>
 
 namespace zorbo {
 
-AboutDialog::AboutDialog(QWidget *parent, Dialogs *dialogs) : QDialog(parent)
+AboutDialog::AboutDialog(QWidget *parent, Dialogs *dialogs, const QString &folder) : QDialog(parent)
 {
     setObjectName(QStringLiteral("frmAbout"));
     setWindowTitle(QStringLiteral("Info zu ") + QLatin1String(programName));
@@ -25,6 +26,7 @@ AboutDialog::AboutDialog(QWidget *parent, Dialogs *dialogs) : QDialog(parent)
     addLabel("lblVersion", QStringLiteral("Version %1.%2.%3").arg(versionMajor).arg(versionMinor).arg(versionRevision));
     addLabel("lblDescription", QString::fromUtf8(fileDescription));
     addLabel("lblDisclaimer", QString::fromUtf8(legalNotice));
+    addLabel("lblOrdner", QStringLiteral("Die Welt liegt im Ordner %1.").arg(QDir::toNativeSeparators(folder).toHtmlEscaped()));
 
     auto *buttons = new QDialogButtonBox(this);
     auto *ok = buttons->addButton(QDialogButtonBox::Ok);

@@ -10,7 +10,8 @@ class Dialogs;
 class AboutDialog : public QDialog {
     Q_OBJECT
 public:
-    AboutDialog(QWidget *parent, Dialogs *dialogs);
+    // folder: the program folder the world lives in, named in the window.
+    AboutDialog(QWidget *parent, Dialogs *dialogs, const QString &folder);
 };
 
 } // namespace zorbo

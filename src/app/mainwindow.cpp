@@ -20,6 +20,7 @@
 #include <QAction>
 #include <QApplication>
 #include <QCloseEvent>
+#include <QDir>
 #include <QLabel>
 #include <QProgressBar>
 #include <QPushButton>
@@ -71,6 +72,17 @@ MainWindow::MainWindow(const QString &programFolder, Dialogs *dialogs)
     installsearch(*m_shell);
     installproblems(*m_shell);
     installhistory(*m_shell);
+    m_shell->handlefile(QStringLiteral("zae"), [this](const QString &file) { openchangefile(file); });
+}
+
+// Change files (.zae) given on the command line or picked from the files
+// opened last. Their preview is joined here; until it is, the editor says
+// that it can't open them yet.
+void MainWindow::openchangefile(const QString &file)
+{
+    m_dialogs->information(this, QStringLiteral("Öffnen"),
+                           QStringLiteral("Die Änderungsdatei %1 lässt sich mit dieser Version noch nicht öffnen.")
+                               .arg(QDir::toNativeSeparators(file)));
 }
 
 MainWindow::~MainWindow() = default;
@@ -142,7 +154,7 @@ void MainWindow::formload()
 
 void MainWindow::showabout()
 {
-    AboutDialog about(this, m_dialogs);
+    AboutDialog about(this, m_dialogs, m_programFolder);
     about.exec();
 }
 

@@ -40,6 +40,9 @@ public:
     TeamLists *lists() const { return m_lists; }
     Shell &shell() const { return *m_shell; }
     EditorView *editor() const { return m_editor; }
+    // Opens a change file's preview (the command line's and the recent
+    // files' hook for .zae).
+    void openchangefile(const QString &file);
 
 protected:
     void closeEvent(QCloseEvent *event) override;

@@ -129,6 +129,8 @@ int main(int argc, char **argv)
 {
     using namespace zorbo::cli;
     QCoreApplication app(argc, argv);
+    // The editor's name, so that both programs share the user's data folder.
+    QCoreApplication::setApplicationName(QStringLiteral("zorbo-editor"));
     QTextStream out(stdout);
     QTextStream err(stderr);
 

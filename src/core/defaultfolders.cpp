@@ -1,7 +1,9 @@
 #include "core/defaultfolders.h"
 
+#include "core/programfolder.h"
 #include "platform/safefile.h"
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QDirIterator>
 #include <QFile>
@@ -13,7 +15,7 @@ namespace {
 
 struct DeliveredFolder {
     Folder folder;
-    const char *resource; // below :/defaults
+    const char *resource; // below the delivered pictures' folder
 };
 
 constexpr DeliveredFolder delivered[] = {
@@ -27,6 +29,11 @@ QStringList unpackdefaults(const Settings &settings)
 {
     QStringList problems;
     int unpacked = 0;
+    // An installed program copies the pictures from <prefix>/share/zorbo-editor,
+    // any other one from those it carries.
+    QString root = installedshare(QCoreApplication::applicationDirPath());
+    if (root.isEmpty())
+        root = QStringLiteral(":/defaults");
     for (const DeliveredFolder &d : delivered) {
         const QString target = settings.folder(d.folder);
         if (target.isEmpty())
@@ -35,7 +42,7 @@ QStringList unpackdefaults(const Settings &settings)
             problems << QStringLiteral("Der Ordner %1 lässt sich nicht anlegen.").arg(target);
             continue;
         }
-        const QString source = QStringLiteral(":/defaults/") + QLatin1String(d.resource);
+        const QString source = root + QLatin1Char('/') + QLatin1String(d.resource);
         QDirIterator it(source, QDir::Files, QDirIterator::Subdirectories);
         while (it.hasNext()) {
             const QString from = it.next();

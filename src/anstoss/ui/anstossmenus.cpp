@@ -49,6 +49,12 @@ std::optional<FileEncoding> checkaetfile(Shell &shell, const QString &file, AetK
     return std::nullopt;
 }
 
+// A club file opens in frma4open under its name without the ending.
+void openclubfile(Shell &shell, const QString &file)
+{
+    importa4club(shell, file, QFileInfo(file).completeBaseName());
+}
+
 void importclubfile(Shell &shell)
 {
     if (!shell.db())
@@ -57,13 +63,14 @@ void importclubfile(Shell &shell)
     const QString file =
         shell.openfile(FileKind::Exporter, QStringLiteral("Öffnen..."), shell.settings().folder(A4datenFolder),
                                  {QStringLiteral("Anstoss Exporter Team (*.aet)")}, &filter);
-    if (file.isEmpty())
-        return;
-    importa4club(shell, file, QFileInfo(file).fileName().chopped(qMin<qsizetype>(4, QFileInfo(file).fileName().size())));
+    if (!file.isEmpty())
+        openclubfile(shell, file);
 }
 
 // A league or country file: all its clubs into the free players at once, in
 // one run that can be stopped, or one club after the other through frma4open.
+void openleaguefile(Shell &shell, const QString &file);
+
 void importleaguefile(Shell &shell)
 {
     if (!shell.db())
@@ -72,8 +79,12 @@ void importleaguefile(Shell &shell)
     const QString file = shell.openfile(
         FileKind::Exporter, QStringLiteral("Öffnen..."), shell.settings().folder(A4datenFolder),
         {QStringLiteral("Anstoss Exporter Liga (*.lig)"), QStringLiteral("Anstoss Exporter Land (*.lan)")}, &filter);
-    if (file.isEmpty())
-        return;
+    if (!file.isEmpty())
+        openleaguefile(shell, file);
+}
+
+void openleaguefile(Shell &shell, const QString &file)
+{
     const std::optional<FileEncoding> encoding = checkaetfile(shell, file, AetKind::League);
     if (!encoding)
         return;
@@ -147,6 +158,9 @@ void installanstoss(Shell &shell)
     });
     shell.handle(QStringLiteral("mnuimportitem(2)"), [&shell] { importclubfile(shell); });
     shell.handle(QStringLiteral("mnuimportitem(3)"), [&shell] { importleaguefile(shell); });
+    shell.handlefile(QStringLiteral("aet"), [&shell](const QString &file) { openclubfile(shell, file); });
+    for (const char *suffix : {"lig", "lan"})
+        shell.handlefile(QLatin1String(suffix), [&shell](const QString &file) { openleaguefile(shell, file); });
 }
 
 } // namespace zorbo

@@ -3,6 +3,7 @@
 #include "core/ui/dialogs.h"
 
 #include <QAction>
+#include <QDir>
 #include <QFileInfo>
 
 namespace zorbo {
@@ -51,6 +52,34 @@ QString Shell::pickfile(bool save, FileKind kind, const QString &title, const QS
     if (!file.isEmpty())
         writelastfolder(settings(), kind, file);
     return file;
+}
+
+void Shell::handlefile(const QString &suffix, std::function<void(const QString &file)> open)
+{
+    m_openers.insert(suffix.toLower(), std::move(open));
+}
+
+bool Shell::openpath(const QString &file)
+{
+    const QFileInfo info(file);
+    const QString shown = QDir::toNativeSeparators(info.absoluteFilePath());
+    if (!info.isFile()) {
+        dialogs().warning(window(), QStringLiteral("Öffnen"), QStringLiteral("Die Datei %1 gibt es nicht.").arg(shown));
+        return false;
+    }
+    const auto opener = m_openers.constFind(info.suffix().toLower());
+    if (opener == m_openers.cend()) {
+        dialogs().warning(window(), QStringLiteral("Öffnen"),
+                          QStringLiteral("Die Datei %1 kann der Zorbo Editor nicht öffnen: er kennt Teamdateien "
+                                         "(.tea), Dateien des Anstoss Exporters (.aet, .lig, .lan) und "
+                                         "Änderungsdateien (.zae).")
+                              .arg(shown));
+        return false;
+    }
+    if (!db() || settle() == Settled::Cancelled)
+        return false;
+    (*opener)(info.absoluteFilePath());
+    return true;
 }
 
 Settled Shell::settle(Document *only)

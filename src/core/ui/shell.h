@@ -4,6 +4,7 @@
 #include "platform/operation.h"
 
 #include <QColor>
+#include <QHash>
 #include <QImage>
 #include <QObject>
 #include <QString>
@@ -112,6 +113,15 @@ public:
     QString openfile(FileKind kind, const QString &title, const QString &start, const QStringList &filters, int *filter);
     QString savefile(FileKind kind, const QString &title, const QString &start, const QStringList &filters, int *filter);
 
+    // Files that come from outside the file dialogs (the command line, the
+    // list of files opened last): each subsystem names the endings it opens,
+    // as "tea", and the work that opens a file of that kind.
+    void handlefile(const QString &suffix, std::function<void(const QString &file)> open);
+    // Opens file by its ending, after asking about typing not saved yet;
+    // false, with a message that names the file, when it is missing or no
+    // subsystem opens its kind.
+    bool openpath(const QString &file);
+
     virtual std::unique_ptr<BusyScope> busy(const QString &text) = 0;
     virtual void status(const QString &text) = 0;
 
@@ -188,6 +198,7 @@ private:
     CrestService m_crests;
     KitService m_kits;
     QList<Document *> m_documents;
+    QHash<QString, std::function<void(const QString &)>> m_openers;
     QString m_shownkey;
     QString m_showntext;
 };

@@ -146,15 +146,8 @@ void saveteamfile(Shell &shell)
 }
 
 // A team file comes in as a new club or over a club; the club is shown afterwards.
-void openteamfile(Shell &shell)
+void openteamfile(Shell &shell, const QString &file)
 {
-    if (!shell.db())
-        return;
-    int filter = 0;
-    const QString file = shell.openfile(FileKind::Team, QStringLiteral("Öffnen..."),
-                                                  shell.settings().folder(ZorbodatenFolder), {teamfile().filter()}, &filter);
-    if (file.isEmpty())
-        return;
     // Kept hidden between uses, so its lists follow every rebuild.
     auto *dialog = shell.window()->findChild<OpenDialog *>(QStringLiteral("frmopen"));
     if (!dialog)
@@ -183,11 +176,23 @@ void openteamfile(Shell &shell)
     shell.status(run->result.message);
 }
 
+void chooseteamfile(Shell &shell)
+{
+    if (!shell.db())
+        return;
+    int filter = 0;
+    const QString file = shell.openfile(FileKind::Team, QStringLiteral("Öffnen..."),
+                                                  shell.settings().folder(ZorbodatenFolder), {teamfile().filter()}, &filter);
+    if (!file.isEmpty())
+        openteamfile(shell, file);
+}
+
 } // namespace
 
 void installexchange(Shell &shell)
 {
-    shell.handle(QStringLiteral("mnudateiitem(1)"), [&shell] { openteamfile(shell); });
+    shell.handle(QStringLiteral("mnudateiitem(1)"), [&shell] { chooseteamfile(shell); });
+    shell.handlefile(QStringLiteral("tea"), [&shell](const QString &file) { openteamfile(shell, file); });
     shell.handle(QStringLiteral("mnudateiitem(2)"), [&shell] { saveteamfile(shell); });
     shell.handle(QStringLiteral("mnuimportitem(0)"), [&shell] { importconfigfile(shell); });
     shell.handle(QStringLiteral("mnuexportitem(0)"), [&shell] { exportconfigfile(shell); });
