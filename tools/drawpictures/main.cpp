@@ -4,6 +4,7 @@
 #include "pictures.h"
 
 #include <QDir>
+#include <QFile>
 #include <QGuiApplication>
 #include <QPainter>
 #include <cstdio>
@@ -80,7 +81,7 @@ int main(int argc, char **argv)
         const QString drawn = QString::fromLocal8Bit(argv[2]), repository = QString::fromLocal8Bit(argv[3]);
         bool same = true;
         for (const char *folder : {"/data/defaults/attribute", "/data/defaults/gesicht", "/data/defaults/trikot/original",
-                                   "/data/defaults/trikot/zorbode", "/src/core/ui/icons"})
+                                   "/data/defaults/trikot/zorbode", "/src/core/ui/icons", "/packaging/icons"})
             same = comparefolders(drawn + QLatin1String(folder), repository + QLatin1String(folder)) && same;
         return same ? 0 : 1;
     }
@@ -96,6 +97,7 @@ int main(int argc, char **argv)
     const QString defaults = out + QStringLiteral("/data/defaults");
     const QString icons = out + QStringLiteral("/src/core/ui/icons");
     const QString docs = out + QStringLiteral("/docs/pictures");
+    const QString desktop = out + QStringLiteral("/packaging/icons");
     QDir().mkpath(docs);
 
     const QList<Picture> talents = talentpictures();
@@ -107,7 +109,11 @@ int main(int argc, char **argv)
     bool ok = writeall(only(talents, true), defaults + QStringLiteral("/attribute")) &&
               writeall(faces, defaults + QStringLiteral("/gesicht")) &&
               writeall(kits0, defaults + QStringLiteral("/trikot/original")) &&
-              writeall(kits1, defaults + QStringLiteral("/trikot/zorbode")) && writeall(programIcons, icons);
+              writeall(kits1, defaults + QStringLiteral("/trikot/zorbode")) && writeall(programIcons, icons) &&
+              writeall(programicons(), desktop);
+    QFile svg(desktop + QStringLiteral("/zorbo-editor.svg"));
+    ok = ok && svg.open(QIODevice::WriteOnly) && svg.write(programiconsvg()) > 0;
+    svg.close();
 
     ok = ok && contactsheet(reread(only(talents, true), defaults + QStringLiteral("/attribute")), 4, 9).save(docs + QStringLiteral("/talente.png")) &&
          contactsheet(reread(faces, defaults + QStringLiteral("/gesicht")), 1, 12).save(docs + QStringLiteral("/gesichtsteile.png")) &&

@@ -17,6 +17,9 @@ QList<Picture> talentpictures();
 QList<Picture> facepictures(const QString &colourTable); // both colours; e_gesichtsfarbe for the hair
 QList<Picture> kitpictures(int kitset, const QString &colourTable);
 QList<Picture> iconpictures();
+// The desktop's program icon: PNGs in the usual sizes, and the same as SVG.
+QList<Picture> programicons();
+QByteArray programiconsvg();
 
 // A sheet of all pictures of one set with their names, for looking them over.
 QImage contactsheet(const QList<Picture> &pictures, int scale, int columns);
