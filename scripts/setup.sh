@@ -10,6 +10,7 @@ packages=(
   python3 python3-pil
   clang libclang-rt-14-dev
   fonts-dejavu-core
+  file dpkg-dev lintian desktop-file-utils appstream
 )
 
 missing=()

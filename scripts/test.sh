@@ -7,6 +7,8 @@ root=$(cd "$(dirname "$0")/.." && pwd)
 
 "$root/scripts/build.sh" "$root/build" -DCMAKE_BUILD_TYPE=RelWithDebInfo
 (cd "$root/build" && ctest --output-on-failure -j2)
+# The Debian package, made from the tree just built, checked, installed, run and removed.
+"$root/scripts/package-check.sh" "$root/build"
 
 "$root/scripts/build.sh" "$root/build-asan" -DCMAKE_BUILD_TYPE=Debug -DZORBO_SANITIZE=ON -DZORBO_BENCH=OFF
 export ASAN_OPTIONS=detect_leaks=1:abort_on_error=1:halt_on_error=1

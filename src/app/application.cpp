@@ -11,6 +11,8 @@ bool setupapplication()
 {
     // No display name: the window system would put it behind every title.
     QApplication::setApplicationName(QStringLiteral("zorbo-editor"));
+    // The desktop entry the window belongs to, for its icon in the task bar.
+    QGuiApplication::setDesktopFileName(QStringLiteral("zorbo-editor"));
     // The data and the windows are German, so are Qt's own dialogs.
     QLocale::setDefault(QLocale(QLocale::German, QLocale::Germany));
     auto *translator = new QTranslator(qApp);
