@@ -73,6 +73,7 @@ MainWindow::MainWindow(const QString &programFolder, Dialogs *dialogs)
     installproblems(*m_shell);
     installhistory(*m_shell);
     m_shell->handlefile(QStringLiteral("zae"), [this](const QString &file) { openchangefile(file); });
+    installrecentfiles(*m_shell);
 }
 
 // Change files (.zae) given on the command line or picked from the files

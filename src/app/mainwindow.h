@@ -22,6 +22,10 @@ class TeamLists;
 // the toolbar from its tables, keeps the status bar, opens the world and
 // hands all of it to the subsystems through its Shell; the tree, the editor
 // tabs and the player grid are the editor's view in the middle.
+// "Datei → Zuletzt geöffnet": the files opened or imported last, each
+// opened again by a click.
+void installrecentfiles(Shell &shell);
+
 class MainWindow : public QMainWindow {
     Q_OBJECT
 public:

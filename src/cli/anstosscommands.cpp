@@ -93,17 +93,17 @@ int importaet(Context &ctx)
     groups.stadium = takeFlag(ctx, QStringLiteral("--stadium"));
     groups.kits = takeFlag(ctx, QStringLiteral("--kits"));
     if (ctx.args.size() != 1)
-        return ctx.fail(QStringLiteral("import-aet braucht genau eine Datei; »zorbo-cli --help« zeigt den Aufruf."));
+        return ctx.usage(QStringLiteral("import-aet braucht genau eine Datei; »zorbo-cli --help« zeigt den Aufruf."));
     if (free == !clubtext.isEmpty())
-        return ctx.fail(QStringLiteral("import-aet braucht genau eine der Angaben --free oder --club NUMMER."));
+        return ctx.usage(QStringLiteral("import-aet braucht genau eine der Angaben --free oder --club NUMMER."));
     const bool grouped = groups.team || groups.stadium || groups.kits;
     if (free && (grouped || !squad.isEmpty()))
-        return ctx.fail(QStringLiteral("--team, --stadium, --kits und --squad gehören zu --club, nicht zu --free."));
+        return ctx.usage(QStringLiteral("--team, --stadium, --kits und --squad gehören zu --club, nicht zu --free."));
     const std::optional<qint64> club = free ? std::optional<qint64>(-1) : parsewholenumber(clubtext);
     if (!club)
-        return ctx.fail(QStringLiteral("--club braucht eine Vereinsnummer, nicht »%1«.").arg(clubtext));
+        return ctx.usage(QStringLiteral("--club braucht eine Vereinsnummer, nicht »%1«.").arg(clubtext));
     if (!free && !grouped && squad.isEmpty())
-        return ctx.fail(QStringLiteral("Mit --club ist wenigstens eine der Angaben --team, --stadium, --kits oder --squad nötig."));
+        return ctx.usage(QStringLiteral("Mit --club ist wenigstens eine der Angaben --team, --stadium, --kits oder --squad nötig."));
     const QString path = QFileInfo(ctx.args.first()).absoluteFilePath();
     const std::unique_ptr<World> world = ctx.openworld();
     if (!world)
@@ -169,7 +169,7 @@ int importleague(Context &ctx)
     const bool free = takeFlag(ctx, QStringLiteral("--free"));
     const FileEncoding encoding = takeEncoding(ctx);
     if (!free || ctx.args.size() != 1)
-        return ctx.fail(QStringLiteral("import-league braucht eine .lig- oder .lan-Datei und --free."));
+        return ctx.usage(QStringLiteral("import-league braucht eine .lig- oder .lan-Datei und --free."));
     const QString path = QFileInfo(ctx.args.first()).absoluteFilePath();
     const std::unique_ptr<World> world = ctx.openworld();
     if (!world)

@@ -4,6 +4,7 @@
 #include "core/world.h"
 #include "platform/operation.h"
 
+#include <QJsonValue>
 #include <QString>
 #include <QStringList>
 #include <QTextStream>
@@ -42,6 +43,13 @@ struct Context {
     std::unique_ptr<World> openexistingworld();
     // Option value after "--name", or empty; removes both from args.
     QString takeOption(const QString &name);
+    // Whether the flag "--name" was given; removes it from args.
+    bool takeFlag(const QString &name);
+    // Prints a German message about a wrong call (arguments, options) to
+    // standard error; returns 2.
+    int usage(const QString &message);
+    // Prints a listing's JSON (--json) to standard output, indented; returns 0.
+    int printjson(const QJsonValue &value);
 
 private:
     bool m_loaded = false;
@@ -91,7 +99,7 @@ template <typename Operation>
 int withWorld(Context &ctx, int fileArguments, const Operation &operation)
 {
     if (ctx.args.size() != fileArguments)
-        return ctx.fail(QStringLiteral("Falsche Zahl von Argumenten; »zorbo-cli --help« zeigt den Aufruf."));
+        return ctx.usage(QStringLiteral("Falsche Zahl von Argumenten; »zorbo-cli --help« zeigt den Aufruf."));
     const std::unique_ptr<World> world = ctx.openworld();
     return world ? finish(ctx, operation(*world)) : 1;
 }

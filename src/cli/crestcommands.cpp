@@ -8,7 +8,7 @@ namespace {
 int listArchive(Context &ctx)
 {
     if (ctx.args.size() != 1)
-        return ctx.fail(QStringLiteral("Aufruf: zorbo-cli resf-list DATEI"));
+        return ctx.usage(QStringLiteral("Aufruf: zorbo-cli resf-list DATEI"));
     QList<ResListing> rows;
     if (Result r = listresf(ctx.args.first(), rows); !r)
         return ctx.fail(r.message);

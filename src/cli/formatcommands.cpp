@@ -28,7 +28,7 @@ int formatrun(Context &ctx, int fileArguments, const FileFormat &format, bool re
         return outcome;
     };
     if (ctx.args.size() != fileArguments)
-        return ctx.fail(QStringLiteral("Falsche Zahl von Argumenten; »zorbo-cli --help« zeigt den Aufruf."));
+        return ctx.usage(QStringLiteral("Falsche Zahl von Argumenten; »zorbo-cli --help« zeigt den Aufruf."));
     request.path = QFileInfo(ctx.args.last()).absoluteFilePath();
     if (!format.needsworld) {
         for (const QString &line : unpackdefaults(ctx.settings()))
@@ -52,12 +52,12 @@ int readformat(Context &ctx, const FileFormat &format)
         request.country = ctx.takeOption(QStringLiteral("--new-in"));
         const QString replace = ctx.takeOption(QStringLiteral("--replace"));
         if (request.country.isEmpty() == replace.isEmpty())
-            return ctx.fail(QStringLiteral("%1 braucht genau eine der Angaben --new-in LAND oder --replace NUMMER.")
+            return ctx.usage(QStringLiteral("%1 braucht genau eine der Angaben --new-in LAND oder --replace NUMMER.")
                                 .arg(format.readcommand));
         if (!replace.isEmpty()) {
             const std::optional<qint64> club = parsewholenumber(replace);
             if (!club)
-                return ctx.fail(QStringLiteral("--replace braucht eine Vereinsnummer, nicht »%1«.").arg(replace));
+                return ctx.usage(QStringLiteral("--replace braucht eine Vereinsnummer, nicht »%1«.").arg(replace));
             request.team = *club;
         }
     }
@@ -70,7 +70,7 @@ int writeformat(Context &ctx, const FileFormat &format)
     if (format.writeusage.startsWith(QLatin1String("NUMMER"))) {
         const std::optional<qint64> team = ctx.args.isEmpty() ? std::nullopt : parsewholenumber(ctx.args.first());
         if (!team)
-            return ctx.fail(QStringLiteral("%1 braucht eine Teamnummer und eine Datei.").arg(format.writecommand));
+            return ctx.usage(QStringLiteral("%1 braucht eine Teamnummer und eine Datei.").arg(format.writecommand));
         request.team = *team;
         return formatrun(ctx, 2, format, false, request);
     }

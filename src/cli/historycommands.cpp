@@ -5,6 +5,8 @@
 #include "core/world.h"
 #include "core/fieldcheck.h"
 
+#include <QJsonArray>
+#include <QJsonObject>
 #include <limits>
 
 namespace zorbo::cli {
@@ -19,12 +21,22 @@ QString when(const QDateTime &time)
 
 int history(Context &ctx)
 {
+    const bool json = ctx.takeFlag(QStringLiteral("--json"));
     if (!ctx.args.isEmpty())
-        return ctx.fail(QStringLiteral("»history« nimmt keine Argumente."));
+        return ctx.usage(QStringLiteral("»history« nimmt außer --json keine Argumente."));
     const std::unique_ptr<World> world = ctx.openexistingworld();
     if (!world)
         return 1;
     const QList<HistoryStep> steps = world->history();
+    if (json) {
+        QJsonArray list;
+        for (auto it = steps.crbegin(); it != steps.crend(); ++it)
+            list.append(QJsonObject{{QStringLiteral("schritt"), it->id},
+                                    {QStringLiteral("zeit"), it->time.toString(Qt::ISODate)},
+                                    {QStringLiteral("text"), it->text},
+                                    {QStringLiteral("rueckgaengig"), it->undone}});
+        return ctx.printjson(list);
+    }
     if (steps.isEmpty())
         ctx.out << "Der Verlauf ist leer.\n";
     for (auto it = steps.crbegin(); it != steps.crend(); ++it) {
@@ -37,18 +49,18 @@ int history(Context &ctx)
 }
 
 // The one optional argument, a whole number from 1 to max, fallback when
-// it is left out; nothing after a message.
-std::optional<qint64> countargument(Context &ctx, qint64 fallback, qint64 max, const QString &what)
+// it is left out; nothing after a message, and wrong holds the exit code.
+std::optional<qint64> countargument(Context &ctx, qint64 fallback, qint64 max, const QString &what, int &wrong)
 {
     if (ctx.args.size() > 1) {
-        ctx.fail(QStringLiteral("Falsche Zahl von Argumenten; »zorbo-cli --help« zeigt den Aufruf."));
+        wrong = ctx.usage(QStringLiteral("Falsche Zahl von Argumenten; »zorbo-cli --help« zeigt den Aufruf."));
         return std::nullopt;
     }
     if (ctx.args.isEmpty())
         return fallback;
     const std::optional<qint64> n = parsewholenumber(ctx.args.first());
     if (!n || *n < 1 || *n > max) {
-        ctx.fail(QStringLiteral("%1 muss eine ganze Zahl größer als 0 sein, nicht »%2«.").arg(what, ctx.args.first()));
+        wrong = ctx.usage(QStringLiteral("%1 muss eine ganze Zahl größer als 0 sein, nicht »%2«.").arg(what, ctx.args.first()));
         return std::nullopt;
     }
     return n;
@@ -57,10 +69,11 @@ std::optional<qint64> countargument(Context &ctx, qint64 fallback, qint64 max, c
 // undo [N] and redo [N]: N steps, one when not given.
 int move(Context &ctx, bool back)
 {
+    int wrong = 0;
     const std::optional<qint64> count =
-        countargument(ctx, 1, std::numeric_limits<int>::max(), QStringLiteral("Die Zahl der Schritte"));
+        countargument(ctx, 1, std::numeric_limits<int>::max(), QStringLiteral("Die Zahl der Schritte"), wrong);
     if (!count)
-        return 1;
+        return wrong;
     const std::unique_ptr<World> world = ctx.openexistingworld();
     if (!world)
         return 1;
@@ -74,10 +87,11 @@ int move(Context &ctx, bool back)
 // drop-history [SCHRITT]: the whole history, or a step and what lies beyond it.
 int drop(Context &ctx)
 {
+    int wrong = 0;
     const std::optional<qint64> from =
-        countargument(ctx, 0, std::numeric_limits<qint64>::max(), QStringLiteral("Die Nummer des Schritts"));
+        countargument(ctx, 0, std::numeric_limits<qint64>::max(), QStringLiteral("Die Nummer des Schritts"), wrong);
     if (!from)
-        return 1;
+        return wrong;
     const std::unique_ptr<World> world = ctx.openexistingworld();
     if (!world)
         return 1;
@@ -86,9 +100,24 @@ int drop(Context &ctx)
 
 int listpoints(Context &ctx)
 {
+    const bool json = ctx.takeFlag(QStringLiteral("--json"));
     if (!ctx.args.isEmpty())
-        return ctx.fail(QStringLiteral("»restore-points« nimmt keine Argumente."));
+        return ctx.usage(QStringLiteral("»restore-points« nimmt außer --json keine Argumente."));
     const QList<RestorePoint> points = restorepoints(ctx.dir);
+    if (json) {
+        // Counts a point's file could not tell are null.
+        const auto count = [](qint64 n) { return n < 0 ? QJsonValue() : QJsonValue(n); };
+        QJsonArray list;
+        for (const RestorePoint &p : points)
+            list.append(QJsonObject{{QStringLiteral("name"), p.name},
+                                    {QStringLiteral("zeit"), p.time.toString(Qt::ISODate)},
+                                    {QStringLiteral("grund"), p.reason},
+                                    {QStringLiteral("vonhand"), p.byhand},
+                                    {QStringLiteral("bytes"), p.size},
+                                    {QStringLiteral("vereine"), count(p.clubs)},
+                                    {QStringLiteral("spieler"), count(p.players)}});
+        return ctx.printjson(list);
+    }
     if (points.isEmpty())
         ctx.out << "Es gibt keine Wiederherstellungspunkte.\n";
     const auto count = [](qint64 n) { return n < 0 ? QStringLiteral("?") : QString::number(n); };
@@ -103,7 +132,7 @@ int listpoints(Context &ctx)
 int onpoint(Context &ctx, const QString &usage, const std::function<Result(World &world, const QString &name)> &work)
 {
     if (ctx.args.size() != 1)
-        return ctx.fail(usage);
+        return ctx.usage(usage);
     const std::unique_ptr<World> world = ctx.openexistingworld();
     if (!world)
         return 1;

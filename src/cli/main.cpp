@@ -6,6 +6,9 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <algorithm>
 #include <cstdio>
 #include <unistd.h>
@@ -24,8 +27,13 @@ void printHelp(QTextStream &out)
 {
     out << "Aufruf: zorbo-cli [--dir ORDNER] BEFEHL [ARGUMENTE]\n\n"
            "Führt die Datenoperationen des Zorbo Editors ohne Fenster aus.\n"
-           "--dir ORDNER  Programmordner mit zorboeditor.ini und zorbo.mdb\n"
-           "              (ohne Angabe der Ordner des Programms)\n\nBefehle:\n";
+           "--dir ORDNER  Programmordner mit zorboeditor.ini und zorbo.mdb (ohne Angabe\n"
+           "              der Ordner des Programms, wenn er beschreibbar ist, beim\n"
+           "              installierten Programm ~/.local/share/zorbo-editor)\n"
+           "--json        bei info, check, find, history und restore-points: die\n"
+           "              Ausgabe als JSON\n\n"
+           "Rückgabewerte: 0 erledigt, 1 Probleme gefunden oder Lauf verweigert,\n"
+           "2 falscher Aufruf.\n\nBefehle:\n";
     auto sorted = commands();
     std::sort(sorted.begin(), sorted.end(), [](const Command &a, const Command &b) { return a.name < b.name; });
     for (const Command &c : sorted) {
@@ -113,6 +121,24 @@ int Context::fail(const QString &message)
     return 1;
 }
 
+bool Context::takeFlag(const QString &name)
+{
+    return args.removeAll(name) > 0;
+}
+
+int Context::usage(const QString &message)
+{
+    fail(message);
+    return 2;
+}
+
+int Context::printjson(const QJsonValue &value)
+{
+    const QJsonDocument document = value.isArray() ? QJsonDocument(value.toArray()) : QJsonDocument(value.toObject());
+    out << QString::fromUtf8(document.toJson(QJsonDocument::Indented));
+    return 0;
+}
+
 QString Context::takeOption(const QString &name)
 {
     const int i = int(args.indexOf(name));
@@ -140,14 +166,14 @@ int main(int argc, char **argv)
     if (d >= 0) {
         if (d + 1 >= args.size()) {
             err << "--dir braucht einen Ordner.\n";
-            return 1;
+            return 2;
         }
         dir = QDir(args.at(d + 1)).absolutePath();
         args.remove(d, 2);
     }
     if (args.isEmpty() || args.first() == QLatin1String("--help") || args.first() == QLatin1String("-h")) {
         printHelp(out);
-        return args.isEmpty() ? 1 : 0;
+        return args.isEmpty() ? 2 : 0;
     }
     const QString name = args.takeFirst();
     for (const Command &c : commands()) {
@@ -177,5 +203,5 @@ int main(int argc, char **argv)
         return rc;
     }
     err << "Unbekannter Befehl: " << name << " (zorbo-cli --help zeigt alle Befehle)\n";
-    return 1;
+    return 2;
 }

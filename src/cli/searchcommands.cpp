@@ -4,16 +4,35 @@
 #include "core/search.h"
 #include "core/world.h"
 
+#include <QJsonArray>
+#include <QJsonObject>
 
 namespace zorbo::cli {
 
 namespace {
 
 
+// A problem for scripts: its kind's heading, whether it is a warning, the
+// line the list shows and the parts of its place that are known.
+QJsonObject problemjson(const Problem &p)
+{
+    QJsonObject o{{QStringLiteral("art"), problemheading(p.kind)},
+                  {QStringLiteral("warnung"), iswarning(p.kind)},
+                  {QStringLiteral("text"), p.where.toString()}};
+    if (p.where.team >= 0)
+        o.insert(p.country ? QStringLiteral("land") : QStringLiteral("verein"), p.where.team);
+    if (p.where.player >= 0)
+        o.insert(QStringLiteral("spieler"), p.where.player);
+    if (!p.where.field.isEmpty())
+        o.insert(QStringLiteral("feld"), p.where.field);
+    return o;
+}
+
 int check(Context &ctx)
 {
+    const bool json = ctx.takeFlag(QStringLiteral("--json"));
     if (!ctx.args.isEmpty())
-        return ctx.fail(QStringLiteral("»check« nimmt keine Argumente."));
+        return ctx.usage(QStringLiteral("»check« nimmt außer --json keine Argumente."));
     const std::unique_ptr<World> world = ctx.openexistingworld();
     if (!world)
         return 1;
@@ -23,8 +42,17 @@ int check(Context &ctx)
         world->run([&](Database &db) { return checkproblems(db, settings, progress); }, QStringLiteral("Prüfen"));
     if (!report.result.ok)
         return ctx.fail(report.result.message);
-    for (const QString &line : problemlines(report))
-        ctx.out << line << '\n';
+    if (json) {
+        QJsonArray problems;
+        for (const Problem &p : report.problems)
+            problems.append(problemjson(p));
+        ctx.printjson(QJsonObject{{QStringLiteral("fehler"), report.errors()},
+                                  {QStringLiteral("warnungen"), report.warnings()},
+                                  {QStringLiteral("probleme"), problems}});
+    } else {
+        for (const QString &line : problemlines(report))
+            ctx.out << line << '\n';
+    }
     return report.errors() > 0 ? 1 : 0;
 }
 
@@ -41,15 +69,34 @@ void printhits(Context &ctx, const QString &heading, const QList<SearchHit> &hit
     }
 }
 
+QJsonArray hitsjson(const QList<SearchHit> &hits)
+{
+    QJsonArray out;
+    for (const SearchHit &h : hits) {
+        QJsonObject o{{QStringLiteral("nummer"), h.number}, {QStringLiteral("name"), h.text}};
+        if (!h.detail.isEmpty())
+            o.insert(QStringLiteral("detail"), h.detail);
+        out.append(o);
+    }
+    return out;
+}
+
 int find(Context &ctx)
 {
+    const bool json = ctx.takeFlag(QStringLiteral("--json"));
     if (ctx.args.isEmpty())
-        return ctx.fail(QStringLiteral("»find« braucht einen Suchtext."));
+        return ctx.usage(QStringLiteral("»find« braucht einen Suchtext."));
     const std::unique_ptr<World> world = ctx.openexistingworld();
     if (!world)
         return 1;
     SearchIndex index(*world);
     const SearchResult result = index.find(ctx.args.join(QLatin1Char(' ')));
+    if (json) {
+        ctx.printjson(QJsonObject{{QStringLiteral("laender"), hitsjson(result.laender)},
+                                  {QStringLiteral("vereine"), hitsjson(result.vereine)},
+                                  {QStringLiteral("spieler"), hitsjson(result.spieler)}});
+        return result.isEmpty() ? 1 : 0;
+    }
     printhits(ctx, QStringLiteral("Länder"), result.laender);
     printhits(ctx, QStringLiteral("Vereine"), result.vereine);
     printhits(ctx, QStringLiteral("Spieler"), result.spieler);

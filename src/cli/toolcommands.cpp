@@ -21,7 +21,7 @@ namespace {
 int inworld(Context &ctx, qsizetype arguments, const std::function<int(World &)> &work)
 {
     if (ctx.args.size() != arguments)
-        return ctx.fail(QStringLiteral("Falsche Zahl von Argumenten; »zorbo-cli --help« zeigt den Aufruf."));
+        return ctx.usage(QStringLiteral("Falsche Zahl von Argumenten; »zorbo-cli --help« zeigt den Aufruf."));
     const std::unique_ptr<World> world = ctx.openworld();
     return world ? work(*world) : 1;
 }

@@ -4,6 +4,8 @@
 #include "core/world.h"
 
 #include <QFileInfo>
+#include <QJsonArray>
+#include <QJsonObject>
 
 namespace zorbo::cli {
 
@@ -20,6 +22,9 @@ int init(Context &ctx)
 
 int info(Context &ctx)
 {
+    const bool json = ctx.takeFlag(QStringLiteral("--json"));
+    if (!ctx.args.isEmpty())
+        return ctx.usage(QStringLiteral("»info« nimmt außer --json keine Argumente."));
     const QString path = ctx.dir + QStringLiteral("/zorbo.mdb");
     if (!QFileInfo::exists(path))
         return ctx.fail(QStringLiteral("In %1 liegt keine zorbo.mdb; »zorbo-cli init« legt eine an.").arg(ctx.dir));
@@ -27,8 +32,15 @@ int info(Context &ctx)
     if (!opened.db)
         return ctx.fail(opened.message);
     try {
-        for (const auto &[table, count] : tablecounts(*opened.db))
-            ctx.out << table.leftJustified(24) << ' ' << count << '\n';
+        QJsonArray rows;
+        for (const auto &[table, count] : tablecounts(*opened.db)) {
+            if (json)
+                rows.append(QJsonObject{{QStringLiteral("tabelle"), table}, {QStringLiteral("zeilen"), count}});
+            else
+                ctx.out << table.leftJustified(24) << ' ' << count << '\n';
+        }
+        if (json)
+            ctx.printjson(rows);
     } catch (const DbError &e) {
         ctx.out.flush();
         return ctx.fail(QStringLiteral("Die Datenbank %1 lässt sich nicht lesen: %2").arg(path, e.text()));

@@ -55,6 +55,11 @@ Settings readSettings(const QString &programFolder)
     s.restorepoints = int(std::clamp(points, 1LL, 1000LL));
     for (size_t k = 0; k < s.lastfolders.size(); ++k)
         s.lastfolders[k] = readinistring(zuletzt, QLatin1String(lastKeys[k]), file, QString());
+    for (int i = 1; i <= recentfilecount; ++i) {
+        const QString recent = readinistring(zuletzt, QStringLiteral("datei%1").arg(i), file, QString());
+        if (!recent.isEmpty())
+            s.recentfiles << recent;
+    }
     return s;
 }
 
@@ -131,6 +136,24 @@ Settings loadsettings(const QString &programFolder, QString *message, const Regi
 bool writetrikotsatz(const Settings &settings)
 {
     return writeini(trikot, satz, QString::number(settings.trikotsatz), settings.file());
+}
+
+bool writerecentfile(Settings &settings, const QString &file)
+{
+    const QString path = QFileInfo(file).absoluteFilePath();
+    if (haslinebreak(path))
+        return false;
+    if (!settings.recentfiles.isEmpty() && settings.recentfiles.first() == path)
+        return true;
+    settings.recentfiles.removeAll(path);
+    settings.recentfiles.prepend(path);
+    while (settings.recentfiles.size() > recentfilecount)
+        settings.recentfiles.removeLast();
+    bool written = true;
+    for (int i = 0; i < recentfilecount; ++i)
+        written = writeini(zuletzt, QStringLiteral("datei%1").arg(i + 1), settings.recentfiles.value(i), settings.file())
+                  && written;
+    return written;
 }
 
 bool writelastfolder(Settings &settings, FileKind kind, const QString &file)

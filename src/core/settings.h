@@ -3,6 +3,7 @@
 #include "platform/registry.h"
 
 #include <QString>
+#include <QStringList>
 #include <array>
 #include <functional>
 
@@ -39,6 +40,9 @@ struct Settings {
     // The folder of the last file chosen, per FileKind (section "zuletzt");
     // empty until one was chosen.
     std::array<QString, 3> lastfolders;
+    // The files opened or imported last, newest first (keys "datei1" …
+    // "datei8" of section "zuletzt").
+    QStringList recentfiles;
 
     QString file() const { return programFolder + QStringLiteral("/zorboeditor.ini"); }
     QString dbpfad() const { return programFolder + QStringLiteral("/zorbo.mdb"); }
@@ -62,6 +66,11 @@ bool writetrikotsatz(const Settings &settings);
 // Remembers the folder of a file the user chose, in settings and in the
 // settings file; false when the file can't be written.
 bool writelastfolder(Settings &settings, FileKind kind, const QString &file);
+
+// Puts a file opened or imported at the top of the files opened last, in
+// settings and in the settings file; false when the file can't be written.
+bool writerecentfile(Settings &settings, const QString &file);
+inline constexpr int recentfilecount = 8;
 
 // The game's registry key and value.
 inline constexpr const char *gameRegistryKey = "Software\\Quenda\\Zorbo Manager\\a_value";

@@ -56,7 +56,7 @@ TEST(CliHistory, StepsAreUndoneRedoneAndARestorePointBringsTheWorldBack)
     EXPECT_EQ(name(), "Zweiter");
 
     const CliRun bad = cli({"undo", "zwei"});
-    EXPECT_EQ(bad.exitCode, 1);
+    EXPECT_EQ(bad.exitCode, 2);
     EXPECT_TRUE(bad.err.contains("»zwei«")) << bad.err.toStdString();
     EXPECT_EQ(name(), "Zweiter");
 

@@ -28,10 +28,6 @@ TEST(CliWorld, FailuresSayWhyInGermanAndExitOne)
     EXPECT_EQ(info.exitCode, 1);
     EXPECT_TRUE(info.err.contains("keine zorbo.mdb")) << info.err.toStdString();
 
-    const CliRun unknown = runCli({"--dir", dir.path(), "zaubern"});
-    EXPECT_EQ(unknown.exitCode, 1);
-    EXPECT_TRUE(unknown.err.contains("Unbekannter Befehl"));
-
     writeBytes(dir.file("zorbo.mdb"), "kein SQLite");
     const CliRun foreign = runCli({"--dir", dir.path(), "init"});
     EXPECT_EQ(foreign.exitCode, 1);

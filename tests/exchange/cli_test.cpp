@@ -48,8 +48,8 @@ TEST(CliExchange, FailuresAreGermanOnStandardErrorWithExitOne)
     r = runCli(base + QStringList{"import-players", dir.file("fehlt.cfg")});
     EXPECT_EQ(r.exitCode, 1);
     EXPECT_TRUE(r.err.contains("gibt es nicht")) << r.err.toStdString();
-    EXPECT_EQ(runCli(base + QStringList{"open-team", dir.file("x.tea")}).exitCode, 1);
-    EXPECT_EQ(runCli(base + QStringList{"save-team", "zwölf", dir.file("x.tea")}).exitCode, 1);
+    EXPECT_EQ(runCli(base + QStringList{"open-team", dir.file("x.tea")}).exitCode, 2);
+    EXPECT_EQ(runCli(base + QStringList{"save-team", "zwölf", dir.file("x.tea")}).exitCode, 2);
     r = runCli(base + QStringList{"save-team", "4711", dir.file("x.tea")});
     EXPECT_EQ(r.exitCode, 1);
     EXPECT_TRUE(r.err.contains("4711")) << r.err.toStdString();

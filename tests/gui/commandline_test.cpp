@@ -7,7 +7,9 @@
 #include <QDialog>
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QLabel>
+#include <QMenu>
 #include <gtest/gtest.h>
 
 using namespace zorbo;
@@ -93,4 +95,38 @@ TEST_F(CommandLineFile, OtherFilesAreNamedInAMessage)
     EXPECT_TRUE(dialogs.asked[1].contains("fehlt.tea gibt es nicht")) << dialogs.asked[1].toStdString();
     EXPECT_TRUE(dialogs.asked[2].contains("Änderungsdatei " + QDir::toNativeSeparators(change)))
         << dialogs.asked[2].toStdString();
+}
+
+TEST_F(CommandLineFile, FilesOpenedOrImportedComeBackUnderZuletztGeoeffnet)
+{
+    auto *menu = window->findChild<QMenu *>("mnuzuletzt");
+    ASSERT_TRUE(menu);
+    const auto shown = [&menu] {
+        emit menu->aboutToShow();
+        QStringList texts;
+        for (QAction *a : menu->actions())
+            texts << a->text();
+        return texts;
+    };
+    EXPECT_EQ(shown(), QStringList{"(keine)"});
+
+    const QString team = ZORBO_EXAMPLES "/beispielwelt/Fortuna Großgmain.tea";
+    const QString club = ZORBO_EXAMPLES "/anstoss/Bundesliga/Werder_Nordstadt.aet";
+    openedin(team);                        // from the command line
+    dialogs.file = club;                   // from the menu "Import"
+    whenModal([](QDialog *) {}, "frma4open");
+    window->action("mnuimportitem(2)")->trigger();
+    openedin(team);                        // again: it moves to the top, once
+    EXPECT_EQ(shown(), (QStringList{"&1 Fortuna Großgmain.tea", "&2 Werder_Nordstadt.aet"}));
+
+    // The list lives in the settings file, and a click opens the file again.
+    window.reset();
+    openwindow();
+    menu = window->findChild<QMenu *>("mnuzuletzt");
+    EXPECT_EQ(shown(), (QStringList{"&1 Fortuna Großgmain.tea", "&2 Werder_Nordstadt.aet"}));
+    QString opened;
+    whenModal([&opened](QDialog *d) { opened = d->objectName(); });
+    menu->actions().at(1)->trigger();
+    EXPECT_EQ(opened, "frma4open");
+    EXPECT_EQ(window->settings().recentfiles.first(), QFileInfo(club).absoluteFilePath());
 }

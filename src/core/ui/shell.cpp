@@ -51,6 +51,9 @@ QString Shell::pickfile(bool save, FileKind kind, const QString &title, const QS
                               : dialogs().openfile(window(), title, from, filters, filter);
     if (!file.isEmpty())
         writelastfolder(settings(), kind, file);
+    // Files the editor can open again go into "Zuletzt geöffnet".
+    if (!save && !file.isEmpty() && opens(file))
+        writerecentfile(settings(), file);
     return file;
 }
 
@@ -78,8 +81,14 @@ bool Shell::openpath(const QString &file)
     }
     if (!db() || settle() == Settled::Cancelled)
         return false;
+    writerecentfile(settings(), info.absoluteFilePath());
     (*opener)(info.absoluteFilePath());
     return true;
+}
+
+bool Shell::opens(const QString &file) const
+{
+    return m_openers.contains(QFileInfo(file).suffix().toLower());
 }
 
 Settled Shell::settle(Document *only)

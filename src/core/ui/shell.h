@@ -121,6 +121,8 @@ public:
     // false, with a message that names the file, when it is missing or no
     // subsystem opens its kind.
     bool openpath(const QString &file);
+    // Whether a subsystem opens files of file's ending.
+    bool opens(const QString &file) const;
 
     virtual std::unique_ptr<BusyScope> busy(const QString &text) = 0;
     virtual void status(const QString &text) = 0;
