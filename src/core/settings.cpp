@@ -1,5 +1,6 @@
 #include "core/settings.h"
 
+#include "platform/codepage.h"
 #include "platform/numbers.h"
 #include "platform/paths.h"
 #include "platform/profile.h"
@@ -141,7 +142,9 @@ bool writetrikotsatz(const Settings &settings)
 bool writerecentfile(Settings &settings, const QString &file)
 {
     const QString path = QFileInfo(file).absoluteFilePath();
-    if (haslinebreak(path))
+    // The settings file holds code page 1252 only; a path beyond it would
+    // come back as another file.
+    if (haslinebreak(path) || !fitsCp1252(path))
         return false;
     if (!settings.recentfiles.isEmpty() && settings.recentfiles.first() == path)
         return true;

@@ -145,3 +145,21 @@ TEST(Settings, UnwritableFolderGivesDefaultsAndAMessage)
     EXPECT_EQ(s.folder(WappenFolder), folder + "/wappen/");
     EXPECT_FALSE(QFile::exists(s.file()));
 }
+
+TEST(Settings, RecentFilesKeepTheEightNewestOnceAndOnlyWhatTheFileCanHold)
+{
+    TempFolder dir;
+    Settings settings = loadsettings(dir.path());
+    for (int i = 0; i < 10; ++i)
+        EXPECT_TRUE(writerecentfile(settings, dir.file(QStringLiteral("verein%1.tea").arg(i))));
+    EXPECT_TRUE(writerecentfile(settings, dir.file("verein5.tea")));
+    // Łódź is beyond code page 1252: the list stays as it was.
+    EXPECT_FALSE(writerecentfile(settings, dir.file("Łódź.tea")));
+    EXPECT_TRUE(writerecentfile(settings, dir.file("Großgmain.tea")));
+
+    const QStringList expected = {dir.file("Großgmain.tea"), dir.file("verein5.tea"), dir.file("verein9.tea"),
+                                  dir.file("verein8.tea"),   dir.file("verein7.tea"), dir.file("verein6.tea"),
+                                  dir.file("verein4.tea"),   dir.file("verein3.tea")};
+    EXPECT_EQ(settings.recentfiles, expected);
+    EXPECT_EQ(loadsettings(dir.path()).recentfiles, expected);
+}
