@@ -1,0 +1,305 @@
+#include "editor/playercsv.h"
+
+#include "editor/bulkedit.h"
+#include "editor/playerlist.h"
+#include "platform/fileerror.h"
+#include "platform/safefile.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QSet>
+#include <QStringDecoder>
+
+namespace zorbo {
+
+namespace {
+
+const QString vereinHeading = QStringLiteral("Verein");
+constexpr int vereinColumn = 3; // after Vorname
+
+QString quotedfield(const QString &text)
+{
+    if (!text.contains(QLatin1Char(';')) && !text.contains(QLatin1Char('"')) && !text.contains(QLatin1Char('\n'))
+        && !text.contains(QLatin1Char('\r')))
+        return text;
+    return QLatin1Char('"') + QString(text).replace(QLatin1Char('"'), QLatin1String("\"\"")) + QLatin1Char('"');
+}
+
+// The first team of each player, by name, or "Transfermarkt".
+QHash<qint64, QString> firstteams(Database &db)
+{
+    QHash<qint64, QString> teams;
+    Statement st = db.prepare(QStringLiteral(
+        "SELECT k.spieler, k.verein, coalesce(t.NAME, n.NAME, '') FROM kaderzeilen k LEFT JOIN vereine t ON t.NUMMER = k.verein "
+        "LEFT JOIN vereine_national n ON n.NUMMER = k.verein ORDER BY k.zeile DESC"));
+    while (st.step())
+        teams.insert(st.integer(0), st.integer(1) == 0 ? QString::fromLatin1(transfermarkt) : st.text(2));
+    return teams;
+}
+
+QString decoded(const QByteArray &bytes, FileEncoding encoding, const QString &file)
+{
+    if (bytes.startsWith("\xEF\xBB\xBF"))
+        encoding = FileEncoding::Utf8;
+    if (encoding == FileEncoding::Cp1252)
+        return fromCp1252(bytes);
+    QStringDecoder utf8(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
+    QString text = utf8.decode(bytes);
+    if (utf8.hasError())
+        throw Fault(QStringLiteral("%1: Die Datei ist kein UTF-8. Als Windows-1252 lesen (--cp1252)?").arg(file));
+    if (text.startsWith(QChar(0xFEFF)))
+        text.remove(0, 1);
+    return text;
+}
+
+} // namespace
+
+QByteArray playercsv(Database &db, const QList<qint64> &players)
+{
+    const QHash<qint64, QVariantList> rows = readplayers(db, &players);
+    const QHash<qint64, QString> teams = firstteams(db);
+    QStringList header;
+    for (const PlayerField &f : playerfields())
+        header << f.heading;
+    header.insert(vereinColumn, vereinHeading);
+    QString out = header.join(QLatin1Char(';')) + QStringLiteral("\r\n");
+    QList<qint64> order = players;
+    std::sort(order.begin(), order.end());
+    order.erase(std::unique(order.begin(), order.end()), order.end());
+    for (qint64 p : order) {
+        const auto row = rows.constFind(p);
+        if (row == rows.constEnd())
+            continue;
+        QStringList fields;
+        for (int i = 0; i < playerfields().size(); ++i)
+            fields << quotedfield(fieldtext(playerfields()[i], (*row)[i]));
+        fields.insert(vereinColumn, quotedfield(teams.value(p, QString::fromLatin1(vereinslos))));
+        out += fields.join(QLatin1Char(';')) + QStringLiteral("\r\n");
+    }
+    return QByteArray("\xEF\xBB\xBF") + out.toUtf8();
+}
+
+Result exportplayercsv(Database &db, const QList<qint64> &players, const QString &path)
+{
+    const Result written = replacefile(path, playercsv(db, players));
+    if (!written)
+        return written;
+    return Result::success(QStringLiteral("%1 Spieler nach %2 geschrieben.").arg(players.size()).arg(QFileInfo(path).fileName()));
+}
+
+QList<CsvRecord> splitcsv(const QString &text, QChar separator, const QString &file)
+{
+    QList<CsvRecord> records;
+    CsvRecord record;
+    QString field;
+    int line = 1;
+    bool quoted = false, wasQuoted = false;
+    int quoteLine = 0;
+    record.line = 1;
+    const auto endfield = [&] {
+        record.fields << field;
+        field.clear();
+        wasQuoted = false;
+    };
+    const auto endrecord = [&] {
+        endfield();
+        if (!(record.fields.size() == 1 && record.fields[0].isEmpty()))
+            records << record;
+        record = CsvRecord{line + 1, {}};
+    };
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        const QChar c = text[i];
+        if (quoted) {
+            if (c == QLatin1Char('"')) {
+                if (i + 1 < text.size() && text[i + 1] == QLatin1Char('"')) {
+                    field += c;
+                    ++i;
+                } else {
+                    quoted = false;
+                }
+            } else {
+                if (c == QLatin1Char('\n'))
+                    ++line;
+                if (c == QLatin1Char('\r') && i + 1 < text.size() && text[i + 1] == QLatin1Char('\n'))
+                    continue; // a CR LF inside a field is a line break like LF
+                field += c;
+            }
+            continue;
+        }
+        if (c == QLatin1Char('"') && field.isEmpty() && !wasQuoted) {
+            quoted = wasQuoted = true;
+            quoteLine = line;
+        } else if (c == separator) {
+            endfield();
+        } else if (c == QLatin1Char('\n') || c == QLatin1Char('\r')) {
+            if (c == QLatin1Char('\r') && i + 1 < text.size() && text[i + 1] == QLatin1Char('\n'))
+                ++i;
+            endrecord();
+            ++line;
+        } else {
+            field += c;
+        }
+    }
+    if (quoted) {
+        Finding where{QStringLiteral("Anführungszeichen nicht geschlossen"), file, quoteLine};
+        throw Fault(where.toString(), where);
+    }
+    if (!field.isEmpty() || !record.fields.isEmpty())
+        endrecord();
+    return records;
+}
+
+CsvImport importplayercsv(Database &db, const QString &path, const CsvOptions &options, bool apply)
+{
+    CsvImport out;
+    const QString file = QFileInfo(path).fileName();
+    const auto refuse = [&](int line, const QString &column, const QString &text) {
+        Finding f{text, path, line, column};
+        QString place = QStringLiteral("%1, Zeile %2").arg(QDir::toNativeSeparators(path)).arg(line);
+        if (!column.isEmpty())
+            place += QStringLiteral(", Spalte „%1“").arg(column);
+        throw Fault(place + QStringLiteral(": ") + text + QStringLiteral(". Es wurde nichts geändert."), f);
+    };
+    QFile f(path);
+    if (!f.open(QIODevice::ReadOnly))
+        throw Fault(QStringLiteral("%1: %2").arg(file, fileerrortext(f)));
+    const QString text = decoded(f.readAll(), options.encoding, file);
+    const QString firstLine = text.left(text.indexOf(QLatin1Char('\n')));
+    const QChar separator = firstLine.contains(QLatin1Char(';')) || !firstLine.contains(QLatin1Char(',')) ? QLatin1Char(';') : QLatin1Char(',');
+    const QList<CsvRecord> records = splitcsv(text, separator, path);
+    if (records.isEmpty())
+        refuse(1, {}, QStringLiteral("Die Datei ist leer."));
+
+    // Columns: the index of the field in playerfields(), -1 for Verein.
+    QList<int> columns;
+    QSet<int> seen;
+    for (const QString &h : records[0].fields) {
+        const PlayerField *field = playerfield(h);
+        if (h.trimmed().compare(vereinHeading, Qt::CaseInsensitive) == 0) {
+            columns << -1;
+            continue;
+        }
+        if (!field)
+            refuse(1, h, QStringLiteral("unbekannte Spalte; erlaubt sind die Spalten des Exports"));
+        const int i = int(field - playerfields().constData());
+        if (seen.contains(i))
+            refuse(1, h, QStringLiteral("Spalte doppelt"));
+        seen.insert(i);
+        columns << i;
+    }
+    const int nummerColumn = int(columns.indexOf(0));
+    if (nummerColumn < 0)
+        refuse(1, QStringLiteral("Nummer"), QStringLiteral("die Spalte „Nummer“ fehlt"));
+    const int vereinAt = int(columns.indexOf(-1));
+
+    const QHash<qint64, QVariantList> stored = readplayers(db, nullptr);
+    QSet<qint64> numbers;
+    struct Planned {
+        QVariantList before, after;
+        QString verein;
+    };
+    QList<Planned> planned;
+    for (qsizetype r = 1; r < records.size(); ++r) {
+        const CsvRecord &rec = records[r];
+        if (rec.fields.size() != columns.size())
+            refuse(rec.line, {}, QStringLiteral("%1 Felder statt %2").arg(rec.fields.size()).arg(columns.size()));
+        QString why;
+        const std::optional<QVariant> nummer = parsefield(playerfields()[0], rec.fields[nummerColumn], &why);
+        if (!nummer || nummer->isNull())
+            refuse(rec.line, QStringLiteral("Nummer"), why.isEmpty() ? QStringLiteral("leer") : why);
+        const qint64 n = nummer->toLongLong();
+        if (numbers.contains(n))
+            refuse(rec.line, QStringLiteral("Nummer"), QStringLiteral("Spieler %1 steht zweimal in der Datei").arg(n));
+        numbers.insert(n);
+        const auto was = stored.constFind(n);
+        if (was == stored.constEnd() && !options.createPlayers)
+            refuse(rec.line, QStringLiteral("Nummer"),
+                   QStringLiteral("Spieler %1 gibt es nicht (neue Spieler anlegen ist nicht gewählt)").arg(n));
+        Planned p;
+        if (was != stored.constEnd()) {
+            p.before = *was;
+            p.after = *was;
+        } else {
+            for (const PlayerField &field : playerfields())
+                p.after << (field.type == FieldType::Text ? QVariant(QString()) : QVariant(qint64(0)));
+            p.after[0] = n;
+        }
+        for (int c = 0; c < columns.size(); ++c) {
+            const int i = columns[c];
+            if (i <= 0)
+                continue;
+            const PlayerField &field = playerfields()[i];
+            // A field as it was exported stays as it is, also a value the
+            // windows would not let the user type.
+            if (!p.before.isEmpty() && fieldtext(field, p.before[i]) == rec.fields[c])
+                continue;
+            const std::optional<QVariant> v = parsefield(field, rec.fields[c], &why);
+            if (!v)
+                refuse(rec.line, field.heading, why);
+            p.after[i] = *v;
+        }
+        static const int iStaerke = int(playerfield(QStringLiteral("Stärke")) - playerfields().constData());
+        static const int iMax = int(playerfield(QStringLiteral("Maxstärke")) - playerfields().constData());
+        const bool strengthChanged = p.before.isEmpty() || p.before[iStaerke] != p.after[iStaerke] || p.before[iMax] != p.after[iMax];
+        if (strengthChanged && !p.after[iMax].isNull() && !p.after[iStaerke].isNull()
+            && p.after[iMax].toLongLong() < p.after[iStaerke].toLongLong())
+            refuse(rec.line, QStringLiteral("Maxstärke"), QStringLiteral("%1 Sterne, weniger als die Stärke von %2 Sternen")
+                                                              .arg(starstext(p.after[iMax].toLongLong()), starstext(p.after[iStaerke].toLongLong())));
+        if (vereinAt >= 0)
+            p.verein = rec.fields[vereinAt].trimmed();
+        planned.append(p);
+    }
+
+    PlayerWriter writer(db);
+    Statement team = db.prepare(QStringLiteral(
+        "SELECT NUMMER FROM vereine WHERE samename(NAME, ?1) UNION ALL SELECT NUMMER FROM vereine_national WHERE samename(NAME, ?1)"));
+    for (const Planned &p : planned) {
+        const PlayerChange change = changeof(p.before, p.after);
+        if (change.fields.isEmpty())
+            continue;
+        ++out.changed;
+        if (change.created)
+            ++out.created;
+        if (out.preview.size() < options.previewRows)
+            out.preview.append(change);
+        if (!apply)
+            continue;
+        if (!p.before.isEmpty()) {
+            writer.update(p.before, p.after);
+            continue;
+        }
+        writer.insert(p.after);
+        // A new player joins the team the file names, when one team has that name.
+        std::optional<qint64> club;
+        if (p.verein.compare(QLatin1String(transfermarkt), Qt::CaseInsensitive) == 0) {
+            club = 0;
+        } else if (!p.verein.isEmpty()) {
+            team.bind(1, p.verein);
+            if (team.step())
+                club = team.integer(0);
+            if (team.step())
+                club.reset();
+            team.reset();
+        }
+        if (club)
+            db.run(QStringLiteral("INSERT INTO kaderzeilen (verein, spieler) VALUES (?1, ?2)"), *club, p.after[0].toLongLong());
+    }
+    out.result = Result::success(out.changed == 0 ? QStringLiteral("%1: keine Änderung.").arg(file)
+                                                  : QStringLiteral("%1: %2 Spieler geändert, davon %3 neu.")
+                                                        .arg(file).arg(out.changed).arg(out.created));
+    return out;
+}
+
+CsvImport runplayercsvimport(World &world, const QString &path, const CsvOptions &options)
+{
+    const QString lead = QStringLiteral("CSV-Import");
+    CsvImport counted = world.run([&](Database &db) { return importplayercsv(db, path, options, false); }, lead);
+    if (!counted.result.ok || counted.changed == 0)
+        return counted;
+    const Step step(QStringLiteral("CSV „%1“ importiert").arg(QFileInfo(path).fileName()),
+                    counted.changed > bulkRestoreRows ? QStringLiteral("CSV-Import") : QString());
+    return world.run([&](Database &db) { return importplayercsv(db, path, options, true); }, lead, step);
+}
+
+} // namespace zorbo
