@@ -4,6 +4,7 @@
 #include "app/aboutdialog.h"
 #include "app/busy.h"
 #include "app/historypanel.h"
+#include "app/playerlistpanel.h"
 #include "app/problemspanel.h"
 #include "app/searchfield.h"
 #include "core/defaultfolders.h"
@@ -71,6 +72,7 @@ MainWindow::MainWindow(const QString &programFolder, Dialogs *dialogs)
     installsearch(*m_shell);
     installproblems(*m_shell);
     installhistory(*m_shell);
+    installplayerlist(*m_shell);
 }
 
 MainWindow::~MainWindow() = default;

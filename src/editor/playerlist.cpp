@@ -490,6 +490,36 @@ std::optional<PlayerFilter> parsefilter(const QString &expression, QString *erro
     return f;
 }
 
+QString filterexpression(const PlayerFilter &f)
+{
+    QStringList terms;
+    if (!f.text.isEmpty())
+        terms << QStringLiteral("text=") + f.text;
+    if (!f.land.isEmpty())
+        terms << QStringLiteral("land=") + f.land;
+    if (!f.kontinent.isEmpty())
+        terms << QStringLiteral("kontinent=") + f.kontinent;
+    if (f.verein)
+        terms << QStringLiteral("verein=#%1").arg(*f.verein);
+    if (!f.vereinName.isEmpty())
+        terms << QStringLiteral("verein=") + f.vereinName;
+    if (f.position)
+        terms << QStringLiteral("position=") + positionname(*f.position);
+    if (f.staerkeVon)
+        terms << QStringLiteral("sterne>=") + starstext(*f.staerkeVon);
+    if (f.staerkeBis)
+        terms << QStringLiteral("sterne<=") + starstext(*f.staerkeBis);
+    if (f.ohneVerein)
+        terms << QStringLiteral("ohneverein");
+    if (f.doppelteNummer)
+        terms << QStringLiteral("doppelt");
+    if (f.problem)
+        terms << QStringLiteral("problem");
+    if (!f.freie)
+        terms << QStringLiteral("ohnefreie");
+    return terms.join(QStringLiteral("; "));
+}
+
 QString filterhelp()
 {
     return QStringLiteral(

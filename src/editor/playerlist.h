@@ -54,6 +54,8 @@ struct PlayerFilter {
 // separated by ";", each a key, an operator and a value (see filterhelp()).
 // On a fault, *error names the term in German and the result is empty.
 std::optional<PlayerFilter> parsefilter(const QString &expression, QString *error);
+// The filter as the expression parsefilter() reads back.
+QString filterexpression(const PlayerFilter &filter);
 // The explanation of the filter expression, for --help and the README.
 QString filterhelp();
 
