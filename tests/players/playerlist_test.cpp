@@ -143,6 +143,7 @@ TEST(PlayerList, FilterExpressionAndStars)
     EXPECT_EQ(f->verein, 11);
     EXPECT_EQ(f->text, "zé");
     EXPECT_TRUE(f->ohneVerein && f->doppelteNummer && f->problem && !f->freie);
+    EXPECT_EQ(parsefilter(filterexpression(*f), &error), f) << "a named filter is kept as its expression";
     EXPECT_EQ(parsefilter("sterne>=1,5;sterne<=3", &error)->staerkeVon, 3000);
     EXPECT_EQ(parsefilter("verein=Transfermarkt", &error)->verein, 0);
     EXPECT_EQ(parsefilter("verein=FC Köln", &error)->vereinName, "FC Köln");

@@ -166,7 +166,7 @@ void PlayerListView::filllists()
         return;
     m_filling = true;
     const QString land = m_land->currentText();
-    const qint64 verein = m_verein->currentData().toLongLong();
+    const qint64 verein = m_verein->currentIndex() > 0 ? m_verein->currentData().toLongLong() : -1;
     m_land->clear();
     m_land->addItem(QStringLiteral("(alle Länder)"));
     Statement countries = db->prepare(QStringLiteral("SELECT DISTINCT NAME FROM vereine_national WHERE NAME <> '' ORDER BY NAME COLLATE deutsch"));
@@ -254,8 +254,9 @@ void PlayerListView::editchosen()
 void PlayerListView::exportcsv()
 {
     const QString start = QFileInfo(m_shell.db()->path()).absolutePath() + QStringLiteral("/spieler.csv");
+    int filter = 0;
     const QString path = m_shell.dialogs().savefile(this, QStringLiteral("Als CSV exportieren"), start,
-                                                    {QStringLiteral("CSV-Dateien (*.csv)")}, nullptr);
+                                                    {QStringLiteral("CSV-Dateien (*.csv)")}, &filter);
     if (path.isEmpty())
         return;
     const QList<qint64> players = m_model->numbers();
@@ -266,8 +267,9 @@ void PlayerListView::exportcsv()
 void PlayerListView::importcsv()
 {
     const QString start = QFileInfo(m_shell.db()->path()).absolutePath();
+    int filter = 0;
     const QString path = m_shell.dialogs().openfile(this, QStringLiteral("CSV importieren"), start,
-                                                    {QStringLiteral("CSV-Dateien (*.csv)")}, nullptr);
+                                                    {QStringLiteral("CSV-Dateien (*.csv)")}, &filter);
     if (path.isEmpty())
         return;
     CsvImportDialog dialog(m_shell, path, this);
