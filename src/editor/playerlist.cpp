@@ -54,17 +54,26 @@ bool istext(ListColumn c)
         || c == ListColumn::Kontinent;
 }
 
-QString fromclause(Arm arm, int joins)
+// The continent of each country's name, small enough to be made for each statement.
+const char *const laenderSql =
+    "(SELECT NAME AS land, min(KONTINENT) AS kontinent FROM vereine_national WHERE NAME IS NOT NULL GROUP BY NAME)";
+
+// page: the marks of the players of a window ("?1,?2"), whose first teams
+// are looked up for them alone; else the squads' table kept for the list.
+QString fromclause(Arm arm, int joins, const QString &page = {})
 {
+    const QString laender = QString::fromLatin1(laenderSql);
     if (arm == Frei)
-        return QStringLiteral(" FROM a4spieler a") + (joins & Laender ? QStringLiteral(" LEFT JOIN temp.spielerliste_laender l ON l.land = a.land") : QString());
+        return QStringLiteral(" FROM a4spieler a") + (joins & Laender ? QStringLiteral(" LEFT JOIN %1 l ON l.land = a.land").arg(laender) : QString());
     QString from = QStringLiteral(" FROM spieler s");
     if (joins & Kader)
-        from += QStringLiteral(" LEFT JOIN temp.spielerliste_kader k ON k.spieler = s.NUMMER");
+        from += page.isEmpty() ? QStringLiteral(" LEFT JOIN temp.spielerliste_kader k ON k.spieler = s.NUMMER")
+                               : QStringLiteral(" LEFT JOIN (SELECT spieler, verein, min(zeile) FROM kaderzeilen WHERE spieler IN (%1) "
+                                                "GROUP BY spieler) k ON k.spieler = s.NUMMER").arg(page);
     if (joins & Teams)
         from += QStringLiteral(" LEFT JOIN vereine t ON t.NUMMER = k.verein LEFT JOIN vereine_national n ON n.NUMMER = k.verein");
     if (joins & Laender)
-        from += QStringLiteral(" LEFT JOIN temp.spielerliste_laender l ON l.land = s.NATION");
+        from += QStringLiteral(" LEFT JOIN %1 l ON l.land = s.NATION").arg(laender);
     return from;
 }
 
@@ -121,14 +130,12 @@ PlayerQuery::PlayerQuery(World &world, SearchIndex &index) : m_world(world), m_i
     if (Database *db = world.db()) {
         db->exec(QStringLiteral(
             "CREATE TEMP TABLE IF NOT EXISTS spielerliste_kader (spieler INTEGER PRIMARY KEY, verein INTEGER, zahl INTEGER);"
-            "CREATE TEMP TABLE IF NOT EXISTS spielerliste_laender (land TEXT PRIMARY KEY, kontinent TEXT);"
             "CREATE TEMP TABLE IF NOT EXISTS spielerliste_probleme (spieler INTEGER PRIMARY KEY);"));
     }
     m_watch = QObject::connect(&world, &World::changed, &world, [this](const Change &change) {
         m_count.reset();
         m_problemsDirty = true;
-        if (change.everything || change.tables.contains(QStringLiteral("vereinspieler"))
-            || change.tables.contains(QStringLiteral("vereine_national")))
+        if (change.everything || change.tables.contains(QStringLiteral("vereinspieler")))
             m_joinsDirty = true;
     });
 }
@@ -165,16 +172,19 @@ void PlayerQuery::refreshjoins()
         markproblems();
         m_problemsDirty = false;
     }
+}
+
+// The first team of every player, kept while the squads stay as they are:
+// only a list sorted by club needs it.
+void PlayerQuery::refreshsquads()
+{
     if (!m_joinsDirty)
         return;
     m_joinsDirty = false;
-    Database &db = *m_world.db();
-    db.exec(QStringLiteral(
+    m_world.db()->exec(QStringLiteral(
         "DELETE FROM temp.spielerliste_kader;"
         "INSERT INTO temp.spielerliste_kader SELECT spieler, verein, count(*) FROM "
-        "(SELECT spieler, verein, zeile FROM kaderzeilen ORDER BY spieler, zeile) GROUP BY spieler;"
-        "DELETE FROM temp.spielerliste_laender;"
-        "INSERT INTO temp.spielerliste_laender SELECT NAME, min(KONTINENT) FROM vereine_national WHERE NAME IS NOT NULL GROUP BY NAME;"));
+        "(SELECT spieler, verein, zeile FROM kaderzeilen ORDER BY spieler, zeile) GROUP BY spieler;"));
 }
 
 void PlayerQuery::markproblems()
@@ -205,7 +215,7 @@ QString PlayerQuery::arm(int a, const QList<ListColumn> &columns, QVariantList &
         conds << expr(c, which, &joins) + op;
         values << v;
     };
-    if (which == Frei && (!f.freie || f.ohneVerein || f.verein || !f.vereinName.isEmpty() || f.doppelteNummer || f.problem))
+    if (which == Frei && (!f.freie || !m_world.db()->scalar(QStringLiteral("SELECT EXISTS (SELECT 1 FROM a4spieler)")).toBool() || f.ohneVerein || f.verein || !f.vereinName.isEmpty() || f.doppelteNummer || f.problem))
         return {};
     if (!f.text.trimmed().isEmpty()) {
         if (which == Spieler) {
@@ -254,6 +264,8 @@ QString PlayerQuery::arm(int a, const QList<ListColumn> &columns, QVariantList &
     QStringList cols{QString::number(a) + QStringLiteral(" AS frei")};
     for (ListColumn c : columns)
         cols << expr(c, which, &joins) + QStringLiteral(" AS ") + QString::fromLatin1(aliases[int(c)]);
+    if (joins & Kader)
+        refreshsquads();
     QString sql = QStringLiteral("SELECT ") + cols.join(QStringLiteral(", ")) + fromclause(which, joins);
     if (!conds.isEmpty())
         sql += QStringLiteral(" WHERE ") + conds.join(QStringLiteral(" AND "));
@@ -332,7 +344,7 @@ QList<PlayerRow> PlayerQuery::rows(qint64 offset, int limit)
         QVariantList numbers;
         for (const auto &k : order) {
             if (k.first == (a == Frei)) {
-                marks << QStringLiteral("?");
+                marks << QStringLiteral("?") + QString::number(numbers.size() + 1);
                 numbers << k.second;
             }
         }
@@ -344,7 +356,7 @@ QList<PlayerRow> PlayerQuery::rows(qint64 offset, int limit)
         cols << vereinnr;
         for (ListColumn c : all)
             cols << expr(c, Arm(a), &joins);
-        Statement st = db->prepare(QStringLiteral("SELECT ") + cols.join(QStringLiteral(", ")) + fromclause(Arm(a), joins)
+        Statement st = db->prepare(QStringLiteral("SELECT ") + cols.join(QStringLiteral(", ")) + fromclause(Arm(a), joins, marks.join(QLatin1Char(',')))
                                    + QStringLiteral(" WHERE ") + expr(ListColumn::Nummer, Arm(a), &joins)
                                    + QStringLiteral(" IN (") + marks.join(QLatin1Char(',')) + QLatin1Char(')'));
         for (int i = 0; i < numbers.size(); ++i)

@@ -98,6 +98,7 @@ private:
     QString arm(int which, const QList<ListColumn> &columns, QVariantList &values);
     QString statement(const QList<ListColumn> &columns, QVariantList &values);
     void refreshjoins();
+    void refreshsquads();
     void markproblems();
 
     World &m_world;

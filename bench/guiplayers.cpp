@@ -1,0 +1,137 @@
+// The list of all players on a world of 5,000 clubs, 250 countries and
+// 101,700 players: opening the list with its first paint, a filter per
+// keystroke, a bulk edit of 10,000 players, the CSV export of all and the
+// import of that file unchanged.
+// Usage: QT_QPA_PLATFORM=offscreen bench-guiplayers [runs]
+#include "core/generator.h"
+#include "editor/bulkedit.h"
+#include "editor/playercsv.h"
+#include "editor/ui/playerlistmodel.h"
+
+#include "timing.h"
+
+#include <QApplication>
+#include <QHeaderView>
+#include <QTableView>
+#include <QTemporaryDir>
+#include <cstdio>
+
+using namespace zorbo;
+using zorbo::bench::check;
+using zorbo::bench::medianms;
+
+namespace {
+
+const char *const surnames[] = {"Müller", "Schröder", "Weiß", "Straßer", "Köhler", "Großmann", "Nowak", "Šimek"};
+
+void generate(World &world)
+{
+    check(world.run([](Database &db) {
+        Statement nat = db.prepare("INSERT INTO vereine_national (NUMMER, NAME, NATION, KONTINENT) VALUES (?1, ?2, ?2, ?3)");
+        for (int n = 1; n <= 250; ++n)
+            nat.bindAll(n, QStringLiteral("Land %1").arg(n), kontinente()[n % 12]).exec();
+        Statement club = db.prepare("INSERT INTO vereine (NUMMER, NAME, NATION) VALUES (?1, ?2, ?3)");
+        for (int c = 0; c < 5000; ++c) {
+            const int number = 251 + c;
+            club.bindAll(number, QStringLiteral("FC Müßiggang %1").arg(number), QStringLiteral("Land %1").arg(c % 250 + 1)).exec();
+            spieler20new(db, number, QStringLiteral("Land %1").arg(c % 250 + 1), 20);
+        }
+        db.exec("UPDATE spieler SET \"Stärke\" = (NUMMER % 13) * 1000, \"Max_Stärke\" = 12000");
+        Statement name = db.prepare("UPDATE spieler SET NAME = ?2 || '-' || NUMMER WHERE NUMMER % 8 = ?1");
+        for (int i = 0; i < 8; ++i)
+            name.bindAll(i, QString::fromUtf8(surnames[i])).exec();
+        return Result::success();
+    }));
+    world.drophistory();
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication app(argc, argv);
+    const int runs = argc > 1 ? std::max(1, atoi(argv[1])) : 5;
+    QTemporaryDir dir;
+    std::unique_ptr<World> world = openworld(dir.path());
+    generate(*world);
+    const qint64 players = world->db()->scalar("SELECT count(*) FROM spieler").toLongLong();
+    std::printf("%lld Spieler\n", players);
+
+    if (qEnvironmentVariableIsSet("PARTS")) {
+        SearchIndex index(*world);
+        PlayerQuery q(*world, index);
+        std::printf("count %.1f\n", medianms(1, [&] { q.count(); }));
+        std::printf("count2 %.1f\n", medianms(1, [&] { q.setfilter({}); q.count(); }));
+        std::printf("total %.1f\n", medianms(1, [&] { q.total(); }));
+        std::printf("rows %.1f\n", medianms(3, [&] { q.rows(0, 200); }));
+        PlayerFilter f; f.text = "m";
+        std::printf("m %.1f\n", medianms(3, [&] { q.setfilter(f); q.count(); q.rows(0, 200); }));
+        f.text = "mü";
+        std::printf("mü %.1f\n", medianms(3, [&] { q.setfilter(f); q.count(); q.rows(0, 200); }));
+        f.text = "müller-1";
+        std::printf("müller-1 %.1f\n", medianms(3, [&] { q.setfilter(f); q.count(); q.rows(0, 200); }));
+        q.setsort(ListColumn::Nummer);
+        std::printf("rows by nummer %.1f\n", medianms(3, [&] { q.setfilter({}); q.rows(0, 200); }));
+        return 0;
+    }
+    const double open = medianms(runs, [&] {
+        PlayerListModel model(*world);
+        QTableView view;
+        view.resize(1000, 700);
+        view.setModel(&model);
+        view.grab(); // the first paint reads the rows in view
+    });
+    std::printf("%-40s %8.1f ms\n", "Liste öffnen und erstes Zeichnen", open);
+
+    PlayerListModel model(*world);
+    const QString typed = QStringLiteral("müller-1234");
+    double worst = 0;
+    for (int i = 1; i <= typed.size(); ++i) {
+        PlayerFilter f;
+        f.text = typed.left(i);
+        const double ms = medianms(runs, [&] {
+            model.setfilter({});
+            model.setfilter(f);
+            for (int r = 0; r < std::min(40, model.rowCount()); ++r)
+                model.row(r);
+        });
+        worst = std::max(worst, ms);
+    }
+    std::printf("%-40s %8.1f ms (langsamster Tastendruck)\n", "Filter je Tastendruck", worst);
+    PlayerFilter country;
+    country.land = QStringLiteral("Land 17");
+    country.staerkeBis = 4000;
+    std::printf("%-40s %8.1f ms\n", "Filter Land und Stärke", medianms(runs, [&] {
+                    model.setfilter({});
+                    model.setfilter(country);
+                    for (int r = 0; r < std::min(40, model.rowCount()); ++r)
+                        model.row(r);
+                }));
+
+    QList<qint64> tenthousand;
+    for (qint64 p = 0; p < 10000; ++p)
+        tenthousand << 2000 + p * 7;
+    const FacePictures faces;
+    int step = 1;
+    std::printf("%-40s %8.1f ms\n", "Bearbeiten von 10.000 Spielern", medianms(runs, [&] {
+                    check(runbulkedit(*world, tenthousand, {PlayerEdit::set("Resteinsätze", QString::number(step++))}, faces));
+                }));
+
+    QList<qint64> all;
+    Statement st = world->db()->prepare("SELECT NUMMER FROM spieler");
+    while (st.step())
+        all << st.integer(0);
+    const QString file = dir.filePath("spieler.csv");
+    std::printf("%-40s %8.1f ms\n", "CSV-Export aller Spieler", medianms(runs, [&] { check(exportplayercsv(*world->db(), all, file)); }));
+    const qsizetype steps = world->history().size();
+    std::printf("%-40s %8.1f ms\n", "CSV-Import aller (nichts geändert)", medianms(runs, [&] {
+                    const CsvImport r = runplayercsvimport(*world, file, {});
+                    check(r);
+                    if (r.changed != 0)
+                        std::exit(1);
+                }));
+    if (world->history().size() != steps)
+        return 1;
+    return 0;
+}
