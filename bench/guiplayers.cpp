@@ -58,23 +58,6 @@ int main(int argc, char **argv)
     const qint64 players = world->db()->scalar("SELECT count(*) FROM spieler").toLongLong();
     std::printf("%lld Spieler\n", players);
 
-    if (qEnvironmentVariableIsSet("PARTS")) {
-        SearchIndex index(*world);
-        PlayerQuery q(*world, index);
-        std::printf("count %.1f\n", medianms(1, [&] { q.count(); }));
-        std::printf("count2 %.1f\n", medianms(1, [&] { q.setfilter({}); q.count(); }));
-        std::printf("total %.1f\n", medianms(1, [&] { q.total(); }));
-        std::printf("rows %.1f\n", medianms(3, [&] { q.rows(0, 200); }));
-        PlayerFilter f; f.text = "m";
-        std::printf("m %.1f\n", medianms(3, [&] { q.setfilter(f); q.count(); q.rows(0, 200); }));
-        f.text = "mü";
-        std::printf("mü %.1f\n", medianms(3, [&] { q.setfilter(f); q.count(); q.rows(0, 200); }));
-        f.text = "müller-1";
-        std::printf("müller-1 %.1f\n", medianms(3, [&] { q.setfilter(f); q.count(); q.rows(0, 200); }));
-        q.setsort(ListColumn::Nummer);
-        std::printf("rows by nummer %.1f\n", medianms(3, [&] { q.setfilter({}); q.rows(0, 200); }));
-        return 0;
-    }
     const double open = medianms(runs, [&] {
         PlayerListModel model(*world);
         QTableView view;

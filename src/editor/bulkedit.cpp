@@ -228,18 +228,11 @@ BulkEditResult bulkedit(Database &db, const QList<qint64> &players, const QList<
 BulkEditResult runbulkedit(World &world, const QList<qint64> &players, const QList<PlayerEdit> &edits,
                            const FacePictures &faces)
 {
-    // The face pictures are drawn anew by the second pass; the counting pass
-    // leaves the generator where it was.
-    const Rnd kept = rnd();
-    BulkEditResult counted = world.run([&](Database &db) { return bulkedit(db, players, edits, faces, false, 0); },
-                                       QStringLiteral("Bearbeiten"));
-    rnd() = kept;
-    if (!counted.result.ok || counted.changed == 0)
-        return counted;
-    const Step step(QStringLiteral("%1 Spieler auf einmal bearbeitet").arg(counted.changed),
-                    counted.changed > bulkRestoreRows ? QStringLiteral("Bearbeiten auf vielen") : QString());
-    return world.run([&](Database &db) { return bulkedit(db, players, edits, faces, true); },
-                     QStringLiteral("Bearbeiten"), step);
+    // A restore point for an edit on many players; the world keeps none when
+    // the edit changes no row.
+    const Step step(QStringLiteral("%1 Spieler auf einmal bearbeitet").arg(players.size()),
+                    players.size() > bulkRestoreRows ? QStringLiteral("Bearbeiten auf vielen") : QString());
+    return world.run([&](Database &db) { return bulkedit(db, players, edits, faces, true); }, QStringLiteral("Bearbeiten"), step);
 }
 
 } // namespace zorbo

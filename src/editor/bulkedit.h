@@ -54,7 +54,8 @@ BulkEditResult bulkedit(Database &db, const QList<qint64> &players, const QList<
 inline constexpr int bulkRestoreRows = 300;
 
 // The bulk edit as one step of the world's history, after a restore point
-// when more than bulkRestoreRows players change; nothing when nothing changes.
+// when it works on more than bulkRestoreRows players; no step and no point
+// when it changes nothing.
 BulkEditResult runbulkedit(World &world, const QList<qint64> &players, const QList<PlayerEdit> &edits,
                            const FacePictures &faces);
 

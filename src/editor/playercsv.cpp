@@ -127,6 +127,15 @@ QList<CsvRecord> splitcsv(const QString &text, QChar separator, const QString &f
             }
             continue;
         }
+        if (field.isEmpty() && !wasQuoted && c != QLatin1Char('"') && c != separator && c != QLatin1Char('\n') && c != QLatin1Char('\r')) {
+            // An unquoted field runs to the next separator or line end.
+            qsizetype end = i;
+            while (end < text.size() && text[end] != separator && text[end] != QLatin1Char('\n') && text[end] != QLatin1Char('\r'))
+                ++end;
+            field = text.mid(i, end - i);
+            i = end - 1;
+            continue;
+        }
         if (c == QLatin1Char('"') && field.isEmpty() && !wasQuoted) {
             quoted = wasQuoted = true;
             quoteLine = line;
@@ -293,13 +302,13 @@ CsvImport importplayercsv(Database &db, const QString &path, const CsvOptions &o
 
 CsvImport runplayercsvimport(World &world, const QString &path, const CsvOptions &options)
 {
-    const QString lead = QStringLiteral("CSV-Import");
-    CsvImport counted = world.run([&](Database &db) { return importplayercsv(db, path, options, false); }, lead);
-    if (!counted.result.ok || counted.changed == 0)
-        return counted;
+    // A restore point for a file of many rows; the world keeps none when
+    // the file changes no row.
+    QFile f(path);
+    const qint64 lines = f.open(QIODevice::ReadOnly) ? f.readAll().count('\n') : 0;
     const Step step(QStringLiteral("CSV „%1“ importiert").arg(QFileInfo(path).fileName()),
-                    counted.changed > bulkRestoreRows ? QStringLiteral("CSV-Import") : QString());
-    return world.run([&](Database &db) { return importplayercsv(db, path, options, true); }, lead, step);
+                    lines > bulkRestoreRows ? QStringLiteral("CSV-Import") : QString());
+    return world.run([&](Database &db) { return importplayercsv(db, path, options, true); }, QStringLiteral("CSV-Import"), step);
 }
 
 } // namespace zorbo

@@ -4,6 +4,8 @@
 #include "editor/playerlist.h"
 #include "platform/numbers.h"
 
+#include <QSet>
+
 namespace zorbo {
 
 const QList<PlayerField> &playerfields()
@@ -124,6 +126,12 @@ QHash<qint64, QVariantList> readplayers(Database &db, const QList<qint64> *numbe
     for (const PlayerField &f : playerfields())
         cols << quoted(f.column);
     QString sql = QStringLiteral("SELECT ") + cols.join(QStringLiteral(", ")) + QStringLiteral(" FROM spieler");
+    // A long list reads every row and keeps those asked for.
+    std::optional<QSet<qint64>> wanted;
+    if (numbers && numbers->size() > 2000) {
+        wanted = QSet<qint64>(numbers->begin(), numbers->end());
+        numbers = nullptr;
+    }
     QString list;
     if (numbers) {
         sql += QStringLiteral(" WHERE NUMMER IN (SELECT value FROM json_each(?1))");
@@ -139,6 +147,8 @@ QHash<qint64, QVariantList> readplayers(Database &db, const QList<qint64> *numbe
     QHash<qint64, QVariantList> rows;
     const int count = int(playerfields().size());
     while (st.step()) {
+        if (wanted && !wanted->contains(st.integer(0)))
+            continue;
         QVariantList row;
         row.reserve(count);
         for (int i = 0; i < count; ++i)
