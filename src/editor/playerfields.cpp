@@ -4,6 +4,7 @@
 #include "editor/playerlist.h"
 #include "platform/numbers.h"
 
+#include <QRegularExpression>
 #include <QSet>
 
 namespace zorbo {
@@ -24,8 +25,8 @@ const QList<PlayerField> &playerfields()
         {QStringLiteral("Gesicht"), QStringLiteral("GESICHT"), FieldType::Whole},
         {QStringLiteral("Hautfarbe"), QStringLiteral("HAUTFARBE"), FieldType::Whole},
         {QStringLiteral("Haarfarbe"), QStringLiteral("HAARFARBE"), FieldType::Whole},
-        {QStringLiteral("Erlernt"), QStringLiteral("ERLERNT"), FieldType::Text},
-        {QStringLiteral("Gesperrt"), QStringLiteral("GESPERRT"), FieldType::Text},
+        {QStringLiteral("Erlernt"), QStringLiteral("ERLERNT"), FieldType::Talents},
+        {QStringLiteral("Gesperrt"), QStringLiteral("GESPERRT"), FieldType::Talents},
     };
     return fields;
 }
@@ -50,6 +51,7 @@ QString fieldtext(const PlayerField &field, const QVariant &value)
         const QString name = positionname(value.toLongLong());
         return name.isEmpty() ? value.toString() : name;
     }
+    case FieldType::Talents: return value.toString().replace(QLatin1Char(','), QLatin1Char(' '));
     case FieldType::Whole:
     case FieldType::Text: break;
     }
@@ -59,6 +61,16 @@ QString fieldtext(const PlayerField &field, const QVariant &value)
 std::optional<QVariant> parsefield(const PlayerField &field, const QString &text, QString *why)
 {
     const ColumnRule &rule = windowrule(field.column);
+    if (field.type == FieldType::Talents) {
+        // Blanks or commas between the numbers; stored with commas.
+        static const QRegularExpression list(QStringLiteral("^\\s*(\\d+([\\s,]+\\d+)*)?\\s*$"));
+        if (!list.match(text).hasMatch()) {
+            *why = QStringLiteral("„%1“ ist keine Liste von Talentnummern").arg(text);
+            return std::nullopt;
+        }
+        static const QRegularExpression gaps(QStringLiteral("[\\s,]+"));
+        return parsefield({field.heading, field.column, FieldType::Text}, text.trimmed().split(gaps, Qt::SkipEmptyParts).join(QLatin1Char(',')), why);
+    }
     if (field.type == FieldType::Text) {
         if (rule.maxLength > 0 && text.size() > rule.maxLength) {
             *why = QStringLiteral("„%1“ ist %2 Zeichen lang, erlaubt sind %3").arg(text).arg(text.size()).arg(rule.maxLength);

@@ -18,6 +18,7 @@ enum class FieldType {
     Whole,
     Stars,    // units, written as stars with a decimal comma ("3,5")
     Position, // ART, written as its name ("Sturm")
+    Talents,  // a talent list, written with blanks ("3 17"): "3,17" would be a number to a spreadsheet
 };
 
 // A field of spieler under its German heading.

@@ -56,12 +56,18 @@ TEST_F(PlayerListWalk, FilterSelectEditInBulkUndoAndOpenAPlayer)
     ASSERT_GE(weiss, 2);
     for (int r = 0; r < weiss; ++r)
         EXPECT_EQ(cell(r, ListColumn::Name), "Weiß");
+    if (qEnvironmentVariableIsSet("ZORBO_SCREENSHOT_DIR")) {
+        auto *dock = window->findChild<QDockWidget *>("dockspielerliste");
+        dock->setFloating(true);
+        dock->resize(1150, 420);
+        QApplication::processEvents();
+        zorbo::test::screenshot(dock, "spielerliste.png");
+    }
     auto *land = child<QComboBox>(*view, "cbofilterland");
     land->setCurrentIndex(land->findText("Deutschland"));
     const int german = table->model()->rowCount();
     ASSERT_GE(german, 1);
     ASSERT_LT(german, weiss);
-    zorbo::test::screenshot(window.get(), "spielerliste.png");
 
     // All rows the filter shows, each half a star stronger, through the preview.
     table->selectAll();
@@ -74,6 +80,7 @@ TEST_F(PlayerListWalk, FilterSelectEditInBulkUndoAndOpenAPlayer)
         child<QSpinBox>(*d, "spnschritte")->setValue(1);
         summary = child<QLabel>(*d, "lblvorschau")->text();
         EXPECT_GE(child<QTreeWidget>(*d, "lstvvorschau")->topLevelItemCount(), german);
+        d->resize(760, 480);
         zorbo::test::screenshot(d, "auswahlbearbeiten.png");
         QTest::mouseClick(child<QPushButton>(*d, "btnuebernehmen"), Qt::LeftButton);
     }, "frmauswahlbearbeiten");

@@ -50,7 +50,7 @@ TEST(BulkEdit, EachEditChangesExactlyItsRows)
     EXPECT_EQ(preview({5}, {PlayerEdit::of(PlayerEdit::Renumber)}),
               QStringList({"5 Rückennummer 9→3", "4 Rückennummer 3→1", "6 Rückennummer 9→2"}));
     EXPECT_EQ(preview({1}, {PlayerEdit::of(PlayerEdit::ClearTalents)}),
-              QStringList({"1 Erlernt 3,4→", "1 Gesperrt 5→"}));
+              QStringList({"1 Erlernt 3 4→", "1 Gesperrt 5→"}));
     // New faces only of pictures there are.
     const FacePictures pictures(w.world->settings().folder(GesichtFolder));
     ASSERT_TRUE(bulkedit(w.db(), {2, 3}, {PlayerEdit::of(PlayerEdit::NewFaces)}, pictures, true).result.ok);

@@ -33,7 +33,8 @@ TEST(PlayerCsv, WritesWhatAGermanSpreadsheetReads)
     const QStringList lines = QString::fromUtf8(bytes.mid(3)).split("\r\n");
     EXPECT_EQ(lines[0], "Nummer;Name;Vorname;Verein;Land;Position;Stärke;Maxstärke;Größe;Rückennummer;Resteinsätze;"
                         "Gesicht;Hautfarbe;Haarfarbe;Erlernt;Gesperrt");
-    EXPECT_EQ(lines[1], "1;Müller;Thomas;FC Köln;Deutschland;Sturm;2,5;4;186;9;10;12345;1;2;3,4;5");
+    EXPECT_EQ(lines[1], "1;Müller;Thomas;FC Köln;Deutschland;Sturm;2,5;4;186;9;10;12345;1;2;3 4;5")
+        << "talents apart by blanks: a spreadsheet would take \"3,4\" for a number";
     EXPECT_EQ(lines[2], "6;Pereira;\"Zé; \"\"Bola\"\"\nJr.\";Santos FC;Brasilien;Sturm;1,25;2;170;9;0;0;0;0;;");
     EXPECT_EQ(lines[3], "7;Ärger;Ändi;vereinslos;Deutschland;Mittelfeld;0,5;1;175;7;0;0;0;0;;");
     EXPECT_TRUE(lines[4].startsWith("8;Markt;Max;Transfermarkt;"));
@@ -69,6 +70,7 @@ TEST(PlayerCsv, RoundTripIsExactAndAnUneditedFileChangesNothing)
     QString text = QString::fromUtf8(test::readBytes(file).mid(3));
     text.replace("\r\n", "\n");
     text.replace("1;Müller;Thomas;FC Köln;Deutschland;Sturm;2,5;4;", "1;Müller;Thomas;FC Köln;Deutschland;Sturm;3,25 Sterne;4,0;");
+    text.replace(";3 4;5\n", ";3,4;5\n"); // talents apart by commas read the same
     ASSERT_TRUE(test::writeBytes(file, text.toUtf8()));
     const CsvImport edited = import(w, file);
     ASSERT_TRUE(edited.result.ok) << edited.result.message.toStdString();

@@ -55,7 +55,6 @@ BulkEditDialog::BulkEditDialog(Shell &shell, const QList<qint64> &selected, cons
     m_steps->setObjectName(QStringLiteral("spnschritte"));
     m_steps->setRange(-12, 12);
     m_steps->setValue(1);
-    m_steps->setSuffix(QStringLiteral(" halbe Sterne"));
     m_list = new ChangeList(this);
     m_summary = new QLabel(this);
     m_summary->setObjectName(QStringLiteral("lblvorschau"));
@@ -72,7 +71,8 @@ BulkEditDialog::BulkEditDialog(Shell &shell, const QList<qint64> &selected, cons
     form->addRow(QStringLiteral("Änderung:"), m_kind);
     form->addRow(QStringLiteral("Feld:"), m_field);
     form->addRow(QStringLiteral("Wert:"), m_value);
-    form->addRow(QStringLiteral("Um:"), m_steps);
+    form->addRow(QStringLiteral("Um halbe Sterne:"), m_steps);
+    m_form = form;
     auto *layout = new QVBoxLayout(this);
     layout->addLayout(form);
     layout->addWidget(m_list, 1);
@@ -108,9 +108,9 @@ QList<qint64> BulkEditDialog::players() const
 void BulkEditDialog::refresh()
 {
     const PlayerEdit e = edit();
-    m_field->setVisible(e.kind == PlayerEdit::Set);
-    m_value->setVisible(e.kind == PlayerEdit::Set);
-    m_steps->setVisible(e.kind == PlayerEdit::StepStrength || e.kind == PlayerEdit::StepMaximum);
+    m_form->setRowVisible(m_field, e.kind == PlayerEdit::Set);
+    m_form->setRowVisible(m_value, e.kind == PlayerEdit::Set);
+    m_form->setRowVisible(m_steps, e.kind == PlayerEdit::StepStrength || e.kind == PlayerEdit::StepMaximum);
     const QList<qint64> chosen = players();
     m_preview = m_shell.run([&](Database &db) { return bulkedit(db, chosen, {e}, m_faces, false, 50); },
                             QStringLiteral("Vorschau"));

@@ -5,6 +5,7 @@
 #include <QDialog>
 
 class QComboBox;
+class QFormLayout;
 class QLabel;
 class QLineEdit;
 class QPushButton;
@@ -42,6 +43,7 @@ private:
     QComboBox *m_kind, *m_field;
     QLineEdit *m_value;
     QSpinBox *m_steps;
+    QFormLayout *m_form = nullptr;
     ChangeList *m_list;
     QLabel *m_summary;
     QPushButton *m_apply;

@@ -65,10 +65,10 @@ PlayerListView::PlayerListView(Shell &shell, QWidget *parent) : QWidget(parent),
     m_count = new QLabel(this);
     m_count->setObjectName(QStringLiteral("lblanzahl"));
 
-    m_position->addItem(QStringLiteral("(alle)"), -1);
+    m_position->addItem(QStringLiteral("(alle Positionen)"), -1);
     for (int i = 0; i < 4; ++i)
         m_position->addItem(positionname(i), i);
-    m_kontinent->addItem(QStringLiteral("(alle)"));
+    m_kontinent->addItem(QStringLiteral("(alle Kontinente)"));
     m_kontinent->addItems(kontinente());
     for (QComboBox *c : {m_von, m_bis}) {
         c->addItem(c == m_von ? QStringLiteral("von") : QStringLiteral("bis"), -1);
@@ -98,7 +98,7 @@ PlayerListView::PlayerListView(Shell &shell, QWidget *parent) : QWidget(parent),
     m_table->horizontalHeader()->setSectionResizeMode(QHeaderView::Interactive);
     // Fixed widths: sizing to the contents would read every row.
     const int x = m_table->fontMetrics().horizontalAdvance(QLatin1Char('x'));
-    const int widths[] = {8, 16, 14, 20, 14, 12, 11, 7, 9, 6, 6, 6};
+    const int widths[] = {8, 16, 14, 20, 14, 13, 11, 7, 10, 6, 13, 13};
     for (int c = 0; c < listColumnCount; ++c)
         m_table->setColumnWidth(c, widths[c] * x);
 
