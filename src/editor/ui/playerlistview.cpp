@@ -98,7 +98,7 @@ PlayerListView::PlayerListView(Shell &shell, QWidget *parent) : QWidget(parent),
     m_table->horizontalHeader()->setSectionResizeMode(QHeaderView::Interactive);
     // Fixed widths: sizing to the contents would read every row.
     const int x = m_table->fontMetrics().horizontalAdvance(QLatin1Char('x'));
-    const int widths[] = {8, 16, 14, 20, 14, 13, 11, 7, 10, 6, 13, 13};
+    const int widths[] = {8, 16, 14, 20, 14, 13, 11, 7, 10, 6, 16, 14};
     for (int c = 0; c < listColumnCount; ++c)
         m_table->setColumnWidth(c, widths[c] * x);
 
