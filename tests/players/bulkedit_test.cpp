@@ -1,6 +1,7 @@
 // Edits on many players at once: each edit changes exactly the rows it
 // should, an edit against a rule changes nothing and names the field, and
 // a run is one step of the history.
+#include "core/history.h"
 #include "editor/bulkedit.h"
 #include "players/playersworld.h"
 
@@ -108,4 +109,25 @@ TEST(BulkEdit, AnEditAgainstARuleChangesNothingAndNamesTheField)
     EXPECT_EQ(parseedit("Talente löschen", &error)->kind, PlayerEdit::ClearTalents);
     EXPECT_FALSE(parseedit("Nummer=5", &error)) << "numbers are never edited in bulk";
     EXPECT_FALSE(parseedit("Land", &error));
+}
+
+TEST(BulkEdit, ManyPlayersKeepARestorePointFirstUnlessNothingChanges)
+{
+    test::PlayersWorld w;
+    w.db().exec("WITH RECURSIVE n(i) AS (SELECT 100 UNION ALL SELECT i + 1 FROM n WHERE i < 499) "
+                "INSERT INTO spieler (NUMMER, NAME, VORNAME, \"Stärke\", \"Max_Stärke\", NATION) "
+                "SELECT i, 'Viele', 'V.', 2000, 6000, 'Chile' FROM n");
+    QList<qint64> many;
+    for (qint64 p = 100; p < 500; ++p)
+        many << p;
+    const QString folder = w.dir.path();
+    EXPECT_EQ(edit(w, many, {PlayerEdit::set("Land", "Chile")}).changed, 0);
+    EXPECT_TRUE(restorepoints(folder, false).isEmpty()) << "no point for an edit that changes nothing";
+    EXPECT_EQ(edit(w, many.mid(0, 10), {PlayerEdit::set("Land", "Peru")}).changed, 10);
+    EXPECT_TRUE(restorepoints(folder, false).isEmpty()) << "no point for a few players";
+    EXPECT_EQ(edit(w, many, {PlayerEdit::strength(1)}).changed, 400);
+    const QList<RestorePoint> points = restorepoints(folder);
+    ASSERT_EQ(points.size(), 1);
+    EXPECT_EQ(points[0].reason, "Bearbeiten auf vielen");
+    EXPECT_EQ(points[0].players, 408) << "the world as it was before";
 }
