@@ -203,12 +203,9 @@ BulkEditResult bulkedit(Database &db, const QList<qint64> &players, const QList<
         if (was == before.constEnd())
             continue;
         const QVariantList &now = after[p];
-        const PlayerChange change = changeof(*was, now);
-        if (change.fields.isEmpty())
+        if (!differs(*was, now))
             continue;
-        const bool strengthChanged = std::any_of(change.fields.begin(), change.fields.end(), [](const FieldChange &f) {
-            return f.field == QStringLiteral("Stärke") || f.field == QStringLiteral("Maxstärke");
-        });
+        const bool strengthChanged = !samevalue((*was)[iStaerke], now[iStaerke]) || !samevalue((*was)[iMax], now[iMax]);
         if (strengthChanged && !now[iMax].isNull() && !now[iStaerke].isNull() && now[iMax].toLongLong() < now[iStaerke].toLongLong())
             return refuse(QStringLiteral("Maxstärke"),
                           QStringLiteral("%1 hätte %2 Sterne, weniger als seine Stärke von %3 Sternen")
@@ -216,7 +213,7 @@ BulkEditResult bulkedit(Database &db, const QList<qint64> &players, const QList<
                           p);
         ++out.changed;
         if (out.preview.size() < previewRows)
-            out.preview.append(change);
+            out.preview.append(changeof(*was, now));
         if (apply)
             writer.update(*was, now);
     }

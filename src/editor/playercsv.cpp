@@ -26,18 +26,6 @@ QString quotedfield(const QString &text)
     return QLatin1Char('"') + QString(text).replace(QLatin1Char('"'), QLatin1String("\"\"")) + QLatin1Char('"');
 }
 
-// The first team of each player, by name, or "Transfermarkt".
-QHash<qint64, QString> firstteams(Database &db)
-{
-    QHash<qint64, QString> teams;
-    Statement st = db.prepare(QStringLiteral(
-        "SELECT k.spieler, k.verein, coalesce(t.NAME, n.NAME, '') FROM kaderzeilen k LEFT JOIN vereine t ON t.NUMMER = k.verein "
-        "LEFT JOIN vereine_national n ON n.NUMMER = k.verein ORDER BY k.zeile DESC"));
-    while (st.step())
-        teams.insert(st.integer(0), st.integer(1) == 0 ? QString::fromLatin1(transfermarkt) : st.text(2));
-    return teams;
-}
-
 QString decoded(const QByteArray &bytes, FileEncoding encoding, const QString &file)
 {
     if (bytes.startsWith("\xEF\xBB\xBF"))
@@ -57,25 +45,42 @@ QString decoded(const QByteArray &bytes, FileEncoding encoding, const QString &f
 
 QByteArray playercsv(Database &db, const QList<qint64> &players)
 {
-    const QHash<qint64, QVariantList> rows = readplayers(db, &players);
-    const QHash<qint64, QString> teams = firstteams(db);
+    // One statement in the order of the numbers, each player with the name
+    // of his first team, written as it comes.
+    QStringList cols;
+    for (const PlayerField &f : playerfields())
+        cols << QStringLiteral("s.\"%1\"").arg(f.column);
+    const qint64 all = db.scalar(QStringLiteral("SELECT count(*) FROM spieler")).toLongLong();
+    const bool every = QSet<qint64>(players.begin(), players.end()).size() >= all;
+    QStringList numbers;
+    if (!every)
+        for (qint64 p : players)
+            numbers << QString::number(p);
+    Statement st = db.prepare(
+        QStringLiteral("SELECT ") + cols.join(QStringLiteral(", "))
+        + QStringLiteral(", CASE WHEN k.verein IS NULL THEN 'vereinslos' WHEN k.verein = 0 THEN 'Transfermarkt' "
+                         "ELSE coalesce(t.NAME, n.NAME, '') END FROM spieler s "
+                         "LEFT JOIN (SELECT spieler, verein, min(zeile) FROM kaderzeilen GROUP BY spieler) k ON k.spieler = s.NUMMER "
+                         "LEFT JOIN vereine t ON t.NUMMER = k.verein LEFT JOIN vereine_national n ON n.NUMMER = k.verein ")
+        + (every ? QString() : QStringLiteral("WHERE s.NUMMER IN (SELECT value FROM json_each(?1)) "))
+        + QStringLiteral("ORDER BY s.NUMMER"));
+    if (!every)
+        st.bind(1, QLatin1Char('[') + numbers.join(QLatin1Char(',')) + QLatin1Char(']'));
     QStringList header;
     for (const PlayerField &f : playerfields())
         header << f.heading;
     header.insert(vereinColumn, vereinHeading);
     QString out = header.join(QLatin1Char(';')) + QStringLiteral("\r\n");
-    QList<qint64> order = players;
-    std::sort(order.begin(), order.end());
-    order.erase(std::unique(order.begin(), order.end()), order.end());
-    for (qint64 p : order) {
-        const auto row = rows.constFind(p);
-        if (row == rows.constEnd())
-            continue;
-        QStringList fields;
-        for (int i = 0; i < playerfields().size(); ++i)
-            fields << quotedfield(fieldtext(playerfields()[i], (*row)[i]));
-        fields.insert(vereinColumn, quotedfield(teams.value(p, QString::fromLatin1(vereinslos))));
-        out += fields.join(QLatin1Char(';')) + QStringLiteral("\r\n");
+    out.reserve(qsizetype(players.size()) * 110);
+    const int count = int(playerfields().size());
+    while (st.step()) {
+        for (int i = 0; i < count; ++i) {
+            if (i == vereinColumn)
+                out += quotedfield(st.text(count)) + QLatin1Char(';');
+            out += quotedfield(fieldtext(playerfields()[i], st.value(i)));
+            out += i + 1 < count ? QLatin1Char(';') : QLatin1Char('\r');
+        }
+        out += QLatin1Char('\n');
     }
     return QByteArray("\xEF\xBB\xBF") + out.toUtf8();
 }
@@ -264,14 +269,13 @@ CsvImport importplayercsv(Database &db, const QString &path, const CsvOptions &o
     Statement team = db.prepare(QStringLiteral(
         "SELECT NUMMER FROM vereine WHERE samename(NAME, ?1) UNION ALL SELECT NUMMER FROM vereine_national WHERE samename(NAME, ?1)"));
     for (const Planned &p : planned) {
-        const PlayerChange change = changeof(p.before, p.after);
-        if (change.fields.isEmpty())
+        if (!differs(p.before, p.after))
             continue;
         ++out.changed;
-        if (change.created)
+        if (p.before.isEmpty())
             ++out.created;
         if (out.preview.size() < options.previewRows)
-            out.preview.append(change);
+            out.preview.append(changeof(p.before, p.after));
         if (!apply)
             continue;
         if (!p.before.isEmpty()) {

@@ -119,8 +119,9 @@ QString quoted(const QString &column)
     return QLatin1Char('"') + column + QLatin1Char('"');
 }
 
-// Values compare as the database keeps them: 3 and "3" differ, Null and "" too.
-bool same(const QVariant &a, const QVariant &b)
+} // namespace
+
+bool samevalue(const QVariant &a, const QVariant &b)
 {
     if (a.isNull() || b.isNull())
         return a.isNull() == b.isNull();
@@ -130,7 +131,15 @@ bool same(const QVariant &a, const QVariant &b)
     return textA ? a.toString() == b.toString() : a.toLongLong() == b.toLongLong() && a.toDouble() == b.toDouble();
 }
 
-} // namespace
+bool differs(const QVariantList &before, const QVariantList &after)
+{
+    if (before.isEmpty())
+        return true;
+    for (qsizetype i = 1; i < after.size(); ++i)
+        if (!samevalue(before[i], after[i]))
+            return true;
+    return false;
+}
 
 QHash<qint64, QVariantList> readplayers(Database &db, const QList<qint64> *numbers)
 {
@@ -175,7 +184,7 @@ bool PlayerWriter::update(const QVariantList &before, const QVariantList &after)
     QStringList sets;
     QVariantList values;
     for (int i = 1; i < playerfields().size(); ++i) {
-        if (!same(before[i], after[i])) {
+        if (!samevalue(before[i], after[i])) {
             sets << quoted(playerfields()[i].column) + QStringLiteral(" = ?") + QString::number(values.size() + 2);
             values << after[i];
         }
@@ -218,7 +227,7 @@ PlayerChange changeof(const QVariantList &before, const QVariantList &after)
     c.created = before.isEmpty();
     for (int i = 1; i < playerfields().size(); ++i) {
         const QVariant was = before.isEmpty() ? QVariant() : before[i];
-        if (!before.isEmpty() && same(was, after[i]))
+        if (!before.isEmpty() && samevalue(was, after[i]))
             continue;
         c.fields.append({playerfields()[i].heading, fieldtext(playerfields()[i], was), fieldtext(playerfields()[i], after[i])});
     }

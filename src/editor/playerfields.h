@@ -77,6 +77,12 @@ struct PlayerChange {
     QList<FieldChange> fields;
 };
 
+// Whether two values are the same as the database keeps them: 3 and "3"
+// differ, Null and "" too.
+bool samevalue(const QVariant &a, const QVariant &b);
+// Whether two rows of readplayers() differ in any field.
+bool differs(const QVariantList &before, const QVariantList &after);
+
 // The changes of one player as a preview shows them; no fields when the two
 // are the same.
 PlayerChange changeof(const QVariantList &before, const QVariantList &after);
