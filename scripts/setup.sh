@@ -13,6 +13,12 @@ packages=(
   file dpkg-dev lintian desktop-file-utils appstream
 )
 
+# --interop: also LibreOffice Calc without its windows, for the test that a
+# real spreadsheet reads and writes the player file as we do.
+if [ "${1:-}" = "--interop" ]; then
+  packages+=(libreoffice-calc-nogui)
+fi
+
 missing=()
 for p in "${packages[@]}"; do
   if ! dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed"; then

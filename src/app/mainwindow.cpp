@@ -4,6 +4,7 @@
 #include "app/aboutdialog.h"
 #include "app/busy.h"
 #include "app/historypanel.h"
+#include "app/playerlistpanel.h"
 #include "app/problemspanel.h"
 #include "app/searchfield.h"
 #include "core/defaultfolders.h"
@@ -74,6 +75,7 @@ MainWindow::MainWindow(const QString &programFolder, Dialogs *dialogs)
     installhistory(*m_shell);
     m_shell->handlefile(QStringLiteral("zae"), [this](const QString &file) { openchangefile(file); });
     installrecentfiles(*m_shell);
+    installplayerlist(*m_shell);
 }
 
 // Change files (.zae) given on the command line or picked from the files

@@ -40,7 +40,7 @@ const Menu menus[] = {
       {"mnuimportitem(0)", "Config (Zorbo)", "Ctrl+I", "mnuimport", false},
       {"mnuimportitem(1)", "&Wappen (wa.res)", "Ctrl+W", "mnuimport", false},
       {"mnuimportitem(2)", "Verein (&Anstoss Exporter)", "Ctrl+A", "mnuimport", false},
-      {"mnuimportitem(3)", "&Liga/Land (Anstoss Exporter)", "Ctrl+L", "mnuimport", false},
+      {"mnuimportitem(3)", "&Liga/Land (Anstoss Exporter)", "Ctrl+Shift+L", "mnuimport", false},
       {"mnudateiitem(5)", "&Export...", nullptr, "mnuexport", false},
       {"mnuexportitem(0)", "Config (Zorbo)", "Ctrl+E", "mnuexport", false},
       {"mnuexportitem(1)", "&Wappen (wa.res)", "Ctrl+C", "mnuexport", false},
@@ -51,7 +51,9 @@ const Menu menus[] = {
      {{"mnubearbeitenitem(0)", "&Rückgängig", "Ctrl+Z", nullptr, false},
       {"mnubearbeitenitem(1)", "&Wiederherstellen", "Ctrl+Y; Ctrl+Shift+Z", nullptr, false},
       {"mnubearbeitenitem(2)", "", nullptr, nullptr, false},
-      {"mnubearbeitenitem(3)", "&Verlauf", nullptr, nullptr, false}},
+      {"mnubearbeitenitem(3)", "&Verlauf", nullptr, nullptr, false},
+      {"mnubearbeitenitem(4)", "", nullptr, nullptr, false},
+      {"mnubearbeitenitem(5)", "&Alle Spieler...", "Ctrl+L", nullptr, false}},
      false},
     {"mnupopup", "popup", {{"mnupopupitem(0)", "aktualisieren", nullptr, nullptr, false}}, true},
     {"mnuoptionen", "&Optionen",
@@ -203,7 +205,8 @@ void MainWindow::handle(const QString &name, std::function<void()> work)
         QStringLiteral("mnudateiitem(7)"),      QStringLiteral("mnuinfoitem(0)"),
         QStringLiteral("mnuoptionenitem(0)"),   QStringLiteral("mnuoptionenitem(1)"),
         QStringLiteral("mnubearbeitenitem(0)"), QStringLiteral("mnubearbeitenitem(1)"),
-        QStringLiteral("mnubearbeitenitem(3)"), QStringLiteral("mnutoolitem(8)")};
+        QStringLiteral("mnubearbeitenitem(3)"), QStringLiteral("mnutoolitem(8)"),
+        QStringLiteral("mnubearbeitenitem(5)")};
     const bool asks = !leaveforms.contains(name);
     connect(act, &QAction::triggered, this, [this, asks, work = std::move(work)] {
         if (asks && m_shell->settle() == Settled::Cancelled)

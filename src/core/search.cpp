@@ -263,4 +263,16 @@ SearchResult SearchIndex::find(const QString &text, int limit)
     return result;
 }
 
+QString SearchIndex::playercondition(const QString &column, const QString &text, QVariant *value)
+{
+    refresh();
+    const QString folded = searchfold(text.trimmed());
+    if (folded.size() >= 3) {
+        *value = QLatin1Char('"') + QString(folded).replace(QLatin1Char('"'), QLatin1String("\"\"")) + QLatin1Char('"');
+        return column + QStringLiteral(" IN (SELECT rowid FROM temp.suche_spieler WHERE text MATCH ?)");
+    }
+    *value = folded;
+    return column + QStringLiteral(" IN (SELECT id FROM temp.suche_spieler_content WHERE instr(c0, ?) > 0)");
+}
+
 } // namespace zorbo

@@ -51,6 +51,11 @@ public:
     // Builds all anew, now.
     void rebuild();
 
+    // A condition that holds for the players whose "Vorname Name" holds text
+    // as find() matches it, on the player number in column, with one "?"
+    // for which *value is to be bound; the index is brought up to date first.
+    QString playercondition(const QString &column, const QString &text, QVariant *value);
+
 private:
     void update(const Change &change);
     void refresh();

@@ -3,6 +3,8 @@
 #include "platform/germanorder.h"
 #include "support/testsupport.h"
 
+#include <QCollator>
+#include <QLocale>
 #include <gtest/gtest.h>
 
 using namespace zorbo;
@@ -73,4 +75,23 @@ TEST(GermanOrder, TreeListsCountriesAndClubsInGermanOrder)
                                          [&](const TreeNode &n) { return n.key == key; }) - tree.nodes.begin()]
                      .text;
     EXPECT_EQ(clubs, (QStringList{"Ä-Klub", "admira", "Austria Wien", "Zürich"}));
+}
+
+TEST(GermanOrder, TheQuickWayByFirstLettersAgreesWithTheCollator)
+{
+    QCollator collator{QLocale(QLocale::German, QLocale::Germany)};
+    collator.setCaseSensitivity(Qt::CaseSensitive);
+    const QStringList names = {"Müller", "muller", "Zander", "Özil", "Ärger", "Abel", "abel", "Bär", "bar", "Šimek", "Smith",
+                               "1. FC", "'s-Hertogenbosch", "Łódź", "Lodz", "van Dijk", "Van Basten", "Yilmaz", "Æsir", "Zé",
+                               "", " Leer", "Straße", "Strasse", "ßa", "Øberg", "Oberg", "Ñandú", "Nunez", "de Jong"};
+    for (const QString &a : names) {
+        for (const QString &b : names) {
+            int expected = collator.compare(a, b);
+            if (expected == 0)
+                expected = a.compare(b, Qt::CaseSensitive);
+            const int got = germancompare(a, b);
+            EXPECT_EQ(got < 0, expected < 0) << a.toStdString() << " / " << b.toStdString();
+            EXPECT_EQ(got > 0, expected > 0) << a.toStdString() << " / " << b.toStdString();
+        }
+    }
 }

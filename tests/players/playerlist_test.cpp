@@ -1,0 +1,170 @@
+// The list of all players: each filter gives exactly its rows, in German
+// order, a window at a time; the filter expression of the command line.
+#include "core/problems.h"
+#include "editor/playerlist.h"
+#include "players/playersworld.h"
+
+using namespace zorbo;
+
+namespace {
+
+// The rows as "F1" (a free player) or "7", in list order.
+QStringList keys(PlayerQuery &q)
+{
+    QStringList out;
+    for (const PlayerRow &r : q.rows(0, 1000))
+        out << (r.frei ? QStringLiteral("F") : QString()) + QString::number(r.nummer);
+    return out;
+}
+
+QStringList filtered(PlayerQuery &q, const PlayerFilter &f)
+{
+    q.setfilter(f);
+    const QStringList k = keys(q);
+    EXPECT_EQ(q.count(), k.size()) << "the count agrees with the rows";
+    return k;
+}
+
+} // namespace
+
+TEST(PlayerList, EachFilterGivesExactlyItsRows)
+{
+    test::PlayersWorld w;
+    SearchIndex index(*w.world);
+    PlayerQuery q(*w.world, index);
+    // German order: Ä beside A, Ö beside O; the free player among them.
+    EXPECT_EQ(filtered(q, {}), QStringList({"7", "F1", "8", "1", "3", "2", "6", "5", "4"}));
+    EXPECT_EQ(q.total(), 9);
+
+    PlayerFilter f;
+    f.text = "muller";
+    EXPECT_EQ(filtered(q, f), QStringList({"1"}));
+    f.text = "zi";
+    EXPECT_EQ(filtered(q, f), QStringList({"2"})) << "short texts too";
+    f.text = "ÖZ";
+    EXPECT_EQ(filtered(q, f), QStringList({"2"})) << "without regard to case and accents";
+    f.text = "FRITZ";
+    EXPECT_EQ(filtered(q, f), QStringList({"F1"}));
+    f = {};
+    f.land = "brasilien";
+    EXPECT_EQ(filtered(q, f), QStringList({"F1", "6", "5", "4"}));
+    f.freie = false;
+    EXPECT_EQ(filtered(q, f), QStringList({"6", "5", "4"}));
+    f = {};
+    f.kontinent = "West-Europa";
+    EXPECT_EQ(filtered(q, f), QStringList({"7", "1", "3", "2"}));
+    f = {};
+    f.verein = 10;
+    EXPECT_EQ(filtered(q, f), QStringList({"1", "3", "2"}));
+    f.verein.reset();
+    f.vereinName = "deutschland";
+    EXPECT_EQ(filtered(q, f), QStringList({"3"})) << "a national team by name";
+    f = {};
+    f.verein = 0;
+    EXPECT_EQ(filtered(q, f), QStringList({"8"}));
+    f = {};
+    f.position = 3;
+    f.staerkeBis = 4999;
+    EXPECT_EQ(filtered(q, f), QStringList({"6", "5"}));
+    f.staerkeVon = 3000;
+    EXPECT_EQ(filtered(q, f), QStringList({"5"}));
+    f = {};
+    f.ohneVerein = true;
+    EXPECT_EQ(filtered(q, f), QStringList({"7"}));
+    f = {};
+    f.doppelteNummer = true;
+    EXPECT_EQ(filtered(q, f), QStringList({"6", "5"}));
+    f = {};
+    f.problem = true;
+    QSet<QString> named;
+    for (const Problem &p : checkproblems(w.db(), w.world->settings()).problems)
+        if (p.where.player >= 0)
+            named.insert(QString::number(p.where.player));
+    const QStringList problems = filtered(q, f);
+    EXPECT_EQ(QSet<QString>(problems.begin(), problems.end()), named);
+    EXPECT_TRUE(named.contains("7")) << "a player in no club is a problem";
+    EXPECT_LT(named.size(), 8);
+}
+
+TEST(PlayerList, SortsReadsWindowsAndFollowsTheWorld)
+{
+    test::PlayersWorld w;
+    SearchIndex index(*w.world);
+    PlayerQuery q(*w.world, index);
+    q.setsort(ListColumn::Staerke, true);
+    PlayerFilter f;
+    f.freie = false;
+    q.setfilter(f);
+    EXPECT_EQ(keys(q), QStringList({"3", "2", "8", "1", "4", "5", "6", "7"}));
+    q.setsort(ListColumn::Verein);
+    EXPECT_EQ(keys(q), QStringList({"1", "3", "2", "6", "5", "4", "8", "7"})) << "FC Köln, Santos FC, Transfermarkt, vereinslos";
+
+    const QList<PlayerRow> window = q.rows(6, 5);
+    ASSERT_EQ(window.size(), 2);
+    EXPECT_EQ(window[0].verein, "Transfermarkt");
+    EXPECT_EQ(window[0].vereinNr, 0);
+    EXPECT_EQ(window[1].verein, "vereinslos");
+    EXPECT_EQ(window[1].kontinent, "West-Europa");
+    EXPECT_EQ(window[1].staerke.toLongLong(), 1000);
+    q.setfilter({});
+    q.setsort(ListColumn::Nummer);
+    const PlayerRow free = q.rows(0, 1)[0];
+    EXPECT_TRUE(free.frei);
+    EXPECT_EQ(free.verein, "Freie Spieler");
+    EXPECT_TRUE(free.maxstaerke.isNull());
+
+    // A run moves player 7 into a club and renames him: count and rows follow.
+    w.world->run([](Database &db) {
+        db.exec("INSERT INTO vereinspieler VALUES (11, 7); UPDATE spieler SET NAME = 'Zander' WHERE NUMMER = 7");
+        return Result::success();
+    });
+    f = {};
+    f.ohneVerein = true;
+    q.setfilter(f);
+    EXPECT_EQ(q.count(), 0);
+    f = {};
+    f.text = "zander";
+    q.setfilter(f);
+    ASSERT_EQ(q.rows(0, 10).size(), 1);
+    EXPECT_EQ(q.rows(0, 10)[0].verein, "Santos FC");
+    EXPECT_EQ(q.numbers(), QList<qint64>{7});
+}
+
+TEST(PlayerList, FilterExpressionAndStars)
+{
+    QString error;
+    const std::optional<PlayerFilter> f =
+        parsefilter("land=Brasilien; position=STU; sterne<2,5; verein=#11; text=zé; ohneverein; doppelt; problem; ohnefreie", &error);
+    ASSERT_TRUE(f) << error.toStdString();
+    EXPECT_EQ(f->land, "Brasilien");
+    EXPECT_EQ(f->position, 3);
+    EXPECT_EQ(f->staerkeBis, 4999);
+    EXPECT_FALSE(f->staerkeVon);
+    EXPECT_EQ(f->verein, 11);
+    EXPECT_EQ(f->text, "zé");
+    EXPECT_TRUE(f->ohneVerein && f->doppelteNummer && f->problem && !f->freie);
+    EXPECT_EQ(parsefilter(filterexpression(*f), &error), f) << "a named filter is kept as its expression";
+    EXPECT_EQ(parsefilter("sterne>=1,5;sterne<=3", &error)->staerkeVon, 3000);
+    EXPECT_EQ(parsefilter("verein=Transfermarkt", &error)->verein, 0);
+    EXPECT_EQ(parsefilter("verein=FC Köln", &error)->vereinName, "FC Köln");
+
+    EXPECT_FALSE(parsefilter("farbe=rot", &error));
+    EXPECT_TRUE(error.contains("farbe")) << error.toStdString();
+    EXPECT_FALSE(parsefilter("sterne<drei", &error));
+    EXPECT_TRUE(error.contains("drei"));
+    EXPECT_FALSE(parsefilter("position=Libero", &error));
+
+    EXPECT_EQ(starstext(2500), "1,25");
+    EXPECT_EQ(starstext(7000), "3,5");
+    EXPECT_EQ(starstext(6000), "3");
+    EXPECT_EQ(starstext(4751), "2,3755");
+    EXPECT_EQ(parsestars("1,25"), 2500);
+    EXPECT_EQ(parsestars("3,5 Sterne"), 7000);
+    EXPECT_EQ(parsestars(" 3.5 "), 7000);
+    EXPECT_EQ(parsestars("2,3755"), 4751);
+    EXPECT_EQ(parsestars("2,37550"), 4751);
+    EXPECT_FALSE(parsestars("1,00025")) << "no whole unit";
+    EXPECT_FALSE(parsestars("3,5x"));
+    EXPECT_FALSE(parsestars(""));
+    EXPECT_EQ(countline(4312, 101700), "4.312 von 101.700 Spielern");
+}
