@@ -3,6 +3,7 @@
 #include "exchange/changefile.h"
 
 #include "core/history.h"
+#include "core/world.h"
 #include "exchange/valuetexts.h"
 #include "platform/runner.h"
 
@@ -609,10 +610,35 @@ ApplyOutcome applychanges(Database &db, const QByteArray &changeset, const Apply
                                          .arg(lines.join(QLatin1Char('\n'))));
         return out;
     }
-    out.result = Result::success(out.applied == 0
-                                     ? QStringLiteral("Die Änderungen sind in dieser Welt schon enthalten; es wurde nichts geändert.")
-                                     : QStringLiteral("%1 Zeilen geändert.").arg(out.applied));
+    if (out.applied > 0)
+        out.result = Result::success(QStringLiteral("%1 Zeilen geändert.").arg(out.applied));
+    else if (out.already == out.changes)
+        out.result = Result::success(QStringLiteral("Die Änderungen sind in dieser Welt schon enthalten; es wurde nichts geändert."));
+    else
+        out.result = Result::success(QStringLiteral("Es wurde nichts geändert: diese Welt behält ihre Zeilen."));
     return out;
+}
+
+ApplyOutcome applychangefile(World &world, const QString &path, const ChangeFile &file, const ApplyChoices &choices)
+{
+    const QString name = QFileInfo(path).fileName();
+    return world.run([&](Database &db) { return applychanges(db, file.changeset, choices); },
+                     QStringLiteral("„%1“ lässt sich nicht anwenden").arg(name),
+                     Step(QStringLiteral("Änderungsdatei „%1“ angewendet").arg(name), QStringLiteral("Änderungen anwenden")));
+}
+
+Result takeoverchanges(World &world, const QString &otherPath, const QList<EntityChange> &chosen, const QString &from)
+{
+    if (!world.db())
+        return Result::failure(QStringLiteral("Es ist keine Datenbank geöffnet."));
+    if (chosen.isEmpty())
+        return Result::failure(QStringLiteral("Es ist keine Änderung angehakt."));
+    OtherWorld other(*world.db(), otherPath);
+    if (!other.result())
+        return other.result();
+    return world.run([&](Database &db) { return takeover(db, chosen); },
+                     QStringLiteral("Die Änderungen lassen sich nicht übernehmen"),
+                     Step(QStringLiteral("%1 Änderungen aus „%2“ übernommen").arg(chosen.size()).arg(from)));
 }
 
 } // namespace zorbo

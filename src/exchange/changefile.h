@@ -101,4 +101,15 @@ ApplyOutcome previewchanges(Database &db, const QByteArray &changeset);
 // A conflict without a choice refuses the whole, listing the conflicts.
 ApplyOutcome applychanges(Database &db, const QByteArray &changeset, const ApplyChoices &choices);
 
+class World;
+
+// The change file read from path applied to the world as one step of its
+// history, after a restore point of the world as it was.
+ApplyOutcome applychangefile(World &world, const QString &path, const ChangeFile &file, const ApplyChoices &choices);
+
+// The chosen changes of a comparison taken from the other world (the file
+// otherPath) into the world, as one step of its history; from names the
+// other side in the step's text ("andere.mdb", "1_tm.cfg/1_sp.cfg").
+Result takeoverchanges(World &world, const QString &otherPath, const QList<EntityChange> &chosen, const QString &from);
+
 } // namespace zorbo

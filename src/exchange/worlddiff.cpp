@@ -281,6 +281,9 @@ QList<EntityChange> summarize(Database &db, const QByteArray &changeset, const Q
             const auto [name, country] = lookup.team(key);
             c.name = ownName.isValid() ? ownName.toString() : name;
             c.country = c.entity == EntityChange::Country ? c.name : country;
+            // A club heads its own group, under the name its players are grouped by.
+            if (c.entity == EntityChange::Club)
+                c.club = name.isEmpty() ? c.name : name;
         } else if (c.entity == EntityChange::Player) {
             c.name = ownName.isValid() ? ownName.toString() : lookup.player(key);
             players.insert(key, changes.size());

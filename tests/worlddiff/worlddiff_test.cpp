@@ -1,6 +1,7 @@
 // Two worlds compared, their difference written as a change file and
 // applied to a third world with its conflicts.
 #include "exchange/changefile.h"
+#include "exchange/configruns.h"
 #include "exchange/worlddiff.h"
 #include "support/qstringprint.h"
 #include "support/testsupport.h"
@@ -137,6 +138,32 @@ TEST(WorldDiff, EqualWorldsAndWorldsThatCannotBeCompared)
     const WorldDiff foreign = diffworlds(*w.base, text);
     EXPECT_FALSE(foreign.result.ok);
     EXPECT_TRUE(foreign.result.message.contains("text.mdb"));
+}
+
+TEST(WorldDiff, GameFilesAreReadIntoAScratchWorldAndCompared)
+{
+    NewWorld w;
+    ASSERT_TRUE(importteamsrun(*w, ZORBO_EXAMPLES "/beispielwelt/1_tm.cfg").ok());
+    ASSERT_TRUE(importplayersrun(*w, ZORBO_EXAMPLES "/beispielwelt/1_sp.cfg").ok());
+    const QStringList before = world(*w);
+    // The team file with one club renamed and one player line gone.
+    QByteArray teams = zorbo::test::readBytes(ZORBO_EXAMPLES "/beispielwelt/1_tm.cfg");
+    const qint64 club = w->scalar("SELECT min(NUMMER) FROM vereine WHERE NUMMER > 0").toLongLong();
+    const QByteArray name = w->scalar("SELECT NAME FROM vereine WHERE NUMMER = ?1", club).toString().toLatin1();
+    ASSERT_TRUE(teams.contains("\"" + name + "\""));
+    teams.replace("\"" + name + "\"", "\"Umbenannt\"");
+    const QString tm = w.file("1_tm.cfg");
+    zorbo::test::writeBytes(tm, teams);
+    const WorldDiff diff = diffgamefiles(*w, tm, ZORBO_EXAMPLES "/beispielwelt/1_sp.cfg", w.file("kratz.mdb"));
+    ASSERT_TRUE(diff.result.ok) << diff.result.message.toStdString();
+    ASSERT_EQ(texts(diff.changes),
+              QStringList{QStringLiteral("Verein %1 „%2“: Name „%2“ → „Umbenannt“").arg(club).arg(QString::fromLatin1(name))});
+    EXPECT_EQ(world(*w), before);
+    // A file that can't be read names itself and changes nothing.
+    zorbo::test::writeBytes(tm, "NEUES_TEAM\n NUMMER 99999999999\n");
+    const WorldDiff bad = diffgamefiles(*w, tm, {}, w.file("kratz.mdb"));
+    EXPECT_FALSE(bad.result.ok);
+    EXPECT_EQ(world(*w), before);
 }
 
 TEST(ChangeFile, ExportThenApplyOnTheBaseGivesTheOtherWorld)
