@@ -145,8 +145,10 @@ QString ValueTexts::text(const QString &column, const QVariant &value) const
         }
         return names.isEmpty() ? QStringLiteral("keine") : QStringLiteral("„%1“").arg(names.join(QStringLiteral(", ")));
     }
-    if ((upper == QLatin1String("STÄRKE") || upper == QLatin1String("MAX_STÄRKE")) && value.typeId() == QMetaType::LongLong)
-        return QStringLiteral("%1 Sterne").arg(QLocale(QLocale::German).toString(value.toLongLong() / 2000.0, 'f', 1));
+    if ((upper == QLatin1String("STÄRKE") || upper == QLatin1String("MAX_STÄRKE")) && value.typeId() == QMetaType::LongLong) {
+        static const QLocale german(QLocale::German);
+        return QStringLiteral("%1 Sterne").arg(german.toString(value.toLongLong() / 2000.0, 'f', 1));
+    }
     if (upper == QLatin1String("ART") && value.typeId() == QMetaType::LongLong) {
         static const char *const positions[] = {"Tor", "Abwehr", "Mittelfeld", "Sturm"};
         const qint64 art = value.toLongLong();

@@ -11,6 +11,7 @@
 #include <QFileInfo>
 #include <QHash>
 #include <QMap>
+#include <QSet>
 #include <algorithm>
 #include <map>
 #include <sqlite3.h>
@@ -218,6 +219,9 @@ private:
 
 QList<EntityChange> summarize(Database &db, const QByteArray &changeset, const QString &before, const QString &after)
 {
+    // One read transaction over all lookups: the worlds' pages stay cached
+    // and locked once, not per statement.
+    Transaction reading(db);
     ValueTexts texts(db);
     Lookup lookup(db, before, after);
     QHash<QString, QList<ColumnInfo>> columns;
@@ -362,24 +366,34 @@ QList<EntityChange> summarize(Database &db, const QByteArray &changeset, const Q
         }
     }
 
+    // Countries and clubs in German order: each distinct name ranked once,
+    // so that sorting the list compares numbers.
     QCollator german(QLocale(QLocale::German, QLocale::Germany));
     german.setCaseSensitivity(Qt::CaseInsensitive);
-    std::stable_sort(changes.begin(), changes.end(), [&](const EntityChange &a, const EntityChange &b) {
-        if (const int c = german.compare(a.country, b.country))
-            return c < 0;
-        if (const int c = german.compare(a.club, b.club))
-            return c < 0;
-        if (a.entity != b.entity)
-            return a.entity < b.entity;
-        if (a.number != b.number)
-            return a.number < b.number;
-        return a.kind < b.kind;
-    });
+    QStringList names;
+    QSet<QString> seen;
+    for (const EntityChange &c : changes) {
+        for (const QString *n : {&c.country, &c.club}) {
+            if (!seen.contains(*n)) {
+                seen.insert(*n);
+                names << *n;
+            }
+        }
+    }
+    std::sort(names.begin(), names.end(), [&](const QString &a, const QString &b) { return german.compare(a, b) < 0; });
+    QHash<QString, qsizetype> rank;
+    for (qsizetype i = 0; i < names.size(); ++i)
+        rank.insert(names.at(i), i);
+    const auto key = [&](const EntityChange &c) {
+        return std::tuple(rank.value(c.country), rank.value(c.club), int(c.entity), c.number, int(c.kind));
+    };
+    std::stable_sort(changes.begin(), changes.end(), [&](const EntityChange &a, const EntityChange &b) { return key(a) < key(b); });
     return changes;
 }
 
 QByteArray tablediff(Database &db, const QString &to, const QString &from)
 {
+    Transaction reading(db);
     sqlite3_session *session = nullptr;
     const QByteArray schema = to.toUtf8();
     if (const int rc = sqlite3session_create(db.handle(), schema.constData(), &session); rc != SQLITE_OK)
@@ -430,6 +444,8 @@ OtherWorld::OtherWorld(Database &db, const QString &path) : m_db(db)
     try {
         db.run(QStringLiteral("ATTACH DATABASE ?1 AS andere"), path);
         m_attached = true;
+        // Room for the whole of an ordinary world in memory while it is compared.
+        db.exec(QStringLiteral("PRAGMA andere.cache_size = -65536; PRAGMA andere.mmap_size = 268435456"));
         for (const QString &table : worldtables()) {
             const QList<ColumnInfo> here = db.columns(table);
             if (db.scalar(QStringLiteral("SELECT count(*) FROM andere.pragma_table_info(?1)"), table).toInt() != here.size()) {
