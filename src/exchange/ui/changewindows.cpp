@@ -237,10 +237,11 @@ ApplyWindow::ApplyWindow(Shell &shell, const QString &path, const ChangeFile &fi
     filltree(summary, file.summary, false);
     layout->addWidget(summary, 1);
 
+    const QString many = m_conflicts.size() == 1 ? QStringLiteral("1 Konflikt")
+                                                 : QStringLiteral("%1 Konflikte").arg(m_conflicts.size());
     auto *conflictlabel = new QLabel(m_conflicts.isEmpty() ? QStringLiteral("Keine Konflikte mit dieser Welt.")
-                                                           : QStringLiteral("%1 Konflikte (angehakt: Datei übernehmen, "
-                                                                            "sonst bleibt diese Welt):")
-                                                                 .arg(m_conflicts.size()),
+                                                           : many + QStringLiteral(" (angehakt: Datei übernehmen, sonst "
+                                                                                   "bleibt diese Welt):"),
                                      this);
     conflictlabel->setObjectName(QStringLiteral("lblkonflikte"));
     layout->addWidget(conflictlabel);
@@ -248,7 +249,7 @@ ApplyWindow::ApplyWindow(Shell &shell, const QString &path, const ChangeFile &fi
     m_conflictlist->setObjectName(QStringLiteral("tvkonflikte"));
     m_conflictlist->setHeaderLabels({QStringLiteral("Konflikt"), QStringLiteral("Vorher"), QStringLiteral("Hier"),
                                      QStringLiteral("In der Datei")});
-    m_conflictlist->header()->setSectionResizeMode(0, QHeaderView::Stretch);
+    m_conflictlist->header()->setSectionResizeMode(QHeaderView::Stretch);
     for (qsizetype i = 0; i < m_conflicts.size(); ++i) {
         const Conflict &c = m_conflicts.at(i);
         QString text = QStringLiteral("%1: %2").arg(c.what, c.kindtext());
@@ -260,6 +261,7 @@ ApplyWindow::ApplyWindow(Shell &shell, const QString &path, const ChangeFile &fi
         item->setCheckState(0, Qt::Unchecked);
         for (const Conflict::Value &v : c.values)
             new QTreeWidgetItem(item, {v.field, v.before, v.here, v.file});
+        item->setFirstColumnSpanned(true);
         item->setExpanded(true);
     }
     m_conflictlist->setVisible(!m_conflicts.isEmpty());
