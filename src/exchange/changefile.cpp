@@ -360,6 +360,7 @@ struct Pass {
     QSet<QString> omitted; // ids of rows whose change was left out
     QList<std::pair<qint64, qint64>> squads; // squad rows whose number is taken here, to add anew
     int already = 0;
+    int appendedrows = 0; // squad rows that came in under a new number
 
     const QList<ColumnInfo> &cols(const QString &table)
     {
@@ -478,6 +479,7 @@ struct Pass {
                 // Squad rows are numbered by the order they came in; one whose
                 // number went to another row here simply joins under a new one.
                 squads << std::pair{news(1).toLongLong(), news(2).toLongLong()};
+                omitted << c.id();
                 return SQLITE_CHANGESET_OMIT;
             }
             c.kind = Conflict::Taken;
@@ -498,12 +500,16 @@ struct Pass {
     void references(const QByteArray &changeset)
     {
         Statement exists = db.prepare(QStringLiteral("SELECT 1 FROM kaderzeilen WHERE verein IS ?1 AND spieler IS ?2"));
+        QList<qint64> appended;
         for (const auto &[club, player] : squads) {
             exists.bindAll(club, player);
             const bool there = exists.step();
             exists.reset();
-            if (!there)
+            if (!there) {
                 db.run(QStringLiteral("INSERT INTO kaderzeilen (verein, spieler) VALUES (?1, ?2)"), club, player);
+                appended << db.lastInsertId();
+                ++appendedrows;
+            }
         }
         Statement team = db.prepare(QStringLiteral("SELECT NAME FROM vereine WHERE NUMMER = ?1 UNION ALL "
                                                    "SELECT NAME FROM vereine_national WHERE NUMMER = ?1"));
@@ -516,6 +522,35 @@ struct Pass {
             st.reset();
             return yes;
         };
+        // Whether the squad row names a club or a player this world lacks.
+        const auto lacking = [&](qint64 zeile, Conflict &c) {
+            squadrow.bind(1, zeile);
+            if (!squadrow.step()) {
+                squadrow.reset();
+                return false;
+            }
+            const qint64 club = squadrow.integer(0), who = squadrow.integer(1);
+            squadrow.reset();
+            QStringList missing;
+            if (!found(team, club))
+                missing << QStringLiteral("den Verein %1 gibt es hier nicht").arg(club);
+            if (!found(player, who))
+                missing << QStringLiteral("den Spieler %1 gibt es hier nicht").arg(who);
+            c.what = QStringLiteral("Kaderzeile %1 (Spieler %2 in Verein %3)").arg(zeile).arg(who).arg(club);
+            c.why = missing.join(QStringLiteral(", "));
+            return !missing.isEmpty();
+        };
+        // The choice for a conflict of reference: kept as the file has it,
+        // or the row goes back to what it was (true).
+        const auto takeback = [&](Conflict &c) {
+            const std::optional<Choice> choice = choices ? choices->of(c) : std::nullopt;
+            if (!choice)
+                conflicts << c;
+            if (choice == Choice::Theirs)
+                return false;
+            omitted << c.id();
+            return true;
+        };
         for (ChangesetReader it(changeset); it.next();) {
             if (it.op() == SQLITE_DELETE)
                 continue;
@@ -527,22 +562,8 @@ struct Pass {
             if (omitted.contains(c.id()))
                 continue;
             if (table == QLatin1String("kaderzeilen")) {
-                squadrow.bind(1, key);
-                if (!squadrow.step()) {
-                    squadrow.reset();
+                if (!lacking(key, c))
                     continue;
-                }
-                const qint64 club = squadrow.integer(0), who = squadrow.integer(1);
-                squadrow.reset();
-                QStringList lacking;
-                if (!found(team, club))
-                    lacking << QStringLiteral("den Verein %1 gibt es hier nicht").arg(club);
-                if (!found(player, who))
-                    lacking << QStringLiteral("den Spieler %1 gibt es hier nicht").arg(who);
-                if (lacking.isEmpty())
-                    continue;
-                c.what = QStringLiteral("Kaderzeile %1 (Spieler %2 in Verein %3)").arg(key).arg(who).arg(club);
-                c.why = lacking.join(QStringLiteral(", "));
             } else if (table == QLatin1String("vereine")) {
                 const QVariant nation = it.newValue(9);
                 if (!nation.isValid() || nation.toString().isEmpty() || found(country, nation))
@@ -552,13 +573,8 @@ struct Pass {
             } else {
                 continue;
             }
-            const std::optional<Choice> choice = choices ? choices->of(c) : std::nullopt;
-            if (!choice)
-                conflicts << c;
-            if (choice == Choice::Theirs)
+            if (!takeback(c))
                 continue;
-            // Kept as it is here: the row goes back to what it was.
-            omitted << c.id();
             const QList<ColumnInfo> &cs = cols(table);
             if (it.op() == SQLITE_INSERT) {
                 db.run(QStringLiteral("DELETE FROM %1 WHERE \"%2\" = ?1").arg(table, cs.first().name), key);
@@ -569,6 +585,13 @@ struct Pass {
                     db.run(QStringLiteral("UPDATE %1 SET \"%2\" = ?1 WHERE \"%3\" = ?2").arg(table, cs.at(i).name, cs.first().name),
                            it.oldValue(i).isNull() ? QVariant() : it.oldValue(i), key);
             }
+        }
+        for (qint64 zeile : appended) {
+            Conflict c;
+            c.kind = Conflict::Reference;
+            c.row = RowKey{QStringLiteral("kaderzeilen"), zeile};
+            if (lacking(zeile, c) && takeback(c))
+                db.run(QStringLiteral("DELETE FROM kaderzeilen WHERE zeile = ?1"), zeile);
         }
     }
 };
@@ -593,7 +616,7 @@ ApplyOutcome runpass(Database &db, const QByteArray &changeset, const ApplyChoic
     pass.references(changeset);
     out.conflicts = pass.conflicts;
     out.already = pass.already;
-    out.applied = std::max(0, out.changes - pass.already - int(pass.omitted.size()));
+    out.applied = std::max(0, out.changes - pass.already - int(pass.omitted.size())) + pass.appendedrows;
     return out;
 }
 

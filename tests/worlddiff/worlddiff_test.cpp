@@ -286,6 +286,29 @@ TEST(ChangeFile, EveryConflictIsFoundAndEachChoiceGivesItsRows)
     EXPECT_EQ(db.scalar("SELECT NAME FROM spieler WHERE NUMMER = 600").toString(), "Meiner");
 }
 
+TEST(ChangeFile, SquadRowsAddedOnBothSidesAreMergedNotConflicts)
+{
+    Worlds w;
+    w.change("INSERT INTO kaderzeilen (verein, spieler) VALUES (10, 110)");
+    const ChangeFile file = exported(w);
+    // Here another row took the same number first.
+    w.base->exec("INSERT INTO kaderzeilen (verein, spieler) VALUES (12, 100)");
+    const auto squad = [&] {
+        return w.base->scalar("SELECT group_concat(verein || ':' || spieler, ' ') FROM "
+                              "(SELECT * FROM kaderzeilen WHERE spieler IN (100, 110) ORDER BY verein, spieler)").toString();
+    };
+    const ApplyOutcome preview = previewchanges(*w.base, file.changeset);
+    EXPECT_TRUE(preview.conflicts.isEmpty());
+    for (int round = 0; round < 2; ++round) {
+        Transaction tx(*w.base);
+        const ApplyOutcome done = applychanges(*w.base, file.changeset, {});
+        ASSERT_TRUE(done.result.ok) << done.result.message.toStdString();
+        EXPECT_EQ(done.applied, round == 0 ? 1 : 0);
+        tx.commit();
+        EXPECT_EQ(squad(), "10:100 10:110 11:110 12:100");
+    }
+}
+
 TEST(ChangeFile, DamagedOrForeignFilesAreRefusedAndChangeNothing)
 {
     Worlds w;
