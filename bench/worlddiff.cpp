@@ -12,12 +12,42 @@
 #include <QCoreApplication>
 #include <QTemporaryDir>
 #include <cstdio>
+#include <ctime>
 
 using namespace zorbo;
 using zorbo::bench::check;
-using zorbo::bench::medianms;
 
 namespace {
+
+// Median of runs calls of step: wall time, and the process's CPU time
+// beside it (what the wall time would be on an idle machine), in ms.
+struct Times {
+    double wall = 0, cpu = 0;
+};
+
+double cpunow()
+{
+    timespec t{};
+    clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &t);
+    return double(t.tv_sec) * 1e3 + double(t.tv_nsec) / 1e6;
+}
+
+Times medianms(int runs, const std::function<void()> &step)
+{
+    std::vector<double> cpu;
+    const double wall = zorbo::bench::medianms(runs, [&] {
+        const double start = cpunow();
+        step();
+        cpu.push_back(cpunow() - start);
+    });
+    std::sort(cpu.begin(), cpu.end());
+    return {wall, cpu[cpu.size() / 2]};
+}
+
+void print(const char *what, const Times &t)
+{
+    std::printf("%-58s %8.1f ms  (CPU %7.1f ms)\n", what, t.wall, t.cpu);
+}
 
 void generate(Database &db)
 {
@@ -74,68 +104,72 @@ int main(int argc, char **argv)
                 db.scalar("SELECT count(*) FROM vereine").toLongLong(), runs);
 
     QByteArray changeset;
-    const double diff = medianms(runs, [&] {
+    const Times diff = medianms(runs, [&] {
         OtherWorld other(db, otherPath);
         check(other.result());
         changeset = tablediff(db, OtherWorld::schema, QStringLiteral("main"));
     });
     QList<EntityChange> changes;
-    const double summary = medianms(runs, [&] {
+    const Times summary = medianms(runs, [&] {
         OtherWorld other(db, otherPath);
         changes = summarize(db, changeset, QStringLiteral("main"), OtherWorld::schema);
     });
     const ChangeCounts counts = countchanges(changes);
-    std::printf("diff (changeset of %lld kB):          %8.1f ms\n", qint64(changeset.size() / 1024), diff);
-    std::printf("summary (%d changes: %s): %8.1f ms\n", counts.total(), qPrintable(counts.text()), summary);
-    const double whole = medianms(runs, [&] { check(diffworlds(db, otherPath).result); });
-    std::printf("Welten vergleichen, both together:     %8.1f ms\n", whole);
+    std::printf("changeset of %lld kB, %d changes: %s\n", qint64(changeset.size() / 1024), counts.total(), qPrintable(counts.text()));
+    print("diff of the two worlds", diff);
+    print("summary", summary);
+    const Times whole = medianms(runs, [&] { check(diffworlds(db, otherPath).result); });
+    print("Welten vergleichen (diff and summary)", whole);
 
     // The file made on the other side: what turns this world into that one.
     const QString file = dir.filePath("aenderungen.zae");
     std::unique_ptr<Database> other = std::make_unique<Database>(otherPath);
-    const double exported = medianms(runs, [&] {
+    const Times exported = medianms(runs, [&] {
         const ChangeFileRead made = changesagainst(*other, db.path(), QStringLiteral("Messung"));
         check(made.result);
         check(writechangefile(file, made.file));
     });
     other.reset();
-    std::printf("export --against (diff, summary, fingerprint, file): %8.1f ms\n", exported);
-    const double print = medianms(runs, [&] { worldfingerprint(db); });
-    std::printf("(of which the fingerprint of a world:  %8.1f ms)\n", print);
-    const double read = medianms(runs, [&] { check(readchangefile(file).result); });
-    std::printf("change file read and checked:          %8.1f ms\n", read);
+    print("export --against (diff, summary, fingerprint, file)", exported);
+    const Times fingerprint = medianms(runs, [&] { worldfingerprint(db); });
+    print("(of which the fingerprint of the world)", fingerprint);
+    const Times read = medianms(runs, [&] { check(readchangefile(file).result); });
+    print("change file read and checked", read);
 
     const ChangeFileRead loaded = readchangefile(file);
-    const double preview = medianms(runs, [&] { check(previewchanges(db, loaded.file.changeset).result); });
-    std::printf("preview (conflicts, rolled back):      %8.1f ms\n", preview);
-    const double applied = medianms(runs, [&] {
+    const Times preview = medianms(runs, [&] { check(previewchanges(db, loaded.file.changeset).result); });
+    print("preview (conflicts, rolled back)", preview);
+    const Times applied = medianms(runs, [&] {
         Transaction tx(db);
         const ApplyOutcome done = applychanges(db, loaded.file.changeset, {});
         check(done.result);
         if (done.applied == 0)
             std::exit(1);
     });
-    std::printf("apply alone (rolled back):             %8.1f ms\n", applied);
-    std::vector<double> steps;
+    print("apply alone (rolled back)", applied);
+    std::vector<double> steps, cpus;
     for (int i = 0; i < runs; ++i) {
         QElapsedTimer timer;
         timer.start();
+        const double cpu = cpunow();
         check(applychangefile(*world, file, loaded.file, {}).result);
+        cpus.push_back(cpunow() - cpu);
         steps.push_back(double(timer.nsecsElapsed()) / 1e6);
         check(world->undo());
     }
     std::sort(steps.begin(), steps.end());
-    std::printf("apply as one step after a restore point: %8.1f ms\n", steps[steps.size() / 2]);
+    std::sort(cpus.begin(), cpus.end());
+    print("apply as one step after a restore point", {steps[steps.size() / 2], cpus[cpus.size() / 2]});
 
     // The same changes as a step of the history, exported from there.
     check(applychangefile(*world, file, loaded.file, {}).result);
     const qint64 step = world->history().last().id;
     const QString since = dir.filePath("seit.zae");
-    const double fromsteps = medianms(runs, [&] {
+    const Times fromsteps = medianms(runs, [&] {
         const ChangeFileRead made = changessince(db, step, QStringLiteral("Messung"));
         check(made.result);
         check(writechangefile(since, made.file));
     });
-    std::printf("export --since (steps combined, summary, fingerprint, file): %8.1f ms\n", fromsteps);
+    print("export --since (steps combined, summary, fingerprint, file)", fromsteps);
     return 0;
 }
