@@ -22,6 +22,7 @@ namespace {
 constexpr qint64 maxFileBytes = 1024LL * 1024 * 1024;
 constexpr qint64 maxChangesetBytes = 512LL * 1024 * 1024;
 constexpr int maxTextLength = 4096;
+constexpr qint64 maxSummaryLines = 5'000'000;
 
 // Columns of each table a change file may carry, as our worlds have them.
 int columncount(const QString &table)
@@ -207,6 +208,9 @@ ChangeFileRead readchangefile(const QString &path)
             return refuse(QStringLiteral("die Datei ist beschädigt (die Prüfsumme der Änderungen stimmt nicht)"));
         if (QString why; !checkchangeset(f.changeset, &why))
             return refuse(QStringLiteral("die Datei ist beschädigt: ") + why);
+        if (in.scalar(QStringLiteral("SELECT count(*) FROM zusammenfassung")).toLongLong() > maxSummaryLines
+            || in.scalar(QStringLiteral("SELECT count(*) FROM felder")).toLongLong() > 4 * maxSummaryLines)
+            return refuse(QStringLiteral("die Zusammenfassung ist länger als %1 Zeilen").arg(maxSummaryLines));
         Statement lines = in.prepare(QStringLiteral("SELECT nr, art, objekt, nummer, name, land, verein, von, nach, tabelle "
                                                     "FROM zusammenfassung ORDER BY nr"));
         QHash<qint64, qsizetype> index;

@@ -255,10 +255,15 @@ ApplyWindow::ApplyWindow(Shell &shell, const QString &path, const ChangeFile &fi
         QString text = QStringLiteral("%1: %2").arg(c.what, c.kindtext());
         if (!c.why.isEmpty())
             text += QStringLiteral(" (%1)").arg(c.why);
+        // A row that is gone here can't take the file's change.
+        if (c.kind == Conflict::Missing)
+            text += QStringLiteral(" – die Zeile bleibt weg");
         auto *item = new QTreeWidgetItem(m_conflictlist, {text});
         item->setData(0, Qt::UserRole, qint64(i));
-        item->setFlags(item->flags() | Qt::ItemIsUserCheckable);
-        item->setCheckState(0, Qt::Unchecked);
+        if (c.kind != Conflict::Missing) {
+            item->setFlags(item->flags() | Qt::ItemIsUserCheckable);
+            item->setCheckState(0, Qt::Unchecked);
+        }
         for (const Conflict::Value &v : c.values)
             new QTreeWidgetItem(item, {v.field, v.before, v.here, v.file});
         item->setFirstColumnSpanned(true);
@@ -289,8 +294,11 @@ ApplyWindow::ApplyWindow(Shell &shell, const QString &path, const ChangeFile &fi
 
 void ApplyWindow::chooseall(Choice choice)
 {
-    for (int i = 0; i < m_conflictlist->topLevelItemCount(); ++i)
-        m_conflictlist->topLevelItem(i)->setCheckState(0, choice == Choice::Theirs ? Qt::Checked : Qt::Unchecked);
+    for (int i = 0; i < m_conflictlist->topLevelItemCount(); ++i) {
+        QTreeWidgetItem *item = m_conflictlist->topLevelItem(i);
+        if (item->flags() & Qt::ItemIsUserCheckable)
+            item->setCheckState(0, choice == Choice::Theirs ? Qt::Checked : Qt::Unchecked);
+    }
 }
 
 void ApplyWindow::apply()
