@@ -4,7 +4,7 @@
 // first world (alone, and as the menu does it: one step after a restore point).
 // Usage: bench-worlddiff [runs]
 #include "core/world.h"
-#include "exchange/changefile.h"
+#include "exchange/changeapply.h"
 #include "exchange/worlddiff.h"
 
 #include "timing.h"

@@ -1,7 +1,7 @@
 #include "app/historypanel.h"
 
 #include "core/ui/shell.h"
-#include "exchange/ui/changewindows.h"
+#include "exchange/ui/changemenus.h"
 
 #include <QApplication>
 #include <QListWidget>

@@ -1,6 +1,6 @@
 // Commands that compare worlds and share changes: diff, changes export|show|apply.
 #include "cli/command.h"
-#include "exchange/changefile.h"
+#include "exchange/changeapply.h"
 #include "exchange/worlddiff.h"
 #include "core/fieldcheck.h"
 

@@ -1,6 +1,6 @@
 // "Welten vergleichen" and "Änderungen anwenden" walked as a user would:
 // open, tick, take over, undo.
-#include "exchange/changefile.h"
+#include "exchange/changeapply.h"
 #include "guisupport.h"
 #include "support/qstringprint.h"
 

@@ -1,6 +1,6 @@
 // Two worlds compared, their difference written as a change file and
 // applied to a third world with its conflicts.
-#include "exchange/changefile.h"
+#include "exchange/changeapply.h"
 #include "exchange/configruns.h"
 #include "exchange/worlddiff.h"
 #include "support/qstringprint.h"

@@ -5,7 +5,7 @@
 #include "core/ui/dialogs.h"
 #include "core/ui/shell.h"
 #include "exchange/formats.h"
-#include "exchange/ui/changewindows.h"
+#include "exchange/ui/changemenus.h"
 #include "exchange/ui/opendialog.h"
 
 #include <QAction>

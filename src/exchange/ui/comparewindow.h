@@ -1,6 +1,6 @@
 #pragma once
 
-#include "exchange/changefile.h"
+#include "exchange/worlddiff.h"
 
 #include <QDialog>
 #include <memory>
@@ -10,11 +10,17 @@ class QLineEdit;
 class QPushButton;
 class QTemporaryDir;
 class QTreeWidget;
-class QTreeWidgetItem;
 
 namespace zorbo {
 
 class Shell;
+
+// Fills a tree with the changes, grouped by country and club, each change
+// carrying its index in the list; checkable gives a tick per change (a
+// group ticks its own). filter keeps the changes that name it.
+void fillchangetree(QTreeWidget *tree, const QList<EntityChange> &changes, bool checkable, const QString &filter = {});
+// A button of the two windows, by its objectName.
+QPushButton *changebutton(const QString &text, const QString &name, QWidget *parent);
 
 // "Welten vergleichen" (frmvergleich): this world against another one or
 // against a pair of game files, grouped by country and club, filterable,
@@ -51,36 +57,5 @@ private:
     QString m_teams, m_players; // the game files compared, to compare again
     std::unique_ptr<QTemporaryDir> m_scratch;
 };
-
-// "Änderungen anwenden" (frmaenderungenanwenden): the preview of a change
-// file, its summary and its conflicts with a choice each (ticked: the
-// file's value, else this world's), then applied as one step.
-class ApplyWindow : public QDialog {
-    Q_OBJECT
-public:
-    ApplyWindow(Shell &shell, const QString &path, const ChangeFile &file, const ApplyOutcome &preview, QWidget *parent);
-
-private:
-    void chooseall(Choice choice);
-    void apply();
-
-    Shell &m_shell;
-    QString m_path;
-    ChangeFile m_file;
-    QList<Conflict> m_conflicts;
-    QTreeWidget *m_conflictlist;
-};
-
-// The menu entries: "Änderungen exportieren...", "Änderungen anwenden...",
-// "Welten vergleichen...".
-void installchanges(Shell &shell);
-
-// Opens "Welten vergleichen" on this world against the game files (either
-// may be empty), as after a merge the game files' own view of the world.
-void opencomparison(Shell &shell, const QString &teams, const QString &players);
-
-// Exports the steps from the history's step on as a change file, asking for
-// the description and the file.
-void exportchangesfrom(Shell &shell, qint64 step);
 
 } // namespace zorbo
