@@ -7,6 +7,8 @@
 #include <QAction>
 #include <QLabel>
 #include <QLineEdit>
+#include <QListWidget>
+#include <QMenu>
 #include <QPushButton>
 #include <QTreeWidget>
 #include <gtest/gtest.h>
@@ -122,4 +124,47 @@ TEST_F(ChangeWindows, ApplyPreviewChoosesPerConflictAndUndo)
     window->action("mnubearbeitenitem(0)")->trigger();
     EXPECT_EQ(name(10), "Mein Beispiel");
     EXPECT_EQ(db().scalar("SELECT verein FROM kaderzeilen WHERE spieler = 7022").toInt(), 11);
+}
+
+TEST_F(ChangeWindows, StepsExportedFromTheMenuAndFromTheHistoryPanel)
+{
+    ASSERT_TRUE(window->world()->run([](Database &d) { return Result::success(QString::number(
+                                                          d.run("UPDATE vereine SET NAME = 'Umbenannt' WHERE NUMMER = 10"))); },
+                                     {}, Step("Verein umbenannt")).ok);
+    const qint64 step = window->world()->history().last().id;
+    const auto exported = [&](const QString &file) {
+        const ChangeFileRead read = readchangefile(file);
+        EXPECT_TRUE(read.result.ok) << read.result.message.toStdString();
+        QStringList lines;
+        for (const EntityChange &c : read.file.summary)
+            lines << c.text();
+        return lines;
+    };
+    const QStringList expected{"Verein 10 „SV Beispiel“: Name „SV Beispiel“ → „Umbenannt“"};
+
+    dialogs.choice = 0; // from a step of the history
+    dialogs.typed = QString::number(step);
+    dialogs.file = dir.file("menu.zae");
+    window->action("mnudateiitem(8)")->trigger();
+    EXPECT_EQ(exported(dialogs.file), expected);
+
+    // The step's own menu in the panel "Verlauf".
+    window->action("mnubearbeitenitem(3)")->trigger();
+    auto *list = child<QListWidget>(*window, "lstverlauf");
+    QListWidgetItem *line = list->item(list->count() - 1);
+    ASSERT_TRUE(line->text().contains("Verein umbenannt"));
+    dialogs.file = dir.file("verlauf.zae");
+    bool offered = false;
+    QTimer::singleShot(0, [&] {
+        auto *menu = qobject_cast<QMenu *>(QApplication::activePopupWidget());
+        ASSERT_NE(menu, nullptr);
+        ASSERT_EQ(menu->actions().size(), 1);
+        EXPECT_EQ(menu->actions().first()->text(), "Änderungen ab hier exportieren");
+        offered = true;
+        menu->actions().first()->trigger();
+        menu->close();
+    });
+    emit list->customContextMenuRequested(list->visualItemRect(line).center());
+    ASSERT_TRUE(offered);
+    EXPECT_EQ(exported(dialogs.file), expected);
 }
