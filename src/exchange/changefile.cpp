@@ -5,6 +5,7 @@
 #include "core/history.h"
 #include "exchange/valuetexts.h"
 #include "platform/runner.h"
+#include "platform/safefile.h"
 
 #include <generated/version.h>
 
@@ -113,47 +114,44 @@ QByteArray worldfingerprint(Database &db, const QString &schema)
 
 Result writechangefile(const QString &path, const ChangeFile &file)
 {
-    const QFileInfo target(path);
-    if (target.exists() && !target.isFile())
-        return Result::failure(QStringLiteral("„%1“ ist keine Datei; die Änderungsdatei wurde nicht geschrieben.").arg(path));
-    const QString temporary = path + QStringLiteral(".neu");
-    QFile::remove(temporary);
+    // Made in memory, then written as the program replaces any file: whole
+    // or not at all, never over a device or a folder.
+    QByteArray bytes;
     try {
-        {
-            Database out(temporary);
-            out.exec(QStringLiteral("PRAGMA application_id = %1").arg(changeFileApplicationId));
-            Transaction tx(out);
-            out.exec(schemaSql);
-            Statement info = out.prepare(QStringLiteral("INSERT INTO angaben VALUES (?1, ?2)"));
-            info.bindAll(QStringLiteral("formatversion"), qint64(file.version)).exec();
-            info.bindAll(QStringLiteral("programmversion"), file.program).exec();
-            info.bindAll(QStringLiteral("datum"), file.date.toString(Qt::ISODate)).exec();
-            info.bindAll(QStringLiteral("beschreibung"), file.description).exec();
-            info.bindAll(QStringLiteral("fingerabdruck"), file.fingerprint).exec();
-            info.bindAll(QStringLiteral("pruefsumme"), checksum(file.changeset)).exec();
-            out.run(QStringLiteral("INSERT INTO aenderungen VALUES (1, ?1)"), file.changeset);
-            Statement line = out.prepare(QStringLiteral("INSERT INTO zusammenfassung VALUES (?1, ?2, ?3, ?4, ?5, ?6, ?7, ?8, ?9, ?10, ?11)"));
-            Statement field = out.prepare(QStringLiteral("INSERT INTO felder VALUES (?1, ?2, ?3, ?4, ?5)"));
-            qint64 nr = 0;
-            for (const EntityChange &c : file.summary) {
-                ++nr;
-                line.bindAll(nr, int(c.kind), int(c.entity), c.number, c.name, c.country, c.club, c.fromClub, c.toClub, c.table,
-                             c.text())
-                    .exec();
-                for (const FieldChange &f : c.fields)
-                    field.bindAll(nr, f.column, f.field, f.before, f.after).exec();
-            }
-            tx.commit();
+        Database out(QStringLiteral(":memory:"));
+        out.exec(QStringLiteral("PRAGMA application_id = %1").arg(changeFileApplicationId));
+        Transaction tx(out);
+        out.exec(schemaSql);
+        Statement info = out.prepare(QStringLiteral("INSERT INTO angaben VALUES (?1, ?2)"));
+        info.bindAll(QStringLiteral("formatversion"), qint64(file.version)).exec();
+        info.bindAll(QStringLiteral("programmversion"), file.program).exec();
+        info.bindAll(QStringLiteral("datum"), file.date.toString(Qt::ISODate)).exec();
+        info.bindAll(QStringLiteral("beschreibung"), file.description).exec();
+        info.bindAll(QStringLiteral("fingerabdruck"), file.fingerprint).exec();
+        info.bindAll(QStringLiteral("pruefsumme"), checksum(file.changeset)).exec();
+        out.run(QStringLiteral("INSERT INTO aenderungen VALUES (1, ?1)"), file.changeset);
+        Statement line = out.prepare(QStringLiteral("INSERT INTO zusammenfassung VALUES (?1, ?2, ?3, ?4, ?5, ?6, ?7, ?8, ?9, ?10, ?11)"));
+        Statement field = out.prepare(QStringLiteral("INSERT INTO felder VALUES (?1, ?2, ?3, ?4, ?5)"));
+        qint64 nr = 0;
+        for (const EntityChange &c : file.summary) {
+            ++nr;
+            line.bindAll(nr, int(c.kind), int(c.entity), c.number, c.name, c.country, c.club, c.fromClub, c.toClub, c.table, c.text())
+                .exec();
+            for (const FieldChange &f : c.fields)
+                field.bindAll(nr, f.column, f.field, f.before, f.after).exec();
         }
-        QFile::remove(path);
-        if (!QFile::rename(temporary, path)) {
-            QFile::remove(temporary);
-            return Result::failure(QStringLiteral("„%1“ lässt sich nicht schreiben.").arg(path));
-        }
+        tx.commit();
+        sqlite3_int64 size = 0;
+        unsigned char *data = sqlite3_serialize(out.handle(), "main", &size, 0);
+        if (!data)
+            throw DbError(SQLITE_NOMEM, QStringLiteral("serialize"));
+        bytes = QByteArray(reinterpret_cast<const char *>(data), qsizetype(size));
+        sqlite3_free(data);
     } catch (const DbError &e) {
-        QFile::remove(temporary);
         return Result::failure(QStringLiteral("„%1“ lässt sich nicht schreiben: %2").arg(path, e.text()));
     }
+    if (const Result written = replacefile(path, bytes); !written)
+        return written;
     return Result::success(QStringLiteral("%1 Änderungen nach „%2“ geschrieben.").arg(file.summary.size()).arg(path));
 }
 
@@ -261,6 +259,7 @@ ChangeFileRead changessince(Database &db, qint64 step, const QString &descriptio
         if (const int rc = sqlite3changegroup_new(&group); rc != SQLITE_OK)
             throw DbError(rc, QStringLiteral("changegroup"));
         const auto done = qScopeGuard([&] { sqlite3changegroup_delete(group); });
+        Transaction reading(db); // one read of the world for all that follows
         Statement st = db.prepare(QStringLiteral("SELECT schritt, text, aenderungen, pruefsumme FROM verlauf "
                                                  "WHERE schritt >= ?1 AND zurueck = 0 ORDER BY schritt"));
         st.bind(1, step);
@@ -311,6 +310,7 @@ ChangeFileRead changesagainst(Database &db, const QString &otherPath, const QStr
             out.result = other.result();
             return out;
         }
+        Transaction reading(db); // one read of both worlds for all that follows
         out.file = newfile(db, description);
         out.file.changeset = tablediff(db, QStringLiteral("main"), OtherWorld::schema);
         out.file.summary = summarize(db, out.file.changeset, OtherWorld::schema, QStringLiteral("main"));

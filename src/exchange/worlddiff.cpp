@@ -479,6 +479,7 @@ WorldDiff diffworlds(Database &db, const QString &otherPath)
             diff.result = other.result();
             return diff;
         }
+        Transaction reading(db);
         diff.changeset = tablediff(db, OtherWorld::schema, QStringLiteral("main"));
         diff.changes = summarize(db, diff.changeset, QStringLiteral("main"), OtherWorld::schema);
         diff.counts = countchanges(diff.changes);
