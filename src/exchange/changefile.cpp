@@ -32,10 +32,95 @@ int columncount(const QString &table)
     return counts.value(table, -1);
 }
 
+// Walks the changeset's bytes as the session extension lays them out,
+// before the engine sees them: the engine of Debian 12 does not come back
+// from a table that claims more columns than the bytes hold. Each table must
+// be one of the world's with its number of columns, each value within the
+// bytes. False with *why when not.
+bool wellformed(const QByteArray &bytes, QString *why)
+{
+    const auto *p = reinterpret_cast<const unsigned char *>(bytes.constData());
+    const qsizetype end = bytes.size();
+    qsizetype at = 0;
+    const auto varint = [&](qint64 *value) {
+        quint64 v = 0;
+        for (int i = 0; i < 9; ++i) {
+            if (at >= end)
+                return false;
+            const unsigned char b = p[at++];
+            if (i == 8) {
+                v = (v << 8) | b;
+                break;
+            }
+            v = (v << 7) | (b & 0x7f);
+            if (!(b & 0x80))
+                break;
+        }
+        *value = qint64(v);
+        return v <= quint64(end);
+    };
+    const auto broken = [&] {
+        *why = QStringLiteral("die gespeicherten Änderungen sind an Byte %1 nicht lesbar").arg(at);
+        return false;
+    };
+    int columns = -1;
+    while (at < end) {
+        if (p[at] == 'T') {
+            ++at;
+            qint64 n = 0;
+            if (!varint(&n) || n < 1 || n > 64 || at + n > end)
+                return broken();
+            at += n; // which columns are the key
+            const qsizetype name = at;
+            while (at < end && p[at])
+                ++at;
+            if (at >= end)
+                return broken();
+            const QString table = QString::fromUtf8(reinterpret_cast<const char *>(p + name), at - name);
+            ++at;
+            if (columncount(table) != n) {
+                *why = QStringLiteral("die Änderungen betreffen die Tabelle „%1“ mit %2 Spalten, die keine Welt so hat").arg(table).arg(n);
+                return false;
+            }
+            columns = int(n);
+            continue;
+        }
+        const unsigned char op = p[at];
+        if (columns < 0 || (op != SQLITE_INSERT && op != SQLITE_UPDATE && op != SQLITE_DELETE) || at + 2 > end)
+            return broken();
+        at += 2; // the operation and the mark of an indirect change
+        bool ok = true;
+        for (int record = 0; ok && record < (op == SQLITE_UPDATE ? 2 : 1); ++record) {
+            for (int c = 0; ok && c < columns; ++c) {
+                if (at >= end) {
+                    ok = false;
+                    break;
+                }
+                const unsigned char type = p[at++];
+                qint64 n = 0;
+                if (type == SQLITE_INTEGER || type == SQLITE_FLOAT)
+                    n = 8;
+                else if (type == SQLITE_TEXT || type == SQLITE_BLOB)
+                    ok = varint(&n);
+                else if (type != 0 && type != SQLITE_NULL)
+                    ok = false;
+                if (ok && at + n > end)
+                    ok = false;
+                at += n;
+            }
+        }
+        if (!ok)
+            return broken();
+    }
+    return true;
+}
+
 // The rows of the changeset's tables; a table that is none of the world's
 // is named in *why.
 bool checkchangeset(const QByteArray &changeset, QString *why)
 {
+    if (!wellformed(changeset, why))
+        return false;
     try {
         for (ChangesetReader it(changeset); it.next();) {
             if (columncount(it.table()) != it.columns()) {

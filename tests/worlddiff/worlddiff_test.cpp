@@ -6,6 +6,7 @@
 #include "support/qstringprint.h"
 #include "support/testsupport.h"
 
+#include <QCryptographicHash>
 #include <QFile>
 #include <gtest/gtest.h>
 
@@ -340,6 +341,41 @@ TEST(ChangeFile, DamagedOrForeignFilesAreRefusedAndChangeNothing)
     EXPECT_TRUE(refused(w.other).contains("keine Änderungsdatei"));
     refused(w.base.file("fehlt.zae"));
     EXPECT_TRUE(readchangefile(path).result.ok);
+}
+
+// Changes damaged behind a checksum made to fit them: each is refused, or
+// previewed and applied without harm; a refused apply changes nothing.
+TEST(ChangeFile, AlteredChangesWithAFittingChecksumNeverHarmTheWorld)
+{
+    Worlds w;
+    w.change("UPDATE vereine SET NAME = 'Anders' WHERE NUMMER = 10; DELETE FROM kaderzeilen WHERE spieler = 101;"
+             "INSERT INTO spieler (NUMMER, NAME) VALUES (900, 'Neu'); UPDATE spieler SET ERLERNT = '4' WHERE NUMMER = 120");
+    const QByteArray changes = exported(w).changeset;
+    const QString path = w.base.file("x.zae");
+    const QStringList before = world(*w.base);
+    int refused = 0;
+    for (qsizetype i = 0; i < changes.size(); ++i) {
+        QByteArray altered = changes;
+        altered[i] = char(altered[i] ^ (i % 2 ? 0x01 : 0x80));
+        ChangeFile file = exported(w);
+        file.changeset = altered;
+        ASSERT_TRUE(writechangefile(path, file).ok);
+        const ChangeFileRead read = readchangefile(path);
+        if (!read.result.ok) {
+            ++refused;
+            continue;
+        }
+        Transaction tx(*w.base);
+        const ApplyOutcome preview = previewchanges(*w.base, read.file.changeset);
+        if (preview.result.ok) {
+            ApplyChoices all;
+            all.all = Choice::Theirs;
+            applychanges(*w.base, read.file.changeset, all);
+        }
+        // rolled back with tx
+    }
+    EXPECT_GT(refused, 0);
+    EXPECT_EQ(world(*w.base), before);
 }
 
 } // namespace
