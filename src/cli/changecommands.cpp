@@ -210,7 +210,10 @@ int show(Context &ctx)
     printchanges(ctx, file->summary);
     if (preview.already == preview.changes)
         ctx.out << "Die Änderungen sind in dieser Welt schon enthalten.\n";
-    ctx.out << preview.conflicts.size() << " Konflikte mit dieser Welt\n";
+    if (preview.conflicts.isEmpty())
+        ctx.out << "Keine Konflikte mit dieser Welt.\n";
+    else
+        ctx.out << preview.conflicts.size() << (preview.conflicts.size() == 1 ? " Konflikt" : " Konflikte") << " mit dieser Welt:\n";
     for (const Conflict &c : preview.conflicts)
         ctx.out << "  " << c.id() << "  " << c.text() << '\n';
     return 0;
