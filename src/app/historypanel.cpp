@@ -1,9 +1,11 @@
 #include "app/historypanel.h"
 
 #include "core/ui/shell.h"
+#include "exchange/ui/changemenus.h"
 
 #include <QApplication>
 #include <QListWidget>
+#include <QMenu>
 #include <QPalette>
 
 namespace zorbo {
@@ -29,6 +31,19 @@ HistoryPanel::HistoryPanel(Shell &shell, QWidget *parent) : QDockWidget(QStringL
     // the lines alone goes nowhere.
     connect(m_list, &QListWidget::itemClicked, this, &HistoryPanel::go);
     connect(m_list, &QListWidget::itemActivated, this, &HistoryPanel::go);
+    // A step's own menu: its changes and those after it as a change file.
+    m_list->setContextMenuPolicy(Qt::CustomContextMenu);
+    connect(m_list, &QListWidget::customContextMenuRequested, this, [this](const QPoint &at) {
+        QListWidgetItem *item = m_list->itemAt(at);
+        const qint64 id = item ? item->data(IdRole).toLongLong() : 0;
+        if (id <= 0)
+            return;
+        QMenu menu(m_list);
+        menu.setObjectName(QStringLiteral("mnuverlauf"));
+        connect(menu.addAction(QStringLiteral("Änderungen ab hier exportieren")), &QAction::triggered, this,
+                [this, id] { exportchangesfrom(m_shell, id); });
+        menu.exec(m_list->viewport()->mapToGlobal(at));
+    });
     const auto follow = [this] {
         m_stale = true;
         if (isVisible())

@@ -5,6 +5,7 @@
 #include "core/ui/dialogs.h"
 #include "core/ui/shell.h"
 #include "exchange/formats.h"
+#include "exchange/ui/changemenus.h"
 #include "exchange/ui/opendialog.h"
 
 #include <QAction>
@@ -204,6 +205,7 @@ void installexchange(Shell &shell)
     };
     QObject::connect(&shell, &Shell::shown, &shell, followshown);
     followshown(QString());
+    installchanges(shell);
 }
 
 } // namespace zorbo
