@@ -73,19 +73,8 @@ MainWindow::MainWindow(const QString &programFolder, Dialogs *dialogs)
     installsearch(*m_shell);
     installproblems(*m_shell);
     installhistory(*m_shell);
-    m_shell->handlefile(QStringLiteral("zae"), [this](const QString &file) { openchangefile(file); });
     installrecentfiles(*m_shell);
     installplayerlist(*m_shell);
-}
-
-// Change files (.zae) given on the command line or picked from the files
-// opened last. Their preview is joined here; until it is, the editor says
-// that it can't open them yet.
-void MainWindow::openchangefile(const QString &file)
-{
-    m_dialogs->information(this, QStringLiteral("Öffnen"),
-                           QStringLiteral("Die Änderungsdatei %1 lässt sich mit dieser Version noch nicht öffnen.")
-                               .arg(QDir::toNativeSeparators(file)));
 }
 
 MainWindow::~MainWindow() = default;

@@ -46,7 +46,6 @@ public:
     EditorView *editor() const { return m_editor; }
     // Opens a change file's preview (the command line's and the recent
     // files' hook for .zae).
-    void openchangefile(const QString &file);
 
 protected:
     void closeEvent(QCloseEvent *event) override;

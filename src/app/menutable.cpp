@@ -34,7 +34,7 @@ const Menu menus[] = {
      {{"mnudateiitem(0)", "&Neu...", "Ctrl+N", nullptr, false},
       {"mnudateiitem(1)", "&Öffnen...", "Ctrl+O", nullptr, false},
       {"mnudateiitem(2)", "&Speichern...", "Ctrl+S", nullptr, false},
-      {"mnudateiitem(8)", "&Zuletzt geöffnet", nullptr, "mnuzuletzt", false},
+      {"mnudateiitem(10)", "&Zuletzt geöffnet", nullptr, "mnuzuletzt", false},
       {"mnudateiitem(3)", "", nullptr, nullptr, false},
       {"mnudateiitem(4)", "&Import...", nullptr, "mnuimport", false},
       {"mnuimportitem(0)", "Config (Zorbo)", "Ctrl+I", "mnuimport", false},

@@ -12,7 +12,7 @@ namespace zorbo {
 
 void installrecentfiles(Shell &shell)
 {
-    QAction *entry = shell.entry(QStringLiteral("mnudateiitem(8)"));
+    QAction *entry = shell.entry(QStringLiteral("mnudateiitem(10)"));
     QMenu *menu = entry ? entry->menu() : nullptr;
     if (!menu)
         return;

@@ -30,7 +30,7 @@ void printchanges(Context &ctx, const QList<PlayerChange> &changes)
 {
     for (const PlayerChange &c : changes) {
         QStringList fields;
-        for (const FieldChange &f : c.fields)
+        for (const PlayerFieldChange &f : c.fields)
             fields << (c.created ? QStringLiteral("%1 %3").arg(f.field, f.after)
                                  : QStringLiteral("%1 %2 → %3").arg(f.field, f.before, f.after));
         ctx.out << (c.created ? QStringLiteral("neu: ") : QString()) << "Spieler " << c.nummer << " (" << c.name

@@ -63,7 +63,7 @@ private:
 };
 
 // One field of a player that a run would change.
-struct FieldChange {
+struct PlayerFieldChange {
     QString field; // heading
     QString before;
     QString after;
@@ -74,7 +74,7 @@ struct PlayerChange {
     qint64 nummer = 0;
     QString name; // "Vorname Name" as it was
     bool created = false;
-    QList<FieldChange> fields;
+    QList<PlayerFieldChange> fields;
 };
 
 // Whether two values are the same as the database keeps them: 3 and "3"

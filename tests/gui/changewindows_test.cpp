@@ -124,6 +124,13 @@ TEST_F(ChangeWindows, ApplyPreviewChoosesPerConflictAndUndo)
     window->action("mnubearbeitenitem(0)")->trigger();
     EXPECT_EQ(name(10), "Mein Beispiel");
     EXPECT_EQ(db().scalar("SELECT verein FROM kaderzeilen WHERE spieler = 7022").toInt(), 11);
+
+    // Given on the command line (or by the file manager), it opens the same preview.
+    QString opened;
+    zorbo::test::whenModal([&opened](QDialog *w) { opened = w->objectName(); });
+    EXPECT_TRUE(window->shell().openpath(file));
+    EXPECT_EQ(opened, "frmaenderungenanwenden");
+    EXPECT_EQ(name(10), "Mein Beispiel");
 }
 
 TEST_F(ChangeWindows, StepsExportedFromTheMenuAndFromTheHistoryPanel)

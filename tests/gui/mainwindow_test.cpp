@@ -4,6 +4,7 @@
 
 #include <QAction>
 #include <QMenu>
+#include <QSet>
 #include <QTreeWidget>
 #include <gtest/gtest.h>
 
@@ -27,6 +28,15 @@ TEST(MainWindow, FreshFolderOpensWithContinentsAndMarket)
     EXPECT_EQ(tree->topLevelItem(0)->child(0)->data(0, Qt::UserRole).toString(), "T0");
     EXPECT_FALSE(w.action("mnudateiitem(2)")->isEnabled()) << "Speichern waits for a team";
     EXPECT_TRUE(w.action("impanstoss4")->isEnabled()) << "our databases hold the free players' table";
+
+    // Every entry of the menus has a name of its own, so that each is found again.
+    QStringList names;
+    for (const QMenu *menu : w.findChildren<QMenu *>())
+        for (const QAction *a : menu->actions())
+            if (!a->objectName().isEmpty())
+                names << a->objectName();
+    ASSERT_GT(names.size(), 30);
+    EXPECT_EQ(QSet<QString>(names.begin(), names.end()).size(), names.size()) << names.join(' ').toStdString();
 
     const QString shot = qEnvironmentVariable("ZORBO_SCREENSHOT_DIR");
     if (!shot.isEmpty()) {

@@ -14,7 +14,7 @@ QStringList changes(const BulkEditResult &r)
 {
     QStringList out;
     for (const PlayerChange &c : r.preview)
-        for (const FieldChange &f : c.fields)
+        for (const PlayerFieldChange &f : c.fields)
             out << QStringLiteral("%1 %2 %3→%4").arg(c.nummer).arg(f.field, f.before, f.after);
     return out;
 }

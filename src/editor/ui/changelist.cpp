@@ -20,7 +20,7 @@ void ChangeList::show(const QList<PlayerChange> &changes)
     clear();
     QList<QTreeWidgetItem *> items;
     for (const PlayerChange &c : changes) {
-        for (const FieldChange &f : c.fields) {
+        for (const PlayerFieldChange &f : c.fields) {
             const QString before = c.created ? QStringLiteral("(neu)") : f.before;
             items << new QTreeWidgetItem(QStringList{QString::number(c.nummer), c.name, f.field, before, f.after});
         }

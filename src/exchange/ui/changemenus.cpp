@@ -95,20 +95,8 @@ void applychanges(Shell &shell)
         return;
     int filter = 0;
     const QString path = shell.openfile(FileKind::Game, applyTitle, {}, {changeFilter}, &filter);
-    if (path.isEmpty())
-        return;
-    const ChangeFileRead read = readchangefile(path);
-    if (!read.result.ok) {
-        shell.dialogs().warning(shell.window(), applyTitle, read.result.message);
-        return;
-    }
-    const ApplyOutcome preview = previewchanges(*shell.db(), read.file.changeset);
-    if (!preview.result.ok) {
-        shell.dialogs().warning(shell.window(), applyTitle, preview.result.message);
-        return;
-    }
-    ApplyWindow window(shell, path, read.file, preview, shell.window());
-    window.exec();
+    if (!path.isEmpty())
+        openchangefile(shell, path);
 }
 
 void compare(Shell &shell)
@@ -147,6 +135,24 @@ void opencomparison(Shell &shell, const QString &teams, const QString &players)
         window.exec();
 }
 
+void openchangefile(Shell &shell, const QString &path)
+{
+    if (!shell.db())
+        return;
+    const ChangeFileRead read = readchangefile(path);
+    if (!read.result.ok) {
+        shell.dialogs().warning(shell.window(), applyTitle, read.result.message);
+        return;
+    }
+    const ApplyOutcome preview = previewchanges(*shell.db(), read.file.changeset);
+    if (!preview.result.ok) {
+        shell.dialogs().warning(shell.window(), applyTitle, preview.result.message);
+        return;
+    }
+    ApplyWindow window(shell, path, read.file, preview, shell.window());
+    window.exec();
+}
+
 void exportchangesfrom(Shell &shell, qint64 step)
 {
     if (!shell.db())
@@ -159,6 +165,7 @@ void installchanges(Shell &shell)
     shell.handle(QStringLiteral("mnudateiitem(8)"), [&shell] { exportchanges(shell); });
     shell.handle(QStringLiteral("mnudateiitem(9)"), [&shell] { applychanges(shell); });
     shell.handle(QStringLiteral("mnutoolitem(9)"), [&shell] { compare(shell); });
+    shell.handlefile(QStringLiteral("zae"), [&shell](const QString &file) { openchangefile(shell, file); });
 }
 
 } // namespace zorbo
