@@ -6,6 +6,7 @@
 #include "app/historypanel.h"
 #include "app/problemspanel.h"
 #include "app/searchfield.h"
+#include "app/selfcheckwindow.h"
 #include "core/defaultfolders.h"
 #include "core/teamlists.h"
 #include "core/ui/dialogs.h"
@@ -71,6 +72,7 @@ MainWindow::MainWindow(const QString &programFolder, Dialogs *dialogs)
     installsearch(*m_shell);
     installproblems(*m_shell);
     installhistory(*m_shell);
+    installselfcheck(*m_shell);
 }
 
 MainWindow::~MainWindow() = default;

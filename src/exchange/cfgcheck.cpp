@@ -168,6 +168,8 @@ private:
         }
         if (i >= 0 && inShortRecord(i))
             return QStringLiteral("ein Datensatz von 1 bis 4 Zeilen, den der Leser in seiner Kurzform nahm");
+        if ((i < 0 || game.trimmed().isEmpty()) && (j < 0 || ours.trimmed().isEmpty()))
+            return QStringLiteral("eine Leerzeile mehr oder weniger");
         if (j < 0)
             return QStringLiteral("die Zeile fehlt in dem, was der Editor schreibt (er schreibt die Datensätze nach "
                                   "Nummern, die Vereine vor den Nationalteams)");
