@@ -1,5 +1,7 @@
 #include "core/gamefiles.h"
 
+#include "platform/safefile.h"
+
 #include <QCryptographicHash>
 #include <QDir>
 #include <QFile>
@@ -127,6 +129,7 @@ SelfCheckReport selfcheck(const Settings &settings, const QString &gameFolder, c
                     QStringLiteral("Für die Prüfung ließ sich kein vorläufiger Ordner anlegen: %1").arg(scratch.errorString()));
                 return report;
             }
+            const ScratchFolder unflushed(scratch.path());
             const qint64 base = i * 1000;
             const Progress part = [&](qint64 done, qint64 all) {
                 return !progress || progress(base + (all > 0 ? std::min<qint64>(1000, done * 1000 / all) : 0), total);

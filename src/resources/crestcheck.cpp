@@ -1,7 +1,9 @@
 #include "resources/crestcheck.h"
 
 #include "platform/codepage.h"
-#include "resources/crestrun.h"
+#include "resources/crestlist.h"
+#include "resources/resfwriter.h"
+#include "resources/tga.h"
 #include "resources/gfp.h"
 #include "resources/resf.h"
 
@@ -88,6 +90,50 @@ void comparecrest(const QString &file, const QString &name, const QByteArray &ga
     out << d;
 }
 
+// The way each crest of the archive goes through an import and an export,
+// picture by picture in memory: the .gfp read, the .tga the import writes,
+// that .tga read as the export reads it and packed with default.gfp's head.
+// Entries the import leaves out (other types, unusable names, damaged
+// pictures) are left out here too; the archive is packed as the export packs.
+Result roundtripcrests(const QString &path, const QString &defaultGfp, const QString &out, const Progress &progress)
+{
+    ResArchive archive;
+    ResHeader header;
+    QList<ResEntry> entries;
+    if (Result r = loadresarchive(path, archive); !r)
+        return r;
+    if (Result r = readresheader(archive, header); !r)
+        return r;
+    if (Result r = readresdir(archive, header, entries); !r)
+        return r;
+    GfpHeader template_;
+    QByteArray templatePixels;
+    if (Result r = readgfp(defaultGfp, template_, templatePixels); !r)
+        return r;
+    QList<WappenItem> items;
+    for (qsizetype i = 0; i < entries.size(); ++i) {
+        report(progress, i, 2 * entries.size());
+        const ResEntry &entry = entries[i];
+        if (entry.type != ResTypeGfp || !badnamereason(entry.name).isEmpty()
+            || !crestnamereason(fromCp1252(entry.name)).isEmpty())
+            continue;
+        QByteArray bytes, pixels;
+        GfpHeader gfp;
+        TgaImage image;
+        if (!resourcebytes(archive, header, entry, bytes) || !readgfp(bytes, QString(), gfp, pixels))
+            continue;
+        const QByteArray tga = writetga(gfp.width(), gfp.height(), pixels, gfp.bytesPerPixel());
+        if (!readtga(tga, QString(), image))
+            continue;
+        const QByteArray packed = makegfp(template_, image.width, image.height, image.pixels, true);
+        if (packed.isEmpty())
+            return Result::failure(QStringLiteral("Das Wappen %1 lässt sich nicht packen.").arg(printablename(entry.name)));
+        items.append({entry.name, packed, 0});
+    }
+    const qsizetype n = entries.size();
+    return packresf(out, ResTypeGfp, items, [&](qint64 done, qint64) { return !progress || progress(n + done, 2 * n); });
+}
+
 } // namespace
 
 QList<FileDifference> compareres(const QString &file, const QByteArray &game, const QByteArray &ours)
@@ -150,28 +196,14 @@ GameFileCheck crestcheck()
     c.folder = ZorboresFolder;
     c.run = [](const Settings &settings, const QString &path, const QString &scratch, const Progress &progress,
                QList<FileDifference> &differences) {
-        const QString wappen = scratch + QStringLiteral("/wappen/");
-        QDir().mkpath(wappen);
+        // The head every crest gets from the export: the program's template,
+        // else the delivered one.
         QString template_ = settings.folder(WappenFolder) + QStringLiteral("default.gfp");
         if (!QFileInfo(template_).isFile())
             template_ = QStringLiteral(":/defaults/wappen/default.gfp");
-        if (!QFile::copy(template_, wappen + QStringLiteral("default.gfp")))
-            return Result::failure(QStringLiteral("Die Vorlage default.gfp fehlt."));
-        const Progress reading = [&](qint64 done, qint64 total) {
-            return !progress || progress(total > 0 ? done * 500 / total : 0, 1000);
-        };
-        const Progress writing = [&](qint64 done, qint64 total) {
-            return !progress || progress(500 + (total > 0 ? done * 500 / total : 0), 1000);
-        };
-        CrestImportOptions options;
-        options.addToList = true;
-        const CrestRunReport in = importwappen(path, wappen, reading, options);
-        if (!in.result.ok)
-            return in.result;
         const QString out = scratch + QStringLiteral("/wa.res");
-        const CrestRunReport written = exportwappen(out, wappen, writing);
-        if (!written.result.ok)
-            return written.result;
+        if (Result r = roundtripcrests(path, template_, out, progress); !r)
+            return r;
         QFile g(path), o(out);
         if (!g.open(QIODevice::ReadOnly) || !o.open(QIODevice::ReadOnly))
             return Result::failure(QStringLiteral("Die Archive ließen sich nicht wieder lesen."));

@@ -4,10 +4,10 @@
 
 namespace zorbo {
 
-// The self-check of wa.res: the archive's crests are unpacked into a scratch
-// crest folder (with the program's default.gfp and a wa.lst in the
-// archive's order), packed again as the crest export packs them, and the two
-// archives compared crest by crest.
+// The self-check of wa.res: each crest of the archive goes the way of the
+// crest import (the .tga it writes) and of the export (that .tga read and
+// packed with the program's default.gfp), in the archive's order and in
+// memory, and the two archives are compared crest by crest.
 GameFileCheck crestcheck();
 
 // The comparison of two archives' bytes: each crest that differs, with the
