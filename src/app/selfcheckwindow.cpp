@@ -27,6 +27,7 @@ SelfCheckWindow::SelfCheckWindow(Shell &shell, QWidget *parent)
     m_folder->setPlaceholderText(QStringLiteral("Ordner der Einstellungen"));
     auto *pick = new QPushButton(QStringLiteral("..."), this);
     pick->setObjectName(QStringLiteral("btnordner"));
+    pick->setFixedWidth(pick->fontMetrics().horizontalAdvance(QStringLiteral("...")) + 24);
     auto *run = new QPushButton(QStringLiteral("&Prüfen"), this);
     run->setObjectName(QStringLiteral("btnpruefen"));
     run->setDefault(true);

@@ -190,7 +190,7 @@ void CrestPictureWindow::redraw()
         const QRect box(i * tile, 0, tile, tile);
         p.fillRect(box.adjusted(2, 2, -2, -2), m_kits[size_t(i)]);
         if (!m_crest.isNull())
-            p.drawImage(box.center() - QPoint(CrestSide / 2, CrestSide / 2) + QPoint(1, 1), m_crest);
+            p.drawImage(box.center() - QPoint(m_crest.width() / 2, m_crest.height() / 2) + QPoint(1, 1), m_crest);
     }
     p.end();
     m_preview->setPixmap(shown);
