@@ -85,9 +85,10 @@ QString FileDifference::place() const
 
 QString gamefilepath(const Settings &settings, const QString &gameFolder, const GameFileCheck &check)
 {
-    const QDir dir(gameFolder.isEmpty() ? settings.folder(check.folder) : gameFolder);
-    if (dir.path().isEmpty() || !dir.exists())
-        return {};
+    const QString folder = gameFolder.isEmpty() ? settings.folder(check.folder) : gameFolder;
+    const QDir dir(folder);
+    if (folder.isEmpty() || !dir.exists())
+        return {}; // an empty name would mean the working folder
     if (QFileInfo(dir.filePath(check.name)).isFile())
         return dir.filePath(check.name);
     // A game installed from Windows may write the name in capitals.

@@ -125,4 +125,12 @@ TEST(SelfCheck, LineEndsAndMissingFilesAndStops)
     r = check(empty);
     EXPECT_FALSE(r.result.ok);
     EXPECT_TRUE(r.result.message.contains("1_tm.cfg, 1_sp.cfg")) << r.result.message.toStdString();
+
+    // Settings without folders look nowhere, not in the working folder.
+    const QString before = QDir::currentPath();
+    QDir::setCurrent(game.path());
+    r = selfcheck(Settings{}, {}, configchecks());
+    QDir::setCurrent(before);
+    EXPECT_FALSE(r.result.ok);
+    EXPECT_TRUE(r.result.message.startsWith("In den Ordnern der Einstellungen liegt keine")) << r.result.message.toStdString();
 }
