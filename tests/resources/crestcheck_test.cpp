@@ -1,4 +1,5 @@
 // The self-check of wa.res, and crests made from pictures.
+#include "exchange/cfgcheck.h"
 #include "resources/crestcheck.h"
 #include "resources/crestfiles.h"
 #include "resources/crestfixtures.h"
@@ -66,6 +67,12 @@ TEST(CrestSelfCheck, ArchiveComesBackUnchangedOrEachCrestIsNamed)
     ASSERT_TRUE(r.result.ok) << r.result.message.toStdString();
     EXPECT_TRUE(r.differences.isEmpty()) << listed(r).toStdString();
     EXPECT_EQ(r.result.message, "Die Datei wa.res kommt unverändert zurück.");
+    // With the two configuration files of the example world beside it.
+    QFile::copy(QStringLiteral(ZORBO_EXAMPLES "/beispielwelt/1_tm.cfg"), game.file("1_tm.cfg"));
+    QFile::copy(QStringLiteral(ZORBO_EXAMPLES "/beispielwelt/1_sp.cfg"), game.file("1_sp.cfg"));
+    r = selfcheck(settings, game.path(), configchecks() << crestcheck());
+    EXPECT_EQ(r.checked.size(), 3);
+    EXPECT_EQ(r.result.message, "Alle drei Dateien kommen unverändert zurück.") << listed(r).toStdString();
 
     // Stored without zlib, 24 bits a pixel, a header byte of its own, and an entry that is no picture.
     QByteArray ownHead = gfpBytes(4, 4, pattern16(4, 4), true);
