@@ -58,6 +58,15 @@ TEST(CliTrust, ExportOverAChangedGameFileNeedsForce)
     EXPECT_NE(readBytes(file), theirs);
     // Written by the editor: the next export asks nothing.
     EXPECT_EQ(runCli({"--dir", dir.path(), "export-teams", file}).exitCode, 0);
+
+    // The crest archive, which needs no world, is remembered by the one there.
+    const QString archive = game.file("wa.res");
+    ASSERT_EQ(runCli({"--dir", dir.path(), "export-crests", archive}).exitCode, 0);
+    writeBytes(archive, readBytes(archive) + "x");
+    r = runCli({"--dir", dir.path(), "export-crests", archive});
+    EXPECT_EQ(r.exitCode, 1);
+    EXPECT_TRUE(r.err.contains("Mit --force wird sie trotzdem überschrieben.")) << r.err.toStdString();
+    EXPECT_EQ(runCli({"--dir", dir.path(), "export-crests", archive, "--force"}).exitCode, 0);
 }
 
 TEST(CliTrust, CrestFromPictureAndAFolderOfPictures)
