@@ -1,5 +1,6 @@
 // The self-check window, the question before an export over a changed game
 // file, and crests from pictures.
+#include "app/busy.h"
 #include "app/mainwindow.h"
 #include "guisupport.h"
 #include "core/history.h"
@@ -63,7 +64,7 @@ TEST_F(Trust, SelfCheckWindowListsEachDifference)
     writeBytes(game.file("1_tm.cfg"), teams);
     writeBytes(game.file("1_sp.cfg"), readBytes(example("1_sp.cfg")));
     QStringList listed;
-    QString answer;
+    QString answer, cancelled;
     whenModal(
         [&](QDialog *d) {
             child<QLineEdit>(*d, "txtordner")->setText(QDir::toNativeSeparators(game.path()));
@@ -71,6 +72,13 @@ TEST_F(Trust, SelfCheckWindowListsEachDifference)
             listed = rows(child<QTreeWidget>(*d, "lstunterschiede"));
             answer = child<QLabel>(*d, "lblergebnis")->text();
             screenshot(d, "frmspieldateien.png");
+            // "Abbrechen" while it runs: the answer says so, the list stays empty.
+            const int delay = Busy::setcanceldelay(0);
+            zorbo::test::cancelWhenOffered();
+            QTest::mouseClick(child<QPushButton>(*d, "btnpruefen"), Qt::LeftButton);
+            Busy::setcanceldelay(delay);
+            cancelled = child<QLabel>(*d, "lblergebnis")->text();
+            EXPECT_EQ(child<QTreeWidget>(*d, "lstunterschiede")->topLevelItemCount(), 0);
             QTest::mouseClick(child<QPushButton>(*d, "btnschliessen"), Qt::LeftButton);
         },
         "frmspieldateien");
@@ -79,6 +87,7 @@ TEST_F(Trust, SelfCheckWindowListsEachDifference)
     EXPECT_EQ(listed[0], "1_tm.cfg|25|        STAERKE                  2.50|        STAERKE                  2.5|dieselbe Zahl in "
                          "anderer Schreibweise");
     EXPECT_EQ(answer, "1 Unterschied in 1 von 2 Dateien.");
+    EXPECT_TRUE(cancelled.startsWith("Abgebrochen")) << cancelled.toStdString();
     EXPECT_EQ(readBytes(game.file("1_tm.cfg")), teams);
 }
 
