@@ -7,6 +7,7 @@
 #include "app/playerlistpanel.h"
 #include "app/problemspanel.h"
 #include "app/searchfield.h"
+#include "app/selfcheckwindow.h"
 #include "core/defaultfolders.h"
 #include "core/teamlists.h"
 #include "core/ui/dialogs.h"
@@ -75,6 +76,7 @@ MainWindow::MainWindow(const QString &programFolder, Dialogs *dialogs)
     installhistory(*m_shell);
     installrecentfiles(*m_shell);
     installplayerlist(*m_shell);
+    installselfcheck(*m_shell);
 }
 
 MainWindow::~MainWindow() = default;

@@ -3,6 +3,8 @@
 #include "cli/command.h"
 #include "core/defaultfolders.h"
 #include "core/fieldcheck.h"
+#include "core/gamefiles.h"
+#include "core/schema.h"
 #include "exchange/formats.h"
 #include "resources/formats.h"
 
@@ -15,9 +17,23 @@ namespace {
 // Runs a format's read or write; the file is the last argument. A format
 // that needs no world runs on the program folder's settings alone, with its
 // delivered folders in place.
+// Before an export over a game file that changed since the world last
+// read or wrote it: the refusal naming the file and when it changed; empty
+// when the export may go on.
+QString changedrefusal(World &world, const QString &path)
+{
+    QDateTime when;
+    if (!world.db() || !changedsince(*world.db(), path, &when))
+        return {};
+    return changedwords(path, when) + QStringLiteral(" Mit --force wird sie trotzdem überschrieben.");
+}
+
 int formatrun(Context &ctx, int fileArguments, const FileFormat &format, bool read, FormatRequest request)
 {
-    const FileFormat::Run &run = read ? format.read : format.write;
+    const bool force = !read && format.gamefile && ctx.args.removeAll(QStringLiteral("--force")) > 0;
+    const auto run = [&](const FormatPlace &place, const FormatRequest &r, const Progress &p) {
+        return runformat(format, read, place, r, p);
+    };
     const Progress progress = ctx.progress((read ? format.reading : format.writing).chopped(3));
     const auto told = [&](FormatRun outcome) {
         if (!outcome.ok() && outcome.looksUtf8)
@@ -33,10 +49,27 @@ int formatrun(Context &ctx, int fileArguments, const FileFormat &format, bool re
     if (!format.needsworld) {
         for (const QString &line : unpackdefaults(ctx.settings()))
             ctx.err << line << '\n';
-        return finish(ctx, told(run(FormatPlace{ctx.settings()}, request, progress)));
+        // The crests need no world, but one that is there remembers the archive.
+        QString why;
+        std::unique_ptr<World> world;
+        if (format.gamefile && isworldfile(ctx.settings().dbpfad(), &why))
+            world = ctx.openexistingworld();
+        if (world && !force) {
+            if (const QString refusal = changedrefusal(*world, request.path); !refusal.isEmpty())
+                return ctx.fail(QStringLiteral("Fehler: ") + refusal);
+        }
+        return finish(ctx, told(run(FormatPlace{ctx.settings(), world.get()}, request, progress)));
     }
-    return withWorld(ctx, fileArguments,
-                     [&](World &world) { return told(run(FormatPlace{world.settings(), &world}, request, progress)); });
+    return withWorld(ctx, fileArguments, [&](World &world) {
+        if (!force && !read && format.gamefile) {
+            if (const QString refusal = changedrefusal(world, request.path); !refusal.isEmpty()) {
+                FormatRun refused;
+                refused.result = Result::failure(refusal);
+                return refused;
+            }
+        }
+        return told(run(FormatPlace{world.settings(), &world}, request, progress));
+    });
 }
 
 int readformat(Context &ctx, const FileFormat &format)

@@ -57,6 +57,9 @@ struct FileFormat {
     // False for files that come and go beside the database (the crests):
     // their runs get no world, and the command line opens none for them.
     bool needsworld = true;
+    // One of the game's own files: the world remembers it at each import and
+    // export, and an export over it asks first when it changed since.
+    bool gamefile = false;
     using Run = std::function<FormatRun(const FormatPlace &, const FormatRequest &, const Progress &)>;
     Run read;
     Run write;
@@ -64,6 +67,11 @@ struct FileFormat {
     // The file dialogs' filter entry: "Zorbo Vereine (1_tm.cfg) (*.cfg)".
     QString filter() const { return name + QStringLiteral(" (") + pattern + QLatin1Char(')'); }
 };
+
+// Runs the format's read or write; after a run that went through, the world
+// (when place has one) remembers a game file as it now lies on disk.
+FormatRun runformat(const FileFormat &format, bool read, const FormatPlace &place, const FormatRequest &request,
+                    const Progress &progress);
 
 // The format with the key among formats; null when none has it.
 const FileFormat *findformat(const QList<FileFormat> &formats, const QString &key);

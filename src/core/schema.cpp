@@ -123,6 +123,15 @@ CREATE TABLE verlauf (
 ) STRICT;
 )SQL";
 
+// The game's files as the last import or export left them: size, time of
+// change (milliseconds since 1970, UTC) and SHA-256, by full path. Not part
+// of the history.
+const char *const gameFilesSql = R"SQL(
+CREATE TABLE IF NOT EXISTS spieldateien (
+  pfad TEXT PRIMARY KEY, groesse INTEGER NOT NULL, zeit INTEGER NOT NULL, sha256 BLOB NOT NULL
+) STRICT;
+)SQL";
+
 // A world of the first version kept its squads in a table vereinspieler of
 // two columns; its rows keep their rowids as zeile, so squads keep their order.
 const char *const upgradeSquadsSql = R"SQL(
@@ -179,6 +188,7 @@ void createschema(Database &db)
     db.exec(QString::fromUtf8(schemaSql));
     db.exec(QString::fromUtf8(squadSql));
     db.exec(QString::fromUtf8(historySql));
+    db.exec(QString::fromUtf8(gameFilesSql));
     fillreferencetables(db);
     db.exec(QStringLiteral("PRAGMA application_id = %1").arg(zorboApplicationId));
     db.exec(QStringLiteral("PRAGMA user_version = %1").arg(zorboSchemaVersion));
@@ -222,6 +232,8 @@ void upgradeschema(Database &db)
             sum.reset();
         }
     }
+    if (version < 4)
+        db.exec(QString::fromUtf8(gameFilesSql));
     db.exec(QStringLiteral("PRAGMA user_version = %1").arg(zorboSchemaVersion));
     tx.commit();
 }

@@ -12,7 +12,8 @@ namespace zorbo {
 inline constexpr int zorboApplicationId = 0x5A4F5242;
 // 2: squads in kaderzeilen behind the view vereinspieler, the history in verlauf.
 // 3: each step of the history carries a checksum of its changes.
-inline constexpr int zorboSchemaVersion = 3;
+// 4: the game's files as last imported or exported, in spieldateien.
+inline constexpr int zorboSchemaVersion = 4;
 
 // The continents in the order of the continent list.
 const QStringList &kontinente();

@@ -29,7 +29,7 @@ Result norun()
 void World::record()
 {
     if (m_recordsteps)
-        m_recorder = std::make_unique<ChangeRecorder>(*m_db, QStringList{QStringLiteral("verlauf")});
+        m_recorder = std::make_unique<ChangeRecorder>(*m_db, QStringList{QStringLiteral("verlauf"), QStringLiteral("spieldateien")});
 }
 
 bool World::keepstep(const Step &step)

@@ -39,9 +39,10 @@ FileFormat configformat(ConfigKind kind)
     f.readhelp = teams ? QStringLiteral("ersetzt Vereine, Nationalteams und Kader durch die einer 1_tm.cfg")
                        : QStringLiteral("ersetzt alle Spieler durch die einer 1_sp.cfg");
     f.writecommand = teams ? QStringLiteral("export-teams") : QStringLiteral("export-players");
-    f.writeusage = QStringLiteral("DATEI");
+    f.writeusage = QStringLiteral("DATEI [--force]");
     f.writehelp = teams ? QStringLiteral("schreibt Vereine, Nationalteams und Kader als 1_tm.cfg")
                         : QStringLiteral("schreibt alle Spieler als 1_sp.cfg");
+    f.gamefile = true;
     f.reading = teams ? QStringLiteral("Importiere Vereine...") : QStringLiteral("Importiere Spieler...");
     f.writing = teams ? QStringLiteral("Exportiere Vereine...") : QStringLiteral("Exportiere Spieler...");
     f.read = [kind](const FormatPlace &place, const FormatRequest &request, const Progress &progress) {

@@ -28,4 +28,18 @@ Result replacefile(const QString &path, QByteArrayView bytes, Flush flush = Flus
 // files the disk does not hold yet. False when it could not be done.
 bool syncfilesystem(const QString &folder);
 
+// A folder whose files go when a check ends (the self-check's scratch
+// world): while the object lives, files replaced below it and file systems
+// synced for it don't wait for the disk.
+class ScratchFolder {
+public:
+    explicit ScratchFolder(const QString &folder);
+    ~ScratchFolder();
+    ScratchFolder(const ScratchFolder &) = delete;
+    ScratchFolder &operator=(const ScratchFolder &) = delete;
+
+private:
+    QString m_folder;
+};
+
 } // namespace zorbo

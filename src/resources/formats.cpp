@@ -30,8 +30,9 @@ FileFormat crestformat()
     f.readhelp = QStringLiteral("Wappen aus einem RESF-Archiv (wa.res) in den Wappen-Ordner entpacken; "
                                 "--add-to-list nimmt Wappen, die wa.lst fehlen, dort auf");
     f.writecommand = QStringLiteral("export-crests");
-    f.writeusage = QStringLiteral("DATEI");
+    f.writeusage = QStringLiteral("DATEI [--force]");
     f.writehelp = QStringLiteral("Wappen aus dem Wappen-Ordner nach wa.lst in ein RESF-Archiv packen");
+    f.gamefile = true;
     f.reading = QStringLiteral("Importiere Wappen...");
     f.writing = QStringLiteral("Exportiere Wappen...");
     f.needsworld = false;

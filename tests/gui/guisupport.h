@@ -39,6 +39,12 @@ public:
         asked << title + QLatin1Char('|') + text + QLatin1Char('|') + buttons.join(QLatin1Char('/'));
         return choice;
     }
+    int choose_nodefault = -1; // for questions without a default: -1 as if closed
+    int choosenodefault(QWidget *, const QString &title, const QString &text, const QStringList &buttons) override
+    {
+        asked << title + QLatin1Char('|') + text + QLatin1Char('|') + buttons.join(QLatin1Char('/')) + QStringLiteral("|ohne Vorgabe");
+        return choose_nodefault;
+    }
     QString typed; // what the next text question answers; empty: cancelled
     QString text(QWidget *, const QString &title, const QString &label) override
     {

@@ -29,6 +29,21 @@ int Dialogs::choose(QWidget *parent, const QString &title, const QString &text, 
     return int(added.indexOf(box.clickedButton()));
 }
 
+int Dialogs::choosenodefault(QWidget *parent, const QString &title, const QString &text, const QStringList &buttons)
+{
+    QMessageBox box(QMessageBox::Warning, title, text, QMessageBox::NoButton, parent);
+    QList<QAbstractButton *> added;
+    for (const QString &caption : buttons) {
+        auto *button = box.addButton(caption, QMessageBox::ActionRole);
+        button->setAutoDefault(false);
+        added << button;
+    }
+    if (!added.isEmpty())
+        box.setEscapeButton(added.last());
+    box.exec();
+    return int(added.indexOf(box.clickedButton()));
+}
+
 QString Dialogs::text(QWidget *parent, const QString &title, const QString &label)
 {
     // Wide enough for its title and a name of some words.

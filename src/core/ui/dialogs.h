@@ -19,6 +19,9 @@ public:
     // the one Escape presses; the index of the button chosen, -1 when the
     // box is closed otherwise.
     virtual int choose(QWidget *parent, const QString &title, const QString &text, const QStringList &buttons);
+    // The same with no button on Enter, for what can't be undone: the user
+    // must pick one; Escape presses the last.
+    virtual int choosenodefault(QWidget *parent, const QString &title, const QString &text, const QStringList &buttons);
     // A line of text the user types, label saying what for; empty when he
     // cancels.
     virtual QString text(QWidget *parent, const QString &title, const QString &label);

@@ -147,6 +147,16 @@ public:
         return m_crests.choose ? m_crests.choose(current, wappennr) : std::nullopt;
     }
 
+    // "Erst vergleichen" before an export over a game file that changed
+    // since: shows how the file differs from what the editor would write.
+    // The self-check's list stands here until the comparison of worlds
+    // takes this place (setcomparison is the one hook for it).
+    void setcomparison(std::function<void(const QString &gamefile)> compare) { m_compare = std::move(compare); }
+    void comparegamefile(const QString &gamefile) const
+    {
+        if (m_compare)
+            m_compare(gamefile);
+    }
     // The kit picker, once the editor has lent it; no choice before.
     void setkits(KitService service) { m_kits = std::move(service); }
     std::optional<ChosenKit> choosekit(int slot, int art) const
@@ -198,6 +208,7 @@ private:
                      int *filter);
 
     CrestService m_crests;
+    std::function<void(const QString &)> m_compare;
     KitService m_kits;
     QList<Document *> m_documents;
     QHash<QString, std::function<void(const QString &)>> m_openers;

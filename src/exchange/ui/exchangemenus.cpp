@@ -3,6 +3,7 @@
 #include "core/problems.h"
 #include "core/settings.h"
 #include "core/ui/dialogs.h"
+#include "core/ui/overwrite.h"
 #include "core/ui/shell.h"
 #include "exchange/formats.h"
 #include "exchange/ui/changemenus.h"
@@ -43,7 +44,7 @@ std::optional<FormatRun> read(Shell &shell, const QString &title, const QString 
 {
     const auto once = [&] {
         const auto busy = shell.busy(busytext);
-        return format.read(FormatPlace{shell.settings(), shell.world()}, request, busy->progress());
+        return runformat(format, true, FormatPlace{shell.settings(), shell.world()}, request, busy->progress());
     };
     FormatRun run = once();
     // Read as the game's code page, a UTF-8 file would bring every umlaut
@@ -104,7 +105,7 @@ void exportconfigfile(Shell &shell)
     const QString file = shell.savefile(FileKind::Game, QStringLiteral("Zorbo Config exportieren"),
                                                   shell.settings().folder(ZorboconfigFolder),
                                                   formatfilters(configformats()), &filter);
-    if (file.isEmpty() || !exportdespiteproblems(shell))
+    if (file.isEmpty() || !mayoverwrite(shell, QStringLiteral("Export"), file) || !exportdespiteproblems(shell))
         return;
     const FileFormat &format = *configformats().value(filter, configformats().first());
     FormatRun run;
@@ -115,7 +116,7 @@ void exportconfigfile(Shell &shell)
         FormatRequest request;
         request.path = file;
         request.nearest = true;
-        run = format.write(FormatPlace{shell.settings(), shell.world()}, request, busy->progress());
+        run = runformat(format, false, FormatPlace{shell.settings(), shell.world()}, request, busy->progress());
     }
     tell(shell, QStringLiteral("Export"), run);
 }

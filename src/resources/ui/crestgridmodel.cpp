@@ -56,4 +56,11 @@ Qt::ItemFlags CrestGridModel::flags(const QModelIndex &index) const
     return crest(index) < 0 ? Qt::NoItemFlags : Qt::ItemIsEnabled | Qt::ItemIsSelectable;
 }
 
+void CrestGridModel::forget(int n)
+{
+    m_cache.remove(n);
+    const QModelIndex cell = index(n / Columns, n % Columns);
+    emit dataChanged(cell, cell);
+}
+
 } // namespace zorbo

@@ -22,6 +22,8 @@ public:
     // The crest of a cell; -1 for the empty one.
     static int crest(const QModelIndex &index);
     int decoded() const { return int(m_cache.size()); }
+    // Crest n's file was written anew: its cell decodes it again.
+    void forget(int n);
 
     int rowCount(const QModelIndex &parent = {}) const override;
     int columnCount(const QModelIndex &parent = {}) const override;

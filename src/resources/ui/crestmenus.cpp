@@ -2,12 +2,14 @@
 
 #include "core/settings.h"
 #include "core/ui/dialogs.h"
+#include "core/ui/overwrite.h"
 #include "core/ui/shell.h"
 #include "resources/crestfiles.h"
 #include "resources/crestlist.h"
 #include "resources/formats.h"
 #include "resources/ui/crestimage.h"
 #include "resources/ui/crestpicker.h"
+#include "resources/ui/crestpicturewindow.h"
 
 #include <QApplication>
 
@@ -29,12 +31,12 @@ std::optional<FormatRun> crestrun(Shell &shell, bool read)
     int filter = 0;
     const QString file = read ? shell.openfile(FileKind::Game, title, start, {format.filter()}, &filter)
                               : shell.savefile(FileKind::Game, title, start, {format.filter()}, &filter);
-    if (file.isEmpty())
+    if (file.isEmpty() || (!read && !mayoverwrite(shell, QStringLiteral("Wappen"), file)))
         return std::nullopt;
     FormatRun run;
     {
         const auto busy = shell.busy(read ? format.reading : format.writing);
-        run = (read ? format.read : format.write)(FormatPlace{shell.settings()}, {file}, busy->progress());
+        run = runformat(format, read, FormatPlace{shell.settings(), shell.world()}, {file}, busy->progress());
     }
     if (run.result.cancelled)
         shell.status(run.result.message);
@@ -74,6 +76,22 @@ void copykitset(Shell &shell)
         shell.dialogs().information(shell.window(), QStringLiteral("Fehler"), copied.message);
 }
 
+// "Wappen aus Bild" on crest n; the club on show may wear it. The crest
+// written, or -1.
+int crestfrompicture(Shell &shell, int n)
+{
+    if (!shell.db() || shell.settings().folder(WappenFolder).isEmpty())
+        return -1;
+    auto *window = shell.window()->findChild<CrestPictureWindow *>(QStringLiteral("frmwappenbild"));
+    if (!window)
+        window = new CrestPictureWindow(shell, shell.window());
+    const QString key = shell.shownkey();
+    const bool team = key.startsWith(QLatin1Char('T')) && !key.endsWith(QLatin1Char('_'));
+    window->prepare(n, team ? key.mid(1).toLongLong() : -1);
+    window->exec();
+    return window->written();
+}
+
 std::optional<ChosenCrest> choosecrest(Shell &shell, const QImage &current, const QString &wappennr)
 {
     const QString folder = shell.settings().folder(WappenFolder);
@@ -85,6 +103,7 @@ std::optional<ChosenCrest> choosecrest(Shell &shell, const QImage &current, cons
         if (!made)
             shell.dialogs().warning(shell.window(), QStringLiteral("Wappenauswahl"), made.message);
         picker = new CrestPicker(folder, shell.window());
+        picker->setfrompicture([&shell](int n) { return crestfrompicture(shell, n); });
     }
     picker->prepare(current, wappennr);
     if (picker->exec() != QDialog::Accepted)
@@ -96,6 +115,16 @@ std::optional<ChosenCrest> choosecrest(Shell &shell, const QImage &current, cons
 
 void installresources(Shell &shell)
 {
+    shell.handle(QStringLiteral("mnutoolitem(10)"), [&shell] {
+        int n = 0;
+        const QString key = shell.shownkey();
+        if (shell.db() && key.startsWith(QLatin1Char('T')))
+            n = shell.db()->scalar(QStringLiteral("SELECT GRAFIK_NR FROM vereine WHERE NUMMER = ?1 UNION ALL "
+                                                  "SELECT GRAFIK_NR FROM vereine_national WHERE NUMMER = ?1"),
+                                   key.mid(1).toLongLong())
+                    .toInt();
+        crestfrompicture(shell, n);
+    });
     shell.handle(QStringLiteral("mnuimportitem(1)"), [&shell] { importcrests(shell); });
     shell.handle(QStringLiteral("mnuexportitem(1)"), [&shell] { crestrun(shell, false); });
     shell.handle(QStringLiteral("mnuoptionenitem(2)"), [&shell] { copykitset(shell); });

@@ -86,8 +86,22 @@ CrestPicker::CrestPicker(const QString &wappenFolder, QWidget *parent) : QDialog
     connect(ok, &QPushButton::clicked, this, &QDialog::accept);
     connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
 
+    auto *picture = new QPushButton(QStringLiteral("Wappen aus &Bild..."), this);
+    picture->setObjectName(QStringLiteral("btnbild"));
+    connect(picture, &QPushButton::clicked, this, [this] {
+        const int n = m_frompicture ? m_frompicture(m_wappennr.toInt()) : -1;
+        if (n < 0)
+            return;
+        m_model->forget(n);
+        QString path;
+        ensurecrest(m_folder, n, path);
+        m_chosen->setImage(crestimage(path));
+        m_wappennr = QString::number(n);
+    });
+
     auto *side = new QVBoxLayout;
     side->addWidget(frame2);
+    side->addWidget(picture);
     side->addStretch(1);
     side->addWidget(ok);
     side->addWidget(cancel);

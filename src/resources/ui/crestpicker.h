@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QDialog>
+#include <functional>
 
 class QTableView;
 
@@ -23,6 +24,9 @@ public:
     CrestGridModel *model() const { return m_model; }
 
     void flxgrdwappen_Click(const QModelIndex &index);
+    // "Wappen aus Bild...": work makes crest n (the one chosen) from a
+    // picture and answers the crest it wrote, or -1; the grid then shows it.
+    void setfrompicture(std::function<int(int n)> work) { m_frompicture = std::move(work); }
 
 private:
     QString m_folder;
@@ -30,6 +34,7 @@ private:
     CrestGridModel *m_model;
     QTableView *m_grid;
     CrestView *m_chosen;
+    std::function<int(int)> m_frompicture;
 };
 
 } // namespace zorbo

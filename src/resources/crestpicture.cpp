@@ -1,0 +1,207 @@
+#include "resources/crestpicture.h"
+
+#include "platform/safefile.h"
+#include "resources/crestfiles.h"
+#include "resources/pixels.h"
+#include "resources/tga.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QHash>
+#include <QImageReader>
+#include <QPainter>
+#include <QSet>
+#include <cmath>
+
+namespace zorbo {
+
+QString picturepatterns()
+{
+    QStringList patterns;
+    for (const QByteArray &f : QImageReader::supportedImageFormats()) {
+        if (f == "png" || f == "jpg" || f == "jpeg" || f == "bmp" || f == "gif" || f == "webp")
+            patterns << QStringLiteral("*.") + QString::fromLatin1(f);
+    }
+    return patterns.join(QLatin1Char(' '));
+}
+
+Result loadpicture(const QString &path, QImage &picture)
+{
+    QImageReader reader(path);
+    reader.setAutoTransform(true);
+    // A picture of a crest needs no more; the bound keeps a huge file from
+    // taking the machine's memory.
+    reader.setAllocationLimit(256);
+    picture = reader.read();
+    if (picture.isNull())
+        return Result::failure(QStringLiteral("Das Bild %1 lässt sich nicht lesen: %2")
+                                   .arg(QDir::toNativeSeparators(path), reader.errorString()));
+    return Result::success();
+}
+
+QImage crestpicture(const QImage &picture, const CrestPictureOptions &options)
+{
+    const QImage source = picture.convertToFormat(QImage::Format_ARGB32_Premultiplied);
+    const int w = source.width(), h = source.height();
+    QSize size(CrestSide, CrestSide);
+    QRect from(0, 0, w, h);
+    if (options.fit == CrestFit::Fit) {
+        const int longer = std::max(w, h);
+        size = QSize(std::max(1, int(std::lround(double(w) * CrestSide / longer))),
+                     std::max(1, int(std::lround(double(h) * CrestSide / longer))));
+    } else if (w > h) {
+        from = QRect((w - h) / 2, 0, h, h);
+    } else {
+        from = QRect(0, (h - w) / 2, w, w);
+    }
+    const QImage part = source.copy(from).scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+    QImage crest(size, QImage::Format_RGB32);
+    crest.fill(options.background.rgb());
+    {
+        QPainter p(&crest);
+        p.drawImage(0, 0, part);
+    }
+    // The colours as the game's 16 bits hold them, widened as the crest
+    // files widen them, so that the preview shows what the file holds.
+    for (int y = 0; y < crest.height(); ++y) {
+        auto *line = reinterpret_cast<QRgb *>(crest.scanLine(y));
+        for (int x = 0; x < crest.width(); ++x) {
+            const QRgb c = line[x];
+            line[x] = qRgb(expand5(to5bit(qRed(c))), expand6(to6bit(qGreen(c))), expand5(to5bit(qBlue(c))));
+        }
+    }
+    return crest;
+}
+
+QByteArray cresttga(const QImage &crest)
+{
+    const QImage rgb = crest.convertToFormat(QImage::Format_RGB32);
+    QByteArray pixels;
+    pixels.reserve(qsizetype(rgb.width()) * rgb.height() * 2);
+    for (int y = 0; y < rgb.height(); ++y) {
+        const auto *line = reinterpret_cast<const QRgb *>(rgb.constScanLine(y));
+        for (int x = 0; x < rgb.width(); ++x) {
+            const int p = pack565(to5bit(qRed(line[x])), to6bit(qGreen(line[x])), to5bit(qBlue(line[x])));
+            pixels.append(char(p & 0xFF));
+            pixels.append(char(p >> 8));
+        }
+    }
+    return writetga(rgb.width(), rgb.height(), pixels, 2);
+}
+
+Result writecrest(const QString &wappenFolder, int number, const QImage &crest)
+{
+    const QString path = crestfile(wappenFolder, number);
+    if (Result r = replacefile(path, cresttga(crest)); !r)
+        return Result::failure(QStringLiteral("Das Wappen %1 lässt sich nicht schreiben: %2").arg(number).arg(r.message));
+    return Result::success();
+}
+
+namespace {
+
+struct Team {
+    qint64 number = -1;
+    QString name;
+    QString table;
+    int crest = 0;
+};
+
+} // namespace
+
+QList<PictureTarget> picturetargets(Database &db, const QString &folder, const QString &wappenFolder)
+{
+    QHash<qint64, Team> byNumber;
+    QHash<QString, Team> byName;
+    QHash<int, int> shown; // crest number -> teams showing it
+    for (const QString table : {QStringLiteral("vereine_national"), QStringLiteral("vereine")}) {
+        Statement st = db.prepare(QStringLiteral("SELECT NUMMER, NAME, GRAFIK_NR FROM %1").arg(table));
+        while (st.step()) {
+            Team t{st.integer(0), st.text(1), table, int(st.integer(2))};
+            byNumber.insert(t.number, t);
+            byName.insert(t.name.toCaseFolded(), t);
+            ++shown[t.crest];
+        }
+    }
+    QList<PictureTarget> targets;
+    QSet<int> taken;
+    for (auto it = shown.cbegin(); it != shown.cend(); ++it)
+        taken.insert(it.key());
+    int next = 1;
+    const auto freecrest = [&] {
+        while (next < CrestCount && (taken.contains(next) || QFileInfo::exists(crestfile(wappenFolder, next))))
+            ++next;
+        if (next >= CrestCount)
+            return -1;
+        taken.insert(next);
+        return next;
+    };
+    const QStringList patterns = picturepatterns().split(QLatin1Char(' '), Qt::SkipEmptyParts);
+    const QFileInfoList files = QDir(folder).entryInfoList(patterns, QDir::Files, QDir::Name | QDir::IgnoreCase);
+    for (const QFileInfo &file : files) {
+        PictureTarget t;
+        t.picture = file.absoluteFilePath();
+        const QString base = file.completeBaseName();
+        bool isNumber = false;
+        const qint64 number = base.toLongLong(&isNumber);
+        const Team team = isNumber ? byNumber.value(number) : byName.value(base.toCaseFolded());
+        if (team.number >= 0) {
+            t.team = team.number;
+            t.teamName = team.name;
+            t.table = team.table;
+            if (team.crest > 0 && team.crest < CrestCount && shown.value(team.crest) == 1) {
+                t.crest = team.crest;
+            } else {
+                t.crest = freecrest();
+                t.newCrest = t.crest >= 0;
+            }
+        }
+        targets << t;
+    }
+    return targets;
+}
+
+void setcrestnumber(Database &db, qint64 team, int crest)
+{
+    for (const QString table : {QStringLiteral("vereine"), QStringLiteral("vereine_national")})
+        db.run(QStringLiteral("UPDATE %1 SET GRAFIK_NR = ?1 WHERE NUMMER = ?2").arg(table), crest, team);
+}
+
+QList<PictureRunLine> crestsfrompictures(Database &db, const QList<PictureTarget> &targets, const QString &wappenFolder,
+                                         const CrestPictureOptions &options, const Progress &progress)
+{
+    QList<PictureRunLine> lines;
+    QList<std::pair<const PictureTarget *, QImage>> ready;
+    for (qsizetype i = 0; i < targets.size(); ++i) {
+        report(progress, i, targets.size());
+        const PictureTarget &t = targets[i];
+        PictureRunLine line{QFileInfo(t.picture).fileName()};
+        QImage picture;
+        if (t.team < 0) {
+            line.text = QStringLiteral("kein Verein mit dieser Nummer oder diesem Namen");
+        } else if (t.crest < 0) {
+            line.text = QStringLiteral("kein Wappen mehr frei für „%1“").arg(t.teamName);
+        } else if (Result r = loadpicture(t.picture, picture); !r) {
+            line.text = r.message;
+        } else {
+            ready.append({&t, crestpicture(picture, options)});
+            line.done = true;
+            line.text = t.newCrest ? QStringLiteral("Wappen %1 für „%2“ geschrieben, der Verein trägt jetzt Wappen %1")
+                                         .arg(t.crest)
+                                         .arg(t.teamName)
+                                   : QStringLiteral("Wappen %1 für „%2“ geschrieben").arg(t.crest).arg(t.teamName);
+        }
+        lines << line;
+    }
+    report(progress, targets.size(), targets.size());
+    for (const auto &[t, crest] : ready) {
+        if (t->newCrest)
+            setcrestnumber(db, t->team, t->crest);
+    }
+    for (const auto &[t, crest] : ready) {
+        if (Result r = writecrest(wappenFolder, t->crest, crest); !r)
+            throw Fault(r.message);
+    }
+    return lines;
+}
+
+} // namespace zorbo
