@@ -1,19 +1,28 @@
 #include "core/history.h"
 
-#include <QCryptographicHash>
 #include <QDir>
 #include <QFileInfo>
 #include <QRegularExpression>
 #include <algorithm>
+#include <openssl/evp.h>
 
 namespace zorbo {
 
 QByteArray stepchecksum(qint64 id, const QByteArray &changes)
 {
-    QCryptographicHash hash(QCryptographicHash::Sha256);
-    hash.addData(QByteArray::number(id) + ':');
-    hash.addData(changes);
-    return hash.result();
+    // SHA-256 of "<id>:" and the changes.
+    const QByteArray head = QByteArray::number(id) + ':';
+    QByteArray sum(32, '\0');
+    unsigned int length = 0;
+    EVP_MD_CTX *context = EVP_MD_CTX_new();
+    const bool done = context && EVP_DigestInit_ex(context, EVP_sha256(), nullptr)
+                      && EVP_DigestUpdate(context, head.constData(), size_t(head.size()))
+                      && EVP_DigestUpdate(context, changes.constData(), size_t(changes.size()))
+                      && EVP_DigestFinal_ex(context, reinterpret_cast<unsigned char *>(sum.data()), &length);
+    EVP_MD_CTX_free(context);
+    if (!done || length != 32)
+        throw DbError("SHA-256 nicht berechnet");
+    return sum;
 }
 
 QList<HistoryStep> historysteps(Database &db)
