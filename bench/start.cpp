@@ -3,7 +3,9 @@
 // squad, painted, and the memory the program holds then (its peak so far).
 // Every run is a fresh process on the same world, so that no cache of an
 // earlier run helps; the process's start-up before the window is left out.
-// Usage: bench-start [runs]   (runs offscreen)
+// Usage: bench-start [runs [folder]]   (runs offscreen)
+// With a folder, the world is made there and left, so that a profiler can
+// watch one start: bench-start --open FOLDER.
 #include "app/application.h"
 #include "app/mainwindow.h"
 #include "core/ui/dialogs.h"
@@ -95,10 +97,11 @@ int main(int argc, char **argv)
         return openonce(args.at(2));
 
     const int runs = argc > 1 ? std::max(1, atoi(argv[1])) : 5;
-    QTemporaryDir dir;
+    QTemporaryDir temporary;
+    const QString folder = argc > 2 ? QString::fromLocal8Bit(argv[2]) : temporary.path();
     {
         // The program folder as the first start leaves it, then the world.
-        const std::unique_ptr<World> world = openworld(dir.path());
+        const std::unique_ptr<World> world = openworld(folder);
         if (!world->db()) {
             std::fprintf(stderr, "%s\n", qPrintable(world->messages().join(QLatin1Char('\n'))));
             return 1;
@@ -111,7 +114,7 @@ int main(int argc, char **argv)
     int nodes = 0;
     for (int i = 0; i < runs; ++i) {
         QProcess child;
-        child.start(QCoreApplication::applicationFilePath(), {QStringLiteral("--open"), dir.path()});
+        child.start(QCoreApplication::applicationFilePath(), {QStringLiteral("--open"), folder});
         if (!child.waitForFinished(120000) || child.exitCode() != 0) {
             std::fprintf(stderr, "start failed: %s\n", child.readAllStandardError().constData());
             return 1;
