@@ -6,6 +6,8 @@
 // With a folder, the world and its two files are left there, to compare
 // the files other builds write from the same world.
 #include "core/schema.h"
+#include "core/world.h"
+#include "exchange/formats.h"
 #include "exchange/configruns.h"
 #include "exchange/playerconfig.h"
 #include "exchange/teamconfigwriter.h"
@@ -136,6 +138,18 @@ int main(int argc, char **argv)
         });
     const qint64 rows = db.scalar("SELECT count(*) FROM spieler").toLongLong();
 
+    // The whole world read through the menu's path into a new program
+    // folder: history and restore points on, every row a change.
+    const double menu = zorbo::bench::medianof(runs, [&] {
+        QTemporaryDir folder;
+        const std::unique_ptr<World> world = openworld(folder.path());
+        QElapsedTimer timer;
+        timer.start();
+        for (const auto &[key, path] : {std::pair{QStringLiteral("vereine"), tm}, std::pair{QStringLiteral("spieler"), sp}})
+            check(exchangeformat(key)->read(FormatPlace{world->settings(), world.get()}, FormatRequest{.path = path}, {}).result);
+        return double(timer.nsecsElapsed()) / 1e6;
+    });
+
     std::printf("world: %d national teams, %d clubs, %lld players; 1_tm.cfg %.1f MB, 1_sp.cfg %.1f MB; median of %d runs\n",
                 nationalTeams, clubs + 1, rows, QFileInfo(tm).size() / 1e6, QFileInfo(sp).size() / 1e6, runs);
     std::printf("import teams   %8.1f ms\nimport players %8.1f ms\nexport teams   %8.1f ms\nexport players %8.1f ms\n",
@@ -143,6 +157,7 @@ int main(int argc, char **argv)
     std::printf("sqlite3 shell, same player rows from CSV in one transaction %8.1f ms (process start included)\n", shell);
     std::printf("player import / sqlite3 load %.2f; whole-world import %.1f ms; whole-world export %.1f ms\n",
                 importPlayers / shell, importTeams + importPlayers, exportTeams + exportPlayers);
+    std::printf("whole-world import through the menu into a new world (history and restore points on) %8.1f ms\n", menu);
     if (argc > 2) {
         const QString keep = QString::fromLocal8Bit(argv[2]) + QLatin1Char('/');
         db.prepare("VACUUM INTO ?1").bindAll(keep + "zorbo.mdb").exec();

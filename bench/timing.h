@@ -25,6 +25,17 @@ inline double medianms(int runs, const std::function<void()> &step)
     return ms[ms.size() / 2];
 }
 
+// Median of runs figures that measure() gives, for a step that times only
+// part of itself.
+inline double medianof(int runs, const std::function<double()> &measure)
+{
+    std::vector<double> figures;
+    for (int i = 0; i < runs; ++i)
+        figures.push_back(measure());
+    std::sort(figures.begin(), figures.end());
+    return figures[figures.size() / 2];
+}
+
 // Ends the benchmark with the message when a run failed: its figures would mean nothing.
 inline void check(const Result &r)
 {

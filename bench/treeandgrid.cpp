@@ -8,6 +8,7 @@
 #include "editor/playergrid.h"
 
 #include "timing.h"
+#include "world100k.h"
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
@@ -19,39 +20,6 @@
 
 using namespace zorbo;
 
-namespace {
-
-void buildWorld(Database &db)
-{
-    Transaction tx(db);
-    Statement country = db.prepare(
-        "INSERT INTO vereine_national (NUMMER, NAME, NATION, KONTINENT) VALUES (?1, ?2, ?2, ?3)");
-    Statement club = db.prepare("INSERT INTO vereine (NUMMER, NAME, NATION) VALUES (?1, ?2, ?3)");
-    Statement player = db.prepare(
-        "INSERT INTO spieler VALUES (?1, ?2, 'S.', ?3, ?3, ?4, 180, ?5, 100, 0, 0, ?6, 0, 0, 0, '', '')");
-    Statement member = db.prepare("INSERT INTO kaderzeilen (verein, spieler) VALUES (?1, ?2)");
-    qint64 team = 1, nummer = 1;
-    for (int c = 0; c < 250; ++c) {
-        const QString name = QStringLiteral("Land %1 Ä").arg(c, 3, 10, QLatin1Char('0'));
-        country.bindAll(team++, name, kontinente()[c % 12]).exec();
-        for (int k = 0; k < 20; ++k) {
-            const qint64 clubNr = team++;
-            club.bindAll(clubNr, QStringLiteral("Verein %1 Ö").arg((k * 7919) % 20), name).exec();
-            for (int p = 0; p < 20; ++p) {
-                const qint64 nr = nummer++;
-                player.bindAll(nr, QStringLiteral("Spieler%1").arg((nr * 7919) % 100000), int(nr % 13) * 1000, name,
-                               p % 4, p + 1)
-                    .exec();
-                member.bindAll(clubNr, nr).exec();
-            }
-        }
-    }
-    tx.commit();
-    ensuretransfermarket(db);
-}
-
-} // namespace
-
 int main(int argc, char **argv)
 {
     QCoreApplication app(argc, argv);
@@ -62,7 +30,7 @@ int main(int argc, char **argv)
         std::fprintf(stderr, "%s\n", qPrintable(o.message));
         return 1;
     }
-    buildWorld(*o.db);
+    zorbo::bench::buildWorld(*o.db);
 
     std::size_t nodes = 0;
     const double tree = zorbo::bench::medianms(runs, [&] { nodes = load_dbteam(o.db.get()).nodes.size(); });

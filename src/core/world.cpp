@@ -18,6 +18,8 @@ World::Watch::Watch(World &world, bool holding) : m_world(world), m_holding(hold
     m_world.m_pending = {};
     m_world.m_told = 0;
     m_world.m_squadRows.clear();
+    m_world.m_playerRows.clear();
+    m_world.m_teamRows.clear();
     m_world.m_lastTable.clear();
     m_world.m_changesBefore = m_world.m_db->totalChanges();
     m_world.m_watching = true;
@@ -54,15 +56,29 @@ void World::noted(RowChange change, const char *table, qint64 rowid)
     // vereine, vereine_national and spieler have NUMMER as their INTEGER
     // PRIMARY KEY, so the rowid is the number.
     if (qstricmp(table, "spieler") == 0)
-        m_pending.players.insert(rowid);
+        m_playerRows.push_back(rowid);
     else if (qstricmp(table, "vereine") == 0 || qstricmp(table, "vereine_national") == 0)
-        m_pending.teams.insert(rowid);
+        m_teamRows.push_back(rowid);
     else if (qstricmp(table, "kaderzeilen") == 0 && change != RowChange::Delete)
         m_squadRows.append(rowid); // the club is looked up before the commit
 }
 
+namespace {
+
+void gather(QSet<qint64> &into, std::vector<qint64> &rows)
+{
+    into.reserve(into.size() + qsizetype(rows.size()));
+    for (qint64 row : rows)
+        into.insert(row);
+    rows.clear();
+}
+
+} // namespace
+
 void World::settle()
 {
+    gather(m_pending.players, m_playerRows);
+    gather(m_pending.teams, m_teamRows);
     // The engine counts the rows a DELETE without WHERE clears, the hook
     // does not see them.
     if (m_db->totalChanges() - m_changesBefore > m_told)

@@ -11,6 +11,7 @@
 #include <QSet>
 #include <QStringList>
 #include <memory>
+#include <vector>
 
 namespace zorbo {
 
@@ -179,6 +180,9 @@ private:
     qint64 m_told = 0;         // rows the hook told of during the run
     qint64 m_changesBefore = 0; // the engine's count of changed rows when the run began
     QList<qint64> m_squadRows;  // rowids of squad rows inserted or changed
+    // Numbers of players and teams as the hook tells them, sorted into the
+    // change's sets once the run is through: a whole import tells of each.
+    std::vector<qint64> m_playerRows, m_teamRows;
     QByteArray m_lastTable;     // the table of the row told before, to spare a lookup per row
 };
 

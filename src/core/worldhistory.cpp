@@ -40,11 +40,13 @@ bool World::keepstep(const Step &step)
     if (changes.isEmpty())
         return false;
     m_db->exec(QStringLiteral("DELETE FROM verlauf WHERE zurueck = 1"));
-    m_db->run(QStringLiteral("INSERT INTO verlauf (zeit, text, zurueck, aenderungen) VALUES (?1, ?2, 0, ?3)"),
-              QDateTime::currentDateTime().toString(Qt::ISODate),
-              step.text.isEmpty() ? QStringLiteral("Änderung") : step.text, changes);
-    const qint64 id = m_db->lastInsertId();
-    m_db->run(QStringLiteral("UPDATE verlauf SET pruefsumme = ?1 WHERE schritt = ?2"), stepchecksum(id, changes), id);
+    // The step's number is known before it is written, so that the changes,
+    // megabytes after a whole import, are written once, with their checksum.
+    const qint64 id = m_db->scalar(QStringLiteral("SELECT coalesce(max(schritt), 0) + 1 FROM verlauf")).toLongLong();
+    m_db->run(QStringLiteral("INSERT INTO verlauf (schritt, zeit, text, zurueck, aenderungen, pruefsumme) "
+                             "VALUES (?1, ?2, ?3, 0, ?4, ?5)"),
+              id, QDateTime::currentDateTime().toString(Qt::ISODate),
+              step.text.isEmpty() ? QStringLiteral("Änderung") : step.text, changes, stepchecksum(id, changes));
     // The newest step always stays, however large.
     m_db->run(QStringLiteral("DELETE FROM verlauf WHERE schritt IN (SELECT schritt FROM (SELECT schritt, "
                              "row_number() OVER (ORDER BY schritt DESC) AS n, "

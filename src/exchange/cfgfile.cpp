@@ -134,8 +134,11 @@ void bindText(Statement &st, int index, QByteArrayView cp1252)
     bool ascii = true;
     for (char c : cp1252)
         ascii = ascii && (static_cast<unsigned char>(c) < 0x80);
-    const QByteArray utf8 = ascii ? QByteArray(cp1252.data(), cp1252.size()) : textOf(cp1252).toUtf8();
-    if (sqlite3_bind_text(st.handle(), index, utf8.constData(), int(utf8.size()), SQLITE_TRANSIENT) != SQLITE_OK)
+    const QByteArray utf8 = ascii ? QByteArray() : textOf(cp1252).toUtf8();
+    const QByteArrayView bound = ascii ? cp1252 : QByteArrayView(utf8);
+    // A view without data would bind Null; empty text stays text.
+    const char *data = bound.data() ? bound.data() : "";
+    if (sqlite3_bind_text(st.handle(), index, data, int(bound.size()), SQLITE_TRANSIENT) != SQLITE_OK)
         throw DbError("Wert nicht gebunden");
 }
 
@@ -157,36 +160,54 @@ std::optional<qint64> parseRounded(QByteArrayView text, bool allowComma)
     return std::nullopt;
 }
 
-qint64 wholefield(const CfgFile &file, qsizetype line, const QString &field, QByteArrayView value)
+CfgField::CfgField(const QString &column) : name(column), store(&storerule(column)), window(&windowrule(column)) {}
+
+namespace {
+
+// Whether the world can store the number in the field, and whether the
+// windows show it.
+bool stored(const CfgField &field, double value)
+{
+    return value >= double(field.store->min) && value <= double(field.store->max);
+}
+
+bool outside(const CfgField &field, double value)
+{
+    return field.window->maxLength == 0 && (value < double(field.window->min) || value > double(field.window->max));
+}
+
+} // namespace
+
+qint64 wholefield(const CfgFile &file, qsizetype line, const CfgField &field, QByteArrayView value)
 {
     const std::optional<qint64> n = parseRounded(value);
     if (!n)
-        file.failfield(line, field, shown(value) + QStringLiteral(", keine ganze Zahl."));
-    if (const QString problem = rangeproblem(field, double(*n)); !problem.isEmpty())
-        file.failfield(line, field, QStringLiteral("%1; %2.").arg(shown(value), problem));
-    if (outsidewindow(field, double(*n)))
+        file.failfield(line, field.name, shown(value) + QStringLiteral(", keine ganze Zahl."));
+    if (!stored(field, double(*n)))
+        file.failfield(line, field.name, QStringLiteral("%1; %2.").arg(shown(value), rangeproblem(field.name, double(*n))));
+    if (outside(field, double(*n)))
         file.kept();
     return *n;
 }
 
-double decimalfield(const CfgFile &file, qsizetype line, const QString &field, QByteArrayView value)
+double decimalfield(const CfgFile &file, qsizetype line, const CfgField &field, QByteArrayView value)
 {
     const std::optional<double> d = parseDecimal(value);
     if (!d)
-        file.failfield(line, field, shown(value) + QStringLiteral(", keine Zahl."));
-    if (const QString problem = rangeproblem(field, *d); !problem.isEmpty())
-        file.failfield(line, field, QStringLiteral("%1; %2.").arg(shown(value), problem));
-    if (outsidewindow(field, *d))
+        file.failfield(line, field.name, shown(value) + QStringLiteral(", keine Zahl."));
+    if (!stored(field, *d))
+        file.failfield(line, field.name, QStringLiteral("%1; %2.").arg(shown(value), rangeproblem(field.name, *d)));
+    if (outside(field, *d))
         file.kept();
     return *d;
 }
 
-void checktextfield(const CfgFile &file, qsizetype line, const QString &field, QByteArrayView text)
+void checktextfield(const CfgFile &file, qsizetype line, const CfgField &field, QByteArrayView text)
 {
     // One byte is one character in code page 1252.
-    if (const QString problem = lengthproblem(field, text.size()); !problem.isEmpty())
-        file.failfield(line, field, problem + QLatin1Char('.'));
-    if (outsidewindow(field, text.size()))
+    if (text.size() > field.store->maxLength)
+        file.failfield(line, field.name, lengthproblem(field.name, text.size()) + QLatin1Char('.'));
+    if (field.window->maxLength > 0 && text.size() > field.window->maxLength)
         file.kept();
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/columnrules.h"
 #include "core/textfile.h"
 #include "exchange/exchangeresult.h"
 #include "platform/codepage.h"
@@ -105,9 +106,17 @@ QString shown(QByteArrayView bytes);
 // against what the world stores; a value that can't be stored fails the file
 // at the line, naming the field. A value beyond what the windows show is
 // kept and counted.
-qint64 wholefield(const CfgFile &file, qsizetype line, const QString &field, QByteArrayView value);
-double decimalfield(const CfgFile &file, qsizetype line, const QString &field, QByteArrayView value);
-void checktextfield(const CfgFile &file, qsizetype line, const QString &field, QByteArrayView text);
+// A field is named as its column; its rules are looked up once per reader,
+// not once per value.
+struct CfgField {
+    explicit CfgField(const QString &column);
+    QString name;
+    const ColumnRule *store;
+    const ColumnRule *window;
+};
+qint64 wholefield(const CfgFile &file, qsizetype line, const CfgField &field, QByteArrayView value);
+double decimalfield(const CfgFile &file, qsizetype line, const CfgField &field, QByteArrayView value);
+void checktextfield(const CfgFile &file, qsizetype line, const CfgField &field, QByteArrayView text);
 
 // Loads a game file and reads it inside one transaction (runtransaction):
 // all or nothing. read fills the result and returns the message of success.

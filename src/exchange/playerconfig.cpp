@@ -6,7 +6,6 @@
 #include "platform/codepage.h"
 #include "platform/numbers.h"
 
-#include <QSet>
 
 namespace zorbo {
 
@@ -38,6 +37,13 @@ constexpr qsizetype namedDuplicates = 20;
 // length, as the game's own reader took it.
 qsizetype valueStart(QByteArrayView line, QByteArrayView keyword)
 {
+    // The usual line: blanks, the keyword, a blank.
+    qsizetype lead = 0;
+    while (lead < line.size() && (line[lead] == ' ' || line[lead] == '\t'))
+        ++lead;
+    if (const qsizetype behind = lead + keyword.size(); behind < line.size()
+        && line.sliced(lead, keyword.size()) == keyword && (line[behind] == ' ' || line[behind] == '\t'))
+        return behind;
     for (qsizetype pos = line.indexOf(keyword); pos >= 0; pos = line.indexOf(keyword, pos + 1)) {
         const qsizetype behind = pos + keyword.size();
         if (behind < line.size() && (line[behind] == ' ' || line[behind] == '\t'))
@@ -52,18 +58,18 @@ void readPlayers(Database &db, const CfgFile &file, ExchangeResult &result, cons
     enum class Kind { Whole, Decimal, Quoted, Bare };
     std::vector<QByteArray> keywords;
     std::vector<Kind> kinds;
-    std::vector<QString> fields;
+    std::vector<CfgField> fields;
     for (int c = 0; c < playerColumns; ++c) {
         const ColumnInfo &col = columns[c];
-        fields.push_back(col.name.toUpper());
-        keywords.push_back(*toCp1252(fields.back()));
+        fields.emplace_back(col.name.toUpper());
+        keywords.push_back(*toCp1252(fields.back().name));
         kinds.push_back(bareColumn(c) ? Kind::Bare : col.isText() ? Kind::Quoted : col.isInteger() ? Kind::Whole : Kind::Decimal);
     }
     // A player as the world holds him already is left alone.
     Statement insert = db.prepare(QStringLiteral("INSERT INTO spieler VALUES (?1, ?2, ?3, ?4, ?5, ?6, ?7, ?8, ?9, ?10, "
                                                  "?11, ?12, ?13, ?14, ?15, ?16, ?17) ")
                                   + updatechanged(db, QStringLiteral("spieler"), QStringLiteral("NUMMER")));
-    QSet<qint64> seen;
+    KeySet seen;
     qsizetype droppedCount = 0;
     int lastPercent = -1;
     const qint64 size = file.size();
@@ -80,7 +86,7 @@ void readPlayers(Database &db, const CfgFile &file, ExchangeResult &result, cons
                 const QByteArray &k = keywords[size_t(c)];
                 const qsizetype start = std::min(line.size(), valueStart(line, k));
                 const QByteArrayView value = trimValue(line.sliced(start));
-                const QString &field = fields[size_t(c)];
+                const CfgField &field = fields[size_t(c)];
                 switch (kinds[size_t(c)]) {
                 case Kind::Whole: {
                     const qint64 n = wholefield(file, i, field, value);
@@ -94,7 +100,7 @@ void readPlayers(Database &db, const CfgFile &file, ExchangeResult &result, cons
                     break;
                 case Kind::Quoted: {
                     if (value.size() < 2 || value.front() != '"' || value.back() != '"')
-                        file.failfield(i, field, shown(value) + QStringLiteral(", kein Text in Anführungszeichen."));
+                        file.failfield(i, field.name, shown(value) + QStringLiteral(", kein Text in Anführungszeichen."));
                     checktextfield(file, i, field, value.sliced(1, value.size() - 2));
                     bindText(insert, c + 1, value.sliced(1, value.size() - 2));
                     break;
@@ -105,8 +111,7 @@ void readPlayers(Database &db, const CfgFile &file, ExchangeResult &result, cons
                     break;
                 }
             }
-            if (!seen.contains(number)) {
-                seen.insert(number);
+            if (seen.insert(number)) {
                 insert.exec();
                 ++result.players;
             } else if (++droppedCount <= namedDuplicates)

@@ -19,6 +19,30 @@ QString updatechanged(Database &db, const QString &table, const QString &key)
         .arg(key, set.join(QStringLiteral(", ")), olds.join(QStringLiteral(", ")), news.join(QStringLiteral(", ")));
 }
 
+bool KeySet::insert(qint64 key)
+{
+    if (key < 0 || key >= bitKeys) {
+        const qsizetype before = m_others.size();
+        m_others.insert(key);
+        return m_others.size() != before;
+    }
+    const size_t word = size_t(key >> 6);
+    if (word >= m_bits.size())
+        m_bits.resize(std::max(word + 1, m_bits.size() * 2));
+    const quint64 bit = quint64(1) << (key & 63);
+    const bool fresh = !(m_bits[word] & bit);
+    m_bits[word] |= bit;
+    return fresh;
+}
+
+bool KeySet::contains(qint64 key) const
+{
+    if (key < 0 || key >= bitKeys)
+        return m_others.contains(key);
+    const size_t word = size_t(key >> 6);
+    return word < m_bits.size() && (m_bits[word] & (quint64(1) << (key & 63)));
+}
+
 void dropunread(Database &db, const QString &table, const QString &key, const std::function<bool(qint64 key)> &read)
 {
     QList<qint64> gone;

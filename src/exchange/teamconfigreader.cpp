@@ -20,6 +20,7 @@ constexpr int maxNotes = 20;
 struct Keyword {
     QByteArray word;
     Kind kind = Kind::Quoted;
+    CfgField field{QString::fromLatin1(word)};
 };
 
 struct Form {
@@ -210,7 +211,7 @@ void TeamRecordReader::splitsteam(qsizetype header, int last)
         const qsizetype pos = line.indexOf(k.word);
         const qsizetype start = std::min(line.size(), (pos >= 0 ? pos + 1 : 0) + k.word.size());
         const QByteArrayView value = trimValue(line.sliced(start));
-        const QString field = QString::fromLatin1(k.word);
+        const CfgField &field = k.field;
         QVariant bound;
         switch (k.kind) {
         case Kind::Whole:
@@ -221,7 +222,7 @@ void TeamRecordReader::splitsteam(qsizetype header, int last)
             break;
         case Kind::Quoted: {
             if (value.size() < 2 || value.front() != '"' || value.back() != '"')
-                m_file.failfield(lineNo, field, shown(value) + QStringLiteral(", kein Text in Anführungszeichen."));
+                m_file.failfield(lineNo, field.name, shown(value) + QStringLiteral(", kein Text in Anführungszeichen."));
             checktextfield(m_file, lineNo, field, value.sliced(1, value.size() - 2));
             bound = *parseQuoted(value);
             break;

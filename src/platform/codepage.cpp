@@ -115,19 +115,42 @@ bool looksutf8(QByteArrayView bytes)
         return true;
     // Text in code page 1252 with umlauts almost never forms valid UTF-8:
     // "ü" alone (FC) is no sequence, and valid pairs need a lead byte
-    // followed by bytes from 80 to BF.
+    // followed by bytes from 80 to BF. Checked byte by byte, so that such a
+    // file is told at its first umlaut: well-formed sequences only, without
+    // overlong forms, surrogates or code points beyond 10FFFF.
+    const auto *p = reinterpret_cast<const unsigned char *>(bytes.data());
+    const auto *end = p + bytes.size();
     bool multiByte = false;
-    for (char c : bytes) {
-        if (static_cast<unsigned char>(c) >= 0x80) {
-            multiByte = true;
-            break;
+    while (p < end) {
+        const unsigned char c = *p;
+        if (c < 0x80) {
+            ++p;
+            continue;
         }
+        multiByte = true;
+        int length = 0;
+        unsigned char low = 0x80, high = 0xBF; // the range of the second byte
+        if (c >= 0xC2 && c <= 0xDF)
+            length = 2;
+        else if (c >= 0xE0 && c <= 0xEF) {
+            length = 3;
+            low = c == 0xE0 ? 0xA0 : 0x80;
+            high = c == 0xED ? 0x9F : 0xBF;
+        } else if (c >= 0xF0 && c <= 0xF4) {
+            length = 4;
+            low = c == 0xF0 ? 0x90 : 0x80;
+            high = c == 0xF4 ? 0x8F : 0xBF;
+        } else
+            return false;
+        if (end - p < length || p[1] < low || p[1] > high)
+            return false;
+        for (int i = 2; i < length; ++i) {
+            if (p[i] < 0x80 || p[i] > 0xBF)
+                return false;
+        }
+        p += length;
     }
-    if (!multiByte)
-        return false;
-    QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
-    const QString text = decoder.decode(bytes);
-    return !decoder.hasError();
+    return multiByte;
 }
 
 } // namespace zorbo

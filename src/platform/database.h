@@ -96,7 +96,8 @@ enum class RowChange { Insert, Update, Delete };
 // counts the first two. The hook must not use the database.
 using UpdateHook = std::function<void(RowChange change, const char *table, qint64 rowid)>;
 
-// The one open database of the program, an SQLite file.
+// The one open database of the program, an SQLite file. A Database belongs
+// to the thread that uses it; it is never shared between threads.
 class Database {
 public:
     enum Mode { ReadWrite, ReadOnly };

@@ -90,6 +90,32 @@ TEST(PlayerConfig, RecordsArePositionalAndDuplicatesAreReported)
     EXPECT_EQ(r.findings[0].line, 25);
 }
 
+TEST(PlayerConfig, NumbersOfEveryRangeAreToldApartWhenRepeatedAndWhenLeftOut)
+{
+    // Small numbers and numbers up to the largest a file may hold, each once
+    // and some twice; the world's players the file leaves out go.
+    const qint64 numbers[] = {0, 63, 64, 67108863, 67108864, 2147483647, 64, 67108864, 2147483647, 0};
+    QByteArray file = "LETZTER_SPIELER 2147483647\n";
+    for (qint64 n : numbers)
+        file += record(int(n), "Neu");
+    // A value's line may start with a tab, and its keyword stand in the value again.
+    file.replace("        NAME \"Neu\"\n", "\tNAME \"NAME Neu\"\n");
+    TestDb t;
+    for (qint64 kept : {64LL, 2147483647LL, 5LL, 99999999LL})
+        addPlayer(*t, {kept, "Alt", "S.", 1, 1, "X", 180, 0, 0, 0.0, 0.0, 0, 0, 0, 0, "", ""});
+    writeBytes(t.file("sp.cfg"), file);
+    const ExchangeResult r = importspieler(*t, t.file("sp.cfg"));
+    ASSERT_TRUE(r.ok()) << r.result.message.toStdString();
+    EXPECT_EQ(r.players, 6);
+    EXPECT_EQ(t->scalar("SELECT group_concat(NUMMER || ':' || NAME, ' ') FROM (SELECT * FROM spieler ORDER BY NUMMER)")
+                  .toString(),
+              "0:NAME Neu 63:NAME Neu 64:NAME Neu 67108863:NAME Neu 67108864:NAME Neu 2147483647:NAME Neu");
+    QList<qint64> repeated;
+    for (const Finding &f : r.findings)
+        repeated << f.player;
+    EXPECT_EQ(repeated, (QList<qint64>{64, 67108864, 2147483647, 0}));
+}
+
 TEST(PlayerConfig, TruncatedRecordChangesNothing)
 {
     TestDb t;

@@ -2,6 +2,7 @@
 
 #include "support/qstringprint.h"
 
+#include <QStringDecoder>
 #include <gtest/gtest.h>
 
 #include <QSet>
@@ -71,4 +72,22 @@ TEST(Codepage, Utf8IsToldByItsMultiByteCharactersOrItsMark)
     EXPECT_FALSE(looksutf8(QByteArray("\xC3(")));
     // Code page 1252 text that happens to hold a valid pair, beside a lone high byte.
     EXPECT_FALSE(looksutf8(QByteArray("Ã¼ und \xFC")));
+}
+
+TEST(Codepage, Utf8IsWhatTheUtf8DecoderTakes)
+{
+    // The check walks the bytes itself; it must agree with the decoder on the
+    // edges of the encoding: overlong forms, surrogates, the last code point,
+    // sequences cut short at the end.
+    const QByteArray samples[] = {
+        "a\xC2\x80", "a\xC1\xBF", "a\xC0\x80", "a\xDF\xBF", "a\xE0\xA0\x80", "a\xE0\x9F\xBF", "a\xED\x9F\xBF",
+        "a\xED\xA0\x80", "a\xEF\xBF\xBF", "a\xF0\x90\x80\x80", "a\xF0\x8F\xBF\xBF", "a\xF4\x8F\xBF\xBF",
+        "a\xF4\x90\x80\x80", "a\xF5\x80\x80\x80", "a\xE2\x82", "a\xF0\x9F\x98", "a\xE2\x82\xAC" " b",
+        "a\xE2\x28\xA1", "a\xC3\xA4\xC3", "\xF0\x9F\x98\x80 Gr\xC3\xBC\xC3\x9F" "e",
+    };
+    for (const QByteArray &bytes : samples) {
+        QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
+        const QString text = decoder.decode(bytes);
+        EXPECT_EQ(looksutf8(bytes), !decoder.hasError()) << bytes.toHex(' ').toStdString();
+    }
 }

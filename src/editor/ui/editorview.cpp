@@ -216,6 +216,7 @@ void EditorView::reloadtree()
     }
     m_tvdb->clear();
     QHash<QString, QTreeWidgetItem *> items;
+    QHash<int, QIcon> icons; // each picture read once, all its nodes share it
     QTreeWidgetItem *selected = nullptr;
     for (const TreeNode &node : m_tree.nodes) {
         QTreeWidgetItem *parent = node.parent.isEmpty() ? nullptr : items.value(node.parent);
@@ -225,7 +226,10 @@ void EditorView::reloadtree()
         item->setText(0, node.text);
         item->setData(0, Qt::UserRole, node.key);
         item->setData(0, Qt::UserRole + 1, node.picture);
-        item->setIcon(0, treeicon(node.picture));
+        auto icon = icons.constFind(node.picture);
+        if (icon == icons.cend())
+            icon = icons.insert(node.picture, treeicon(node.picture));
+        item->setIcon(0, *icon);
         items.insert(node.key, item);
         if (!selected && !tag.isEmpty() && node.key == tag)
             selected = item;
