@@ -104,7 +104,11 @@ Result replacefile(const QString &path, QByteArrayView bytes, Flush flush)
         flush = Flush::None;
     if (flush == Flush::Disk) {
         QSaveFile file(path);
-        if (!file.open(QIODevice::WriteOnly) || file.write(bytes.data(), bytes.size()) != bytes.size() || !file.commit())
+        // Flushed by hand: Qt's commit writes what it still buffers without
+        // telling when that fails (a full disk, a size limit), and would put
+        // a cut-off file in place of the whole one.
+        if (!file.open(QIODevice::WriteOnly) || file.write(bytes.data(), bytes.size()) != bytes.size() || !file.flush()
+            || !file.commit())
             return unwritten(path, &file);
         return Result::success();
     }

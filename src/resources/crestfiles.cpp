@@ -95,6 +95,12 @@ Result copymares(const QString &kitFolder, const QString &zorboresFolder)
         }
         copied += chunk.size();
     }
+    // Flushed by hand: the commit would not tell when its own flush fails.
+    if (!out.flush()) {
+        const QString why = fileerrortext(out);
+        out.cancelWriting();
+        return Result::failure(QStringLiteral("%1 lässt sich nicht schreiben: %2").arg(target, why));
+    }
     if (!out.commit())
         return Result::failure(QStringLiteral("%1 lässt sich nicht schreiben: %2").arg(target, fileerrortext(out)));
     return Result::success();

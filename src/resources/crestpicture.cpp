@@ -2,6 +2,7 @@
 
 #include "platform/safefile.h"
 #include "resources/crestfiles.h"
+#include "resources/crestswitch.h"
 #include "resources/pixels.h"
 #include "resources/tga.h"
 
@@ -89,12 +90,20 @@ QByteArray cresttga(const QImage &crest)
     return writetga(rgb.width(), rgb.height(), pixels, 2);
 }
 
-Result writecrest(const QString &wappenFolder, int number, const QImage &crest)
+namespace {
+
+Result writecrestas(const QString &path, int number, const QImage &crest)
 {
-    const QString path = crestfile(wappenFolder, number);
     if (Result r = replacefile(path, cresttga(crest)); !r)
         return Result::failure(QStringLiteral("Das Wappen %1 lässt sich nicht schreiben: %2").arg(number).arg(r.message));
     return Result::success();
+}
+
+} // namespace
+
+Result writecrest(const QString &wappenFolder, int number, const QImage &crest)
+{
+    return writecrestas(crestfile(wappenFolder, number), number, crest);
 }
 
 namespace {
@@ -197,8 +206,18 @@ QList<PictureRunLine> crestsfrompictures(Database &db, const QList<PictureTarget
         if (t->newCrest)
             setcrestnumber(db, t->team, t->crest);
     }
-    for (const auto &[t, crest] : ready) {
-        if (Result r = writecrest(wappenFolder, t->crest, crest); !r)
+    // All crests or none: they are written beside the folder first and moved
+    // in together, so a failure on the tenth leaves the first nine as they were.
+    if (!ready.isEmpty()) {
+        CrestSwitch change(wappenFolder);
+        if (Result r = change.begin(); !r)
+            throw Fault(r.message);
+        for (const auto &[t, crest] : ready) {
+            const QString name = QFileInfo(crestfile(wappenFolder, t->crest)).fileName();
+            if (Result r = writecrestas(change.staging() + name, t->crest, crest); !r)
+                throw Fault(r.message);
+        }
+        if (Result r = change.commit(); !r)
             throw Fault(r.message);
     }
     return lines;

@@ -78,7 +78,8 @@ struct PictureRunLine {
 // of the world, so one history step): a picture that can't be read or a
 // club that isn't found is listed and passed over. Reports a step per
 // picture while converting; the files are written only after the last, so a
-// stop changes nothing. A file that can't be written fails the run (Fault).
+// stop changes nothing. The crests come in all together or not at all: a
+// file that can't be written fails the run (Fault) and leaves every crest.
 QList<PictureRunLine> crestsfrompictures(Database &db, const QList<PictureTarget> &targets, const QString &wappenFolder,
                                          const CrestPictureOptions &options, const Progress &progress = {});
 

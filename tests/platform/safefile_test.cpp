@@ -10,9 +10,11 @@
 
 #include <QDir>
 #include <QFileInfo>
+#include <csignal>
 #include <fcntl.h>
 #include <filesystem>
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -68,4 +70,29 @@ TEST(SafeFile, WritersRefuseWhatIsNoPlainFile)
     ASSERT_TRUE(replacefile(t.file("neu"), "zwei", Flush::None).ok);
     EXPECT_EQ(readBytes(t.file("neu")), "zwei");
     EXPECT_EQ(QDir(t.path()).entryList({"neu*"}, QDir::Files | QDir::Hidden), QStringList({"neu"})) << "no file left aside";
+}
+
+TEST(SafeFile, AWriteCutShortByAFullDiskKeepsTheWholeFile)
+{
+    TempFolder t;
+    const QString file = t.file("ganz");
+    ASSERT_TRUE(replacefile(file, "ganz und gar").ok);
+    // A limit on file sizes stands in for a full disk: the write stops part of
+    // the way, and the process lives on to tell it.
+    struct rlimit before {};
+    ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &before), 0);
+    const auto oldHandler = std::signal(SIGXFSZ, SIG_IGN);
+    struct rlimit small = before;
+    small.rlim_cur = 9000;
+    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &small), 0);
+    const QByteArray big(12000, 'x');
+    const Result disk = replacefile(file, big, Flush::Disk);
+    const Result none = replacefile(file, big, Flush::None);
+    setrlimit(RLIMIT_FSIZE, &before);
+    std::signal(SIGXFSZ, oldHandler);
+    EXPECT_FALSE(disk.ok);
+    EXPECT_FALSE(none.ok);
+    EXPECT_TRUE(disk.message.contains(file)) << disk.message.toStdString();
+    EXPECT_EQ(readBytes(file), "ganz und gar");
+    EXPECT_EQ(QDir(t.path()).entryList(QDir::Files | QDir::Hidden), QStringList({"ganz"})) << "no file left aside";
 }

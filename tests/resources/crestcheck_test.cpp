@@ -17,7 +17,9 @@
 #include <QImageReader>
 #include <QImageWriter>
 #include <QPainter>
+#include <csignal>
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 
 using namespace zorbo;
 using namespace zorbo::test;
@@ -217,6 +219,44 @@ TEST(CrestPicture, EachFormatBecomesACrestTheExportPacksUnchanged)
     TgaImage tga;
     ASSERT_TRUE(readtga(back + names.last() + ".tga", tga).ok);
     EXPECT_EQ(tgaPixel(tga, 10, 10), pureRed);
+}
+
+TEST(CrestPicture, AFolderRunThatFailsOnOneCrestLeavesEveryCrestAsItWas)
+{
+    TempFolder t;
+    const QString wappen = t.path() + "/wappen/";
+    QDir().mkpath(wappen);
+    QImage wide(40, 20, QImage::Format_RGB32);
+    wide.fill(Qt::red);
+    QImage square(40, 40, QImage::Format_RGB32);
+    square.fill(Qt::blue);
+    ASSERT_TRUE(wide.save(t.file("1.png")) && square.save(t.file("2.png")));
+    writeBytes(crestfile(wappen, 1), "alt 1");
+    writeBytes(crestfile(wappen, 2), "alt 2");
+    const QList<PictureTarget> targets{{t.file("1.png"), 1, "Eins", "vereine", 1, false},
+                                       {t.file("2.png"), 2, "Zwei", "vereine", 2, false}};
+    Database db(":memory:");
+
+    // Files may grow only so far, as on a nearly full disk: the wide crest
+    // (64 x 32) fits, the square one (64 x 64) doesn't.
+    struct rlimit before {};
+    ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &before), 0);
+    const auto oldHandler = std::signal(SIGXFSZ, SIG_IGN);
+    struct rlimit small = before;
+    small.rlim_cur = 9000;
+    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &small), 0);
+    EXPECT_THROW(crestsfrompictures(db, targets, wappen, {}, {}), Fault);
+    setrlimit(RLIMIT_FSIZE, &before);
+    std::signal(SIGXFSZ, oldHandler);
+    EXPECT_EQ(readBytes(crestfile(wappen, 1)), "alt 1");
+    EXPECT_EQ(readBytes(crestfile(wappen, 2)), "alt 2");
+    EXPECT_EQ(QDir(wappen).entryList(QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden).size(), 2);
+
+    // With room, both come in.
+    EXPECT_EQ(crestsfrompictures(db, targets, wappen, {}, {}).size(), 2);
+    EXPECT_EQ(readBytes(crestfile(wappen, 1)).size(), 18 + 64 * 32 * 3);
+    EXPECT_EQ(readBytes(crestfile(wappen, 2)).size(), 18 + 64 * 64 * 3);
+    EXPECT_EQ(QDir(wappen).entryList(QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden).size(), 2);
 }
 
 TEST(CrestPicture, WebpWhenThePluginIsThere)
