@@ -18,7 +18,7 @@ using zorbo::test::TempFolder;
 namespace {
 
 // Two countries, three clubs with three players each (player 100 + 10 * club + i).
-void seed(Database &db)
+void fillsmallworld(Database &db)
 {
     db.exec("INSERT INTO vereine_national (NUMMER, NAME, NATION, KONTINENT) VALUES "
             "(1, 'Deutschland', 'Deutschland', 'West-Europa'), (2, 'Österreich', 'Österreich', 'West-Europa')");
@@ -59,7 +59,7 @@ struct Worlds {
     QString other = base.file("andere.mdb");
     Worlds()
     {
-        seed(*base);
+        fillsmallworld(*base);
         base->copyto(other);
     }
     // Changes the other world.
@@ -110,7 +110,7 @@ TEST(WorldDiff, EveryKindOfChangeTypedAndInGerman)
     EXPECT_EQ(diff.changes.at(5).club, "Werder Nordstadt");
     // Nothing of the present world changed.
     NewWorld fresh;
-    seed(*fresh);
+    fillsmallworld(*fresh);
     EXPECT_EQ(world(*w.base), world(*fresh));
 
     // Taking over two of the changes brings exactly their rows.
