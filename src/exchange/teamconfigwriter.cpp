@@ -78,16 +78,17 @@ int writeTable(Database &db, CfgWriter &out, const QString &table, const QString
                 empty << f.name;
                 continue;
             } else if (f.text) {
-                const QString what = QStringLiteral("%1 %2, Feld %3").arg(kind).arg(number).arg(f.name);
                 out.bytes(f.prefix);
                 if (!f.bare)
                     out.bytes("\"");
-                out.text(st.text(c), what, Finding{.field = f.name, .team = number});
+                if (QString problem; !out.columnText(st, c, &problem, Finding{.field = f.name, .team = number}))
+                    throw Fault(QStringLiteral("%1 %2, Feld %3: %4").arg(kind).arg(number).arg(f.name, problem),
+                                Finding{.text = problem, .field = f.name, .team = number});
                 if (!f.bare)
                     out.bytes("\"");
             } else {
                 out.bytes(f.prefix);
-                out.bytes(numbertext(st, c));
+                out.number(st, c);
             }
             out.endLine();
         }
@@ -130,6 +131,8 @@ ExchangeResult exportvereine(Database &db, const QString &path, const Progress &
         const qint64 total = db.scalar(QStringLiteral("SELECT (SELECT count(*) FROM vereine) + "
                                                       "(SELECT count(*) FROM vereine_national)"))
                                  .toLongLong();
+        // About what a record takes: 32 lines of a padded name and a value.
+        out.reserve(total * 32 * (8 + nameWidth + 14));
         qint64 done = 0;
         int lastPercent = -1;
         // Every percent once; the file is replaced only after the last.
