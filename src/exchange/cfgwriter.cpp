@@ -107,7 +107,7 @@ QString cfghead(const QDateTime &now)
         + crlf + QStringLiteral("        DATA_VERSION 1") + crlf + crlf;
 }
 
-void CfgWriter::number(const Statement &row, int column)
+bool CfgWriter::number(const Statement &row, int column)
 {
     sqlite3_stmt *st = row.handle();
     switch (sqlite3_column_type(st, column)) {
@@ -126,10 +126,11 @@ void CfgWriter::number(const Statement &row, int column)
         break;
     }
     case SQLITE_NULL:
-        break;
+        return false;
     default:
         bytes(numbertext(row, column));
     }
+    return true;
 }
 
 QByteArray numbertext(const Statement &row, int column)

@@ -31,8 +31,9 @@ public:
         m_used += raw.size();
     }
     void endLine() { bytes(QByteArrayView("\r\n", 2)); }
-    // A number column as numbertext() gives it.
-    void number(const Statement &row, int column);
+    // A number column as numbertext() gives it; false (and nothing
+    // written) when it is Null.
+    bool number(const Statement &row, int column);
     // Room for about so many bytes in all, so that a large file is not
     // copied while it grows.
     void reserve(qsizetype total);

@@ -199,10 +199,8 @@ ExchangeResult exportspieler(Database &db, const QString &path, const Progress &
                         fail(number, col.field, problem);
                     if (!col.bare)
                         out.bytes("\"");
-                } else if (st.isNull(c)) {
+                } else if (!out.number(st, c)) {
                     fail(number, col.field, QStringLiteral("das Feld ist leer, die Spielerdatei verlangt dort eine Zahl."));
-                } else {
-                    out.number(st, c);
                 }
                 out.endLine();
             }
