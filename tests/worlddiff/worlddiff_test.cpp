@@ -250,6 +250,21 @@ TEST(ChangeFile, FingerprintTellsWorldsApartAndEqualOnesAlike)
         EXPECT_FALSE(prints.contains(print)) << sql.toStdString();
         prints << print;
     }
+
+    // A file of an earlier build carries a print of another kind: it reads,
+    // keeps its print and applies like any other.
+    w.change("UPDATE vereine SET NAME = 'SV Beispiel 09' WHERE NUMMER = 10");
+    ChangeFile file = exported(w);
+    file.fingerprint = QCryptographicHash::hash("eine Welt", QCryptographicHash::Sha1);
+    const QString path = w.base.file("alt.zae");
+    ASSERT_TRUE(writechangefile(path, file).ok);
+    const ChangeFileRead read = readchangefile(path);
+    ASSERT_TRUE(read.result.ok) << read.result.message.toStdString();
+    EXPECT_EQ(read.file.fingerprint, file.fingerprint);
+    EXPECT_FALSE(prints.contains(read.file.fingerprint));
+    const ApplyOutcome preview = previewchanges(*w.base, read.file.changeset);
+    EXPECT_TRUE(preview.result.ok);
+    EXPECT_EQ(preview.changes, 1);
 }
 
 // The base; the file's world and this world each changed on their own.
