@@ -10,9 +10,9 @@
 #include <generated/version.h>
 
 #include <QCryptographicHash>
-#include <QtEndian>
 #include <QFile>
 #include <QFileInfo>
+#include <QtEndian>
 #include <bit>
 #include <cstring>
 #include <sqlite3.h>
@@ -152,10 +152,6 @@ CREATE TABLE zusammenfassung (nr INTEGER PRIMARY KEY, art INTEGER, objekt INTEGE
   land TEXT, verein TEXT, von TEXT, nach TEXT, tabelle TEXT, text TEXT) STRICT;
 CREATE TABLE felder (nr INTEGER, spalte TEXT, feld TEXT, vorher TEXT, nachher TEXT) STRICT;
 )SQL");
-
-} // namespace
-
-namespace {
 
 // A 128-bit print of a sequence of 64-bit words: two lanes, each word folded
 // in by a round of the kind xxHash uses (one-to-one in the lane, so no lane

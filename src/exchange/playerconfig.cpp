@@ -169,7 +169,8 @@ ExchangeResult exportspieler(Database &db, const QString &path, const Progress &
         for (int c = 0; c < playerColumns; ++c) {
             const ColumnInfo &info = infos[c];
             const QString field = info.name.toUpper();
-            const QByteArray prefix = QByteArray(8, ' ') + *toCp1252(field) + QByteArray(std::max<int>(0, nameWidth - int(field.size())), ' ');
+            const QByteArray prefix =
+                QByteArray(8, ' ') + *toCp1252(field) + QByteArray(std::max<int>(0, nameWidth - int(field.size())), ' ');
             recordBytes += prefix.size() + 12;
             columns.push_back(Column{.prefix = prefix, .field = field, .text = info.isText(), .bare = bareColumn(c)});
         }

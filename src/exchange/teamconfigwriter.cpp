@@ -19,8 +19,8 @@ class SquadLookup {
 public:
     explicit SquadLookup(Database &db, std::optional<qint64> team = {})
     {
-        Statement st = db.prepare(team ? QStringLiteral("SELECT verein, spieler FROM kaderzeilen WHERE verein = ?1 ORDER BY rowid")
-                                       : QStringLiteral("SELECT verein, spieler FROM kaderzeilen ORDER BY rowid"));
+        Statement st = db.prepare(QStringLiteral("SELECT verein, spieler FROM kaderzeilen WHERE %1 ORDER BY rowid")
+                                      .arg(team ? QStringLiteral("verein = ?1") : QStringLiteral("verein IS NOT NULL")));
         if (team)
             st.bind(1, *team);
         while (st.step()) {
