@@ -1,4 +1,5 @@
-// Two worlds of 5,000 clubs and 100,000 players that differ in 10,000
+// Two worlds of 5,000 clubs and 100,000 players (the benchmarks' shared
+// world, with the market's 1,700 players) that differ in 10,000
 // players (1,000 of them in another club) and 500 clubs: their comparison,
 // its German summary, the change file written, and the file applied to the
 // first world (alone, and as the menu does it: one step after a restore point).
@@ -8,6 +9,7 @@
 #include "exchange/worlddiff.h"
 
 #include "timing.h"
+#include "world100k.h"
 
 #include <QCoreApplication>
 #include <QTemporaryDir>
@@ -49,35 +51,19 @@ void print(const char *what, const Times &t)
     std::printf("%-58s %8.1f ms  (CPU %7.1f ms)\n", what, t.wall, t.cpu);
 }
 
-void generate(Database &db)
-{
-    Transaction tx(db);
-    db.exec(R"SQL(
-INSERT INTO vereine_national (NUMMER, NAME, NATION, KONTINENT)
-  VALUES (1, 'Deutschland', 'Deutschland', 'West-Europa'), (2, 'Österreich', 'Österreich', 'West-Europa');
-WITH RECURSIVE n(i) AS (SELECT 0 UNION ALL SELECT i + 1 FROM n WHERE i < 4999)
-INSERT INTO vereine (NUMMER, NAME, KURZNAME, NATION, TRIKOT_ART, F_TRIKOT_SPIELER, F_HOSE_SPIELER, STADT)
-  SELECT 10 + i, 'FC Müßiggang ' || i, 'Müßig' || i, CASE WHEN i % 2 THEN 'Österreich' ELSE 'Deutschland' END,
-         i % 80, '255,255,255', ' 48, 48, 48', 'Musterstadt' FROM n;
-WITH RECURSIVE n(i) AS (SELECT 0 UNION ALL SELECT i + 1 FROM n WHERE i < 99999)
-INSERT INTO spieler (NUMMER, NAME, VORNAME, "Stärke", "Max_Stärke", NATION, GROESSE, ART, "REST_EINSÄTZE",
-                     RUECKENNUMMER, GESICHT, HAUTFARBE, HAARFARBE, ERLERNT, GESPERRT)
-  SELECT 10000 + i, 'Schröder-' || i, 'J.', (i % 12) * 1000, (i % 12) * 1000 + 1000, 'Deutschland', 180, i % 4, 100,
-         i % 20 + 1, 12345, 1, 3, '3,17', '' FROM n;
-INSERT INTO kaderzeilen (verein, spieler) SELECT 10 + (NUMMER - 10000) / 20, NUMMER FROM spieler ORDER BY NUMMER;
-)SQL");
-    tx.commit();
-}
-
-// The other modder's world: 10,000 players changed, 1,000 of them moved,
-// 500 clubs renamed with other kit colours.
+// The other modder's world: 10,000 players changed, 1,000 of them moved
+// (each to the next club of his country, the last club's to the one
+// before), 500 clubs renamed with other kit colours.
 void differ(Database &db)
 {
     Transaction tx(db);
     db.exec(R"SQL(
-UPDATE spieler SET NAME = NAME || ' II', "Stärke" = "Stärke" + 2000, ERLERNT = '3,17,20' WHERE NUMMER >= 10000 AND NUMMER % 10 = 0;
-UPDATE kaderzeilen SET verein = 10 + (verein - 10 + 7) % 5000 WHERE spieler >= 10000 AND spieler % 100 = 0;
-UPDATE vereine SET NAME = NAME || ' 09', F_HOSE_SPIELER = '  0,128,  0' WHERE NUMMER > 0 AND NUMMER % 10 = 0;
+UPDATE spieler SET NAME = NAME || ' II', "Stärke" = "Stärke" + 2000, ERLERNT = '3,17,20' WHERE NUMMER <= 100000 AND NUMMER % 10 = 0;
+UPDATE kaderzeilen SET verein = CASE WHEN verein % 21 = 0 THEN verein - 1 ELSE verein + 1 END
+  WHERE spieler <= 100000 AND spieler % 100 = 0;
+UPDATE vereine SET NAME = NAME || ' 09', F_HOSE_SPIELER = '  0,128,  0'
+  WHERE NUMMER IN (SELECT NUMMER FROM (SELECT NUMMER, row_number() OVER (ORDER BY NUMMER) AS r FROM vereine WHERE NUMMER > 0)
+                   WHERE r % 10 = 0);
 )SQL");
     tx.commit();
 }
@@ -93,7 +79,8 @@ int main(int argc, char **argv)
     if (!world->db())
         return 1;
     Database &db = *world->db();
-    generate(db);
+    db.exec("DELETE FROM kaderzeilen; DELETE FROM spieler; DELETE FROM vereine; DELETE FROM vereine_national");
+    zorbo::bench::buildWorld(db);
     const QString otherPath = dir.filePath("andere.mdb");
     db.copyto(otherPath);
     {

@@ -8,13 +8,24 @@
 #include "platform/numbers.h"
 #include "platform/safefile.h"
 
+#include <charconv>
 #include <sqlite3.h>
 
 namespace zorbo {
 
+void CfgWriter::grow(qsizetype n)
+{
+    reserve(std::max(m_used + n, 2 * m_bytes.size()));
+}
+
+void CfgWriter::reserve(qsizetype total)
+{
+    if (total > m_bytes.size())
+        m_bytes.resize(std::max<qsizetype>(total, 4096));
+}
+
 bool CfgWriter::encode(const QString &text, QString *problem, const Finding &place)
 {
-    QByteArray &out = m_bytes;
     int bad = -1;
     std::optional<QByteArray> encoded = toCp1252(text, &bad);
     if (!encoded && m_nearest) {
@@ -33,7 +44,7 @@ bool CfgWriter::encode(const QString &text, QString *problem, const Finding &pla
         *problem = QStringLiteral("ein Zeilenumbruch im Text lässt sich in der Datei nicht schreiben.");
         return false;
     }
-    out.append(*encoded);
+    bytes(*encoded);
     return true;
 }
 
@@ -51,11 +62,10 @@ bool CfgWriter::columnText(const Statement &row, int column, QString *problem, c
 {
     const auto *data = reinterpret_cast<const char *>(sqlite3_column_text(row.handle(), column));
     const int size = sqlite3_column_bytes(row.handle(), column);
-    bool plain = true; // printable ASCII is the same in UTF-8 and code page 1252
-    for (int i = 0; i < size && plain; ++i)
-        plain = static_cast<unsigned char>(data[i]) >= 0x20 && static_cast<unsigned char>(data[i]) < 0x80;
-    if (plain) {
-        m_bytes.append(data, size);
+    // Straight from the stored bytes; a text with anything unusual goes the
+    // long way, which tells what is wrong or finds the nearest letters.
+    if (const qsizetype written = plainUtf8ToCp1252(QByteArrayView(data, size), room(size)); written >= 0) {
+        m_used += written;
         return true;
     }
     return encode(QString::fromUtf8(data, size), problem, place);
@@ -70,13 +80,13 @@ void CfgWriter::line(const QString &text, const QString &what, const Finding &pl
 void CfgWriter::head(const QString &text)
 {
     // The heads are built by the program from ASCII and the version text.
-    m_bytes.append(toCp1252(text).value_or(text.toLatin1()));
+    bytes(toCp1252(text).value_or(text.toLatin1()));
     endLine();
 }
 
 Result CfgWriter::save()
 {
-    return replacefile(m_path, m_bytes);
+    return replacefile(m_path, data());
 }
 
 QString exportdateline(const QDateTime &now)
@@ -95,6 +105,32 @@ QString cfghead(const QDateTime &now)
     const QString crlf = QStringLiteral("\r\n");
     return exportdateline(now) + crlf + versionline() + crlf + crlf + crlf + QStringLiteral("INFOTEXT \"test01\"") + crlf
         + crlf + QStringLiteral("        DATA_VERSION 1") + crlf + crlf;
+}
+
+bool CfgWriter::number(const Statement &row, int column)
+{
+    sqlite3_stmt *st = row.handle();
+    switch (sqlite3_column_type(st, column)) {
+    case SQLITE_INTEGER: {
+        constexpr int digits = 20; // the longest is "-9223372036854775808"
+        char *at = room(digits);
+        m_used += std::to_chars(at, at + digits, qint64(sqlite3_column_int64(st, column))).ptr - at;
+        break;
+    }
+    case SQLITE_FLOAT: {
+        const QString text = plainDecimal(sqlite3_column_double(st, column)); // digits, sign and point
+        char *at = room(text.size());
+        for (const QChar c : text)
+            *at++ = char(c.unicode());
+        m_used += text.size();
+        break;
+    }
+    case SQLITE_NULL:
+        return false;
+    default:
+        bytes(numbertext(row, column));
+    }
+    return true;
 }
 
 QByteArray numbertext(const Statement &row, int column)

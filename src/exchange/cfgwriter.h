@@ -6,6 +6,7 @@
 #include <QByteArray>
 #include <QDateTime>
 #include <QString>
+#include <cstring>
 
 namespace zorbo {
 
@@ -22,8 +23,20 @@ public:
     void line(const QString &text, const QString &what = {}, const Finding &place = {});
     // A head of several lines, then one line end of its own.
     void head(const QString &text);
-    void bytes(QByteArrayView raw) { m_bytes.append(raw); }
-    void endLine() { m_bytes.append("\r\n", 2); }
+    void bytes(QByteArrayView raw)
+    {
+        if (raw.isEmpty())
+            return;
+        std::memcpy(room(raw.size()), raw.data(), size_t(raw.size()));
+        m_used += raw.size();
+    }
+    void endLine() { bytes(QByteArrayView("\r\n", 2)); }
+    // A number column as numbertext() gives it; false (and nothing
+    // written) when it is Null.
+    bool number(const Statement &row, int column);
+    // Room for about so many bytes in all, so that a large file is not
+    // copied while it grows.
+    void reserve(qsizetype total);
     // Appends text without a line end, checked as in line().
     void text(const QString &text, const QString &what, const Finding &place = {});
     // The text of a column, checked as in line(); false with the reason in
@@ -37,13 +50,22 @@ public:
     const QList<Finding> &replacements() const { return m_replaced; }
 
     Result save();
-    const QByteArray &data() const { return m_bytes; }
+    QByteArrayView data() const { return {m_bytes.constData(), m_used}; }
 
 private:
     bool encode(const QString &text, QString *problem, const Finding &place);
+    // Where the next n bytes go.
+    char *room(qsizetype n)
+    {
+        if (m_bytes.size() - m_used < n)
+            grow(n);
+        return m_bytes.data() + m_used;
+    }
+    void grow(qsizetype n);
 
     QString m_path;
-    QByteArray m_bytes;
+    QByteArray m_bytes; // written up to m_used
+    qsizetype m_used = 0;
     bool m_nearest = false;
     QList<Finding> m_replaced;
 };

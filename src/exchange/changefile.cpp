@@ -12,6 +12,9 @@
 #include <QCryptographicHash>
 #include <QFile>
 #include <QFileInfo>
+#include <QtEndian>
+#include <bit>
+#include <cstring>
 #include <sqlite3.h>
 
 namespace zorbo {
@@ -150,51 +153,137 @@ CREATE TABLE zusammenfassung (nr INTEGER PRIMARY KEY, art INTEGER, objekt INTEGE
 CREATE TABLE felder (nr INTEGER, spalte TEXT, feld TEXT, vorher TEXT, nachher TEXT) STRICT;
 )SQL");
 
+// A 128-bit print of a sequence of 64-bit words: two lanes, each word folded
+// in by a round of the kind xxHash uses (one-to-one in the lane, so no lane
+// forgets what it has seen), the lanes with other constants; murmur's
+// finalizer at the end. Far quicker than a cryptographic hash, and a print
+// only has to tell worlds apart.
+class Print {
+public:
+    void word(quint64 w)
+    {
+        m_a = std::rotl(m_a + w * 0xc2b2ae3d27d4eb4fULL, 31) * 0x9e3779b185ebca87ULL;
+        m_b = std::rotl(m_b ^ (w * 0x165667b19e3779f9ULL), 27) * 0x85ebca77c2b2ae63ULL + 0x27d4eb2f165667c5ULL;
+    }
+    // The length first, then the bytes eight at a time, the last ones
+    // padded with zeros.
+    void bytes(const void *data, qsizetype size)
+    {
+        word(quint64(size));
+        const auto *p = static_cast<const char *>(data);
+        for (; size >= 8; p += 8, size -= 8) {
+            quint64 w;
+            std::memcpy(&w, p, 8);
+            word(w);
+        }
+        if (size > 0) {
+            quint64 w = 0;
+            std::memcpy(&w, p, size_t(size));
+            word(w);
+        }
+    }
+    QByteArray result() const
+    {
+        const quint64 lanes[2] = {qToBigEndian(mix(m_a ^ std::rotl(m_b, 17))), qToBigEndian(mix(m_b + m_a))};
+        return QByteArray(reinterpret_cast<const char *>(lanes), sizeof lanes);
+    }
+
+private:
+    static quint64 mix(quint64 x)
+    {
+        x ^= x >> 33;
+        x *= 0xff51afd7ed558ccdULL;
+        x ^= x >> 33;
+        x *= 0xc4ceb9fe1a85ec53ULL;
+        x ^= x >> 33;
+        return x;
+    }
+    quint64 m_a = 0x243f6a8885a308d3ULL;
+    quint64 m_b = 0x13198a2e03707344ULL;
+};
+
+constexpr const char *printPointer = "zorbo_print";
+
+// printrow(print, values...): folds one row into the print given as a
+// pointer. Inside the engine, so the values are read where they lie,
+// numbers unconverted and texts as their stored bytes.
+void printrowSql(sqlite3_context *context, int argc, sqlite3_value **argv)
+{
+    auto *print = static_cast<Print *>(sqlite3_value_pointer(argv[0], printPointer));
+    if (!print) {
+        sqlite3_result_error(context, "printrow: no print", -1);
+        return;
+    }
+    // The number of values, then their types three bits each (21 to a
+    // word), then the values that are not missing.
+    print->word(quint64(argc - 1));
+    quint64 types = 0;
+    for (int i = 1; i < argc; ++i) {
+        types = types << 3 | quint64(sqlite3_value_type(argv[i]));
+        if (i % 21 == 0 || i == argc - 1) {
+            print->word(types);
+            types = 0;
+        }
+    }
+    for (int i = 1; i < argc; ++i) {
+        sqlite3_value *v = argv[i];
+        switch (sqlite3_value_type(v)) {
+        case SQLITE_INTEGER:
+            print->word(quint64(sqlite3_value_int64(v)));
+            break;
+        case SQLITE_FLOAT:
+            print->word(std::bit_cast<quint64>(sqlite3_value_double(v)));
+            break;
+        case SQLITE_TEXT: {
+            const unsigned char *text = sqlite3_value_text(v);
+            print->bytes(text, sqlite3_value_bytes(v));
+            break;
+        }
+        case SQLITE_BLOB: {
+            const void *blob = sqlite3_value_blob(v);
+            print->bytes(blob, sqlite3_value_bytes(v));
+            break;
+        }
+        default:
+            break;
+        }
+    }
+    sqlite3_result_null(context);
+}
+
+void registerprintrow(Database &db)
+{
+    if (db.scalar(QStringLiteral("SELECT count(*) FROM pragma_function_list WHERE name = 'printrow'")).toInt() > 0)
+        return;
+    if (const int rc = sqlite3_create_function_v2(db.handle(), "printrow", -1, SQLITE_UTF8 | SQLITE_DIRECTONLY, nullptr,
+                                                  printrowSql, nullptr, nullptr, nullptr);
+        rc != SQLITE_OK)
+        throw DbError(rc, QStringLiteral("printrow"));
+}
+
 } // namespace
 
 QByteArray worldfingerprint(Database &db, const QString &schema)
 {
-    // A fingerprint tells worlds apart, it guards nothing: SHA-1 is enough
-    // and reads a world of 100,000 players faster than SHA-256.
-    QCryptographicHash hash(QCryptographicHash::Sha1);
+    registerprintrow(db);
+    Print print;
     Transaction reading(db);
-    // Each value by its type and its own bytes, numbers unconverted, hashed
-    // in large pieces.
-    QByteArray piece;
-    piece.reserve(1 << 17);
-    const auto add = [&piece](const void *bytes, qsizetype size) { piece.append(static_cast<const char *>(bytes), size); };
     for (const QString &table : worldtables()) {
-        piece.append(table.toUtf8());
-        Statement st = db.prepare(QStringLiteral("SELECT * FROM %1.%2 ORDER BY 1").arg(schema, table));
-        sqlite3_stmt *h = st.handle();
-        const int columns = st.columnCount();
+        const QByteArray name = table.toUtf8();
+        print.bytes(name.constData(), name.size());
+        QStringList columns;
+        Statement names = db.prepare(QStringLiteral("SELECT name FROM %1.pragma_table_info(?1) ORDER BY cid").arg(schema));
+        names.bind(1, table);
+        while (names.step())
+            columns << QLatin1Char('"') + names.text(0) + QLatin1Char('"');
+        // Row by row in the order of the key, each with its number of values.
+        Statement st = db.prepare(QStringLiteral("SELECT printrow(?1, %3) FROM %1.%2 ORDER BY rowid")
+                                      .arg(schema, table, columns.join(QStringLiteral(", "))));
+        sqlite3_bind_pointer(st.handle(), 1, &print, printPointer, nullptr);
         while (st.step()) {
-            for (int i = 0; i < columns; ++i) {
-                const int type = sqlite3_column_type(h, i);
-                piece.append(char('0' + type));
-                if (type == SQLITE_INTEGER) {
-                    const qint64 v = sqlite3_column_int64(h, i);
-                    add(&v, sizeof v);
-                } else if (type == SQLITE_FLOAT) {
-                    const double v = sqlite3_column_double(h, i);
-                    add(&v, sizeof v);
-                } else if (type != SQLITE_NULL) {
-                    const void *bytes = type == SQLITE_TEXT ? static_cast<const void *>(sqlite3_column_text(h, i))
-                                                            : sqlite3_column_blob(h, i);
-                    const int size = sqlite3_column_bytes(h, i);
-                    add(&size, sizeof size);
-                    if (bytes)
-                        add(bytes, size);
-                }
-            }
-            if (piece.size() > (1 << 16)) {
-                hash.addData(piece);
-                piece.resize(0);
-            }
         }
     }
-    hash.addData(piece);
-    return hash.result();
+    return print.result();
 }
 
 Result writechangefile(const QString &path, const ChangeFile &file)

@@ -16,13 +16,16 @@ struct ChangeFile {
     QString program;          // the program version that wrote it
     QDateTime date;
     QString description;      // typed by the user; may be empty
-    QByteArray fingerprint;   // of the world it was made from
+    QByteArray fingerprint;   // of the world it was made from (see worldfingerprint)
     QByteArray changeset;     // the combined changes of the world tables
     // The readable summary: one line per change with where it is grouped.
     QList<EntityChange> summary;
 };
 
-// The fingerprint of the world tables of schema: equal worlds, equal prints.
+// The fingerprint of the world tables of schema: equal worlds, equal prints,
+// 16 bytes. Change files of earlier builds hold a 20-byte print of another
+// kind (SHA-1 of the same values); such a print is kept and shown as it is,
+// and never equals a print of today.
 QByteArray worldfingerprint(Database &db, const QString &schema = QStringLiteral("main"));
 
 // Writes the file at path, replacing one there only when it is written whole.

@@ -156,42 +156,52 @@ ExchangeResult exportspieler(Database &db, const QString &path, const Progress &
 {
     return runtransaction(db, QStringLiteral("Export nach %1 abgebrochen").arg(path), [&] {
         ExchangeResult result;
-        const QList<ColumnInfo> columns = playerColumnsOf(db);
-        std::vector<QByteArray> prefixes;
-        for (const ColumnInfo &c : columns) {
-            const QString upper = c.name.toUpper();
-            prefixes.push_back(QByteArray(8, ' ') + *toCp1252(upper)
-                               + QByteArray(std::max<int>(0, nameWidth - int(upper.size())), ' '));
+        // What each column needs, worked out once: the record's rows are many.
+        struct Column {
+            QByteArray prefix;
+            QString field;
+            bool text = false;
+            bool bare = false;
+        };
+        const QList<ColumnInfo> infos = playerColumnsOf(db);
+        std::vector<Column> columns;
+        qsizetype recordBytes = 32;
+        for (int c = 0; c < playerColumns; ++c) {
+            const ColumnInfo &info = infos[c];
+            const QString field = info.name.toUpper();
+            const QByteArray prefix =
+                QByteArray(8, ' ') + *toCp1252(field) + QByteArray(std::max<int>(0, nameWidth - int(field.size())), ' ');
+            recordBytes += prefix.size() + 12;
+            columns.push_back(Column{.prefix = prefix, .field = field, .text = info.isText(), .bare = bareColumn(c)});
         }
         CfgWriter out(path);
         out.setnearest(nearest);
         out.head(sp_header(db, now));
         const qint64 total = db.scalar(QStringLiteral("SELECT count(*) FROM spieler")).toLongLong();
+        out.reserve(total * recordBytes);
         Statement st = db.prepare(QStringLiteral("SELECT * FROM spieler ORDER BY NUMMER"));
         int lastPercent = -1;
+        const auto fail = [](qint64 number, const QString &field, const QString &problem) {
+            throw Fault(QStringLiteral("Spieler %1, Feld %2: %3").arg(number).arg(field, problem),
+                        Finding{.text = problem, .field = field, .player = number});
+        };
         while (st.step()) {
             const qint64 number = st.integer(0);
             out.bytes("\r\nNEUER_SPIELER\r\n");
             for (int c = 0; c < playerColumns; ++c) {
-                const ColumnInfo &col = columns[c];
-                const QString field = col.name.toUpper();
-                out.bytes(prefixes[size_t(c)]);
-                if (col.isText()) {
+                const Column &col = columns[size_t(c)];
+                out.bytes(col.prefix);
+                if (col.text) {
                     // A Null text goes out as empty text: the file has no form for it.
                     QString problem;
-                    if (!bareColumn(c))
+                    if (!col.bare)
                         out.bytes("\"");
-                    if (!out.columnText(st, c, &problem, Finding{.field = field, .player = number}))
-                        throw Fault(QStringLiteral("Spieler %1, Feld %2: %3").arg(number).arg(field, problem),
-                                    Finding{.text = problem, .field = field, .player = number});
-                    if (!bareColumn(c))
+                    if (!out.columnText(st, c, &problem, Finding{.field = col.field, .player = number}))
+                        fail(number, col.field, problem);
+                    if (!col.bare)
                         out.bytes("\"");
-                } else if (st.isNull(c)) {
-                    const QString problem = QStringLiteral("das Feld ist leer, die Spielerdatei verlangt dort eine Zahl.");
-                    throw Fault(QStringLiteral("Spieler %1, Feld %2: %3").arg(number).arg(field, problem),
-                                Finding{.text = problem, .field = field, .player = number});
-                } else {
-                    out.bytes(numbertext(st, c));
+                } else if (!out.number(st, c)) {
+                    fail(number, col.field, QStringLiteral("das Feld ist leer, die Spielerdatei verlangt dort eine Zahl."));
                 }
                 out.endLine();
             }

@@ -3,6 +3,9 @@
 #include "exchange/cfgfile.h"
 #include "exchange/cfgwriter.h"
 
+#include <charconv>
+#include <unordered_map>
+
 namespace zorbo {
 
 namespace {
@@ -10,32 +13,35 @@ namespace {
 constexpr int nameWidth = 25;
 constexpr int squadColumn = 6; // SPIELER, the seventh column of both team tables
 
-// Squad numbers of one team, with one statement reused for all teams.
+// The squad numbers of the teams, read in one pass over the squad rows in
+// their order (or of one team only).
 class SquadLookup {
 public:
-    explicit SquadLookup(Database &db)
-        : m_st(db.prepare(QStringLiteral("SELECT spieler FROM kaderzeilen WHERE verein = ?1 ORDER BY rowid")))
+    explicit SquadLookup(Database &db, std::optional<qint64> team = {})
     {
+        Statement st = db.prepare(QStringLiteral("SELECT verein, spieler FROM kaderzeilen WHERE %1 ORDER BY rowid")
+                                      .arg(team ? QStringLiteral("verein = ?1") : QStringLiteral("verein IS NOT NULL")));
+        if (team)
+            st.bind(1, *team);
+        while (st.step()) {
+            QByteArray &numbers = m_numbers[st.integer(0)];
+            if (!numbers.isEmpty())
+                numbers += ',';
+            char digits[24];
+            numbers.append(digits, std::to_chars(digits, digits + sizeof digits, st.integer(1)).ptr - digits);
+        }
     }
 
-    QByteArray line(qint64 team)
+    QByteArray line(qint64 team) const
     {
         QByteArray out("        SPIELER");
-        m_st.bind(1, team);
-        bool first = true;
-        while (m_st.step()) {
-            out += first ? QByteArray(nameWidth - 7, ' ') + '"' : QByteArray(",");
-            out += QByteArray::number(m_st.integer(0));
-            first = false;
-        }
-        m_st.reset();
-        if (!first)
-            out += '"';
+        if (const auto it = m_numbers.find(team); it != m_numbers.end())
+            out += QByteArray(nameWidth - 7, ' ') + '"' + it->second + '"';
         return out;
     }
 
 private:
-    Statement m_st;
+    std::unordered_map<qint64, QByteArray> m_numbers;
 };
 
 struct ColumnForm {
@@ -46,7 +52,7 @@ struct ColumnForm {
 };
 
 // Writes the rows of one table; returns the number of rows.
-int writeTable(Database &db, CfgWriter &out, const QString &table, const QString &kind, SquadLookup &squads,
+int writeTable(Database &db, CfgWriter &out, const QString &table, const QString &kind, const SquadLookup &squads,
                QList<Finding> &findings, const std::function<void()> &rowDone)
 {
     const QList<ColumnInfo> columns = db.columns(table);
@@ -78,16 +84,17 @@ int writeTable(Database &db, CfgWriter &out, const QString &table, const QString
                 empty << f.name;
                 continue;
             } else if (f.text) {
-                const QString what = QStringLiteral("%1 %2, Feld %3").arg(kind).arg(number).arg(f.name);
                 out.bytes(f.prefix);
                 if (!f.bare)
                     out.bytes("\"");
-                out.text(st.text(c), what, Finding{.field = f.name, .team = number});
+                if (QString problem; !out.columnText(st, c, &problem, Finding{.field = f.name, .team = number}))
+                    throw Fault(QStringLiteral("%1 %2, Feld %3: %4").arg(kind).arg(number).arg(f.name, problem),
+                                Finding{.text = problem, .field = f.name, .team = number});
                 if (!f.bare)
                     out.bytes("\"");
             } else {
                 out.bytes(f.prefix);
-                out.bytes(numbertext(st, c));
+                out.number(st, c);
             }
             out.endLine();
         }
@@ -116,8 +123,7 @@ QString tm_header(Database &db, const QDateTime &now)
 
 QString tm_player(Database &db, qint64 team)
 {
-    SquadLookup squads(db);
-    return QString::fromLatin1(squads.line(team));
+    return QString::fromLatin1(SquadLookup(db, team).line(team));
 }
 
 ExchangeResult exportvereine(Database &db, const QString &path, const Progress &progress, const QDateTime &now, bool nearest)
@@ -130,6 +136,8 @@ ExchangeResult exportvereine(Database &db, const QString &path, const Progress &
         const qint64 total = db.scalar(QStringLiteral("SELECT (SELECT count(*) FROM vereine) + "
                                                       "(SELECT count(*) FROM vereine_national)"))
                                  .toLongLong();
+        // About what a record takes: 32 lines of a padded name and a value.
+        out.reserve(total * 32 * (8 + nameWidth + 14));
         qint64 done = 0;
         int lastPercent = -1;
         // Every percent once; the file is replaced only after the last.

@@ -100,6 +100,38 @@ std::optional<QByteArray> toCp1252(const QString &text, int *badIndex)
     return bytes;
 }
 
+qsizetype plainUtf8ToCp1252(QByteArrayView utf8, char *out)
+{
+    const auto *p = reinterpret_cast<const unsigned char *>(utf8.data());
+    const auto *end = p + utf8.size();
+    char *const start = out;
+    while (p < end) {
+        const unsigned char c = *p;
+        if (c >= 0x20 && c < 0x80) {
+            *out++ = char(c);
+            ++p;
+            continue;
+        }
+        char32_t point = 0;
+        if (c >= 0xC2 && c <= 0xDF && end - p >= 2 && (p[1] & 0xC0) == 0x80) {
+            point = char32_t(c & 0x1F) << 6 | char32_t(p[1] & 0x3F);
+            p += 2;
+        } else if (c >= 0xE0 && c <= 0xEF && end - p >= 3 && (p[1] & 0xC0) == 0x80 && (p[2] & 0xC0) == 0x80) {
+            point = char32_t(c & 0x0F) << 12 | char32_t(p[1] & 0x3F) << 6 | char32_t(p[2] & 0x3F);
+            p += 3;
+            if (point < 0x800 || (point >= 0xD800 && point <= 0xDFFF))
+                return -1;
+        } else {
+            return -1; // a control character, four bytes, or no UTF-8
+        }
+        const int b = byteFor(char16_t(point));
+        if (b < 0)
+            return -1;
+        *out++ = char(b);
+    }
+    return out - start;
+}
+
 bool fitsCp1252(const QString &text)
 {
     for (QChar c : text) {

@@ -15,6 +15,13 @@ QString fromCp1252(const QByteArray &bytes);
 // *badIndex (if given) is the index of the first such character.
 std::optional<QByteArray> toCp1252(const QString &text, int *badIndex = nullptr);
 
+// Writes UTF-8 text of printable characters the code page holds to out (at
+// most utf8.size() bytes) and gives the number written; -1 for anything else
+// (control characters, characters the code page lacks, bytes that are no
+// UTF-8), which toCp1252 then tells apart. The same bytes as toCp1252 gives,
+// without the text in between.
+qsizetype plainUtf8ToCp1252(QByteArrayView utf8, char *out);
+
 bool fitsCp1252(const QString &text);
 
 // How a file from outside is to be read: Detect takes code page 1252 but

@@ -3,6 +3,7 @@
 #include "exchange/configruns.h"
 #include "exchange/playerconfig.h"
 #include "exchange/teamconfigwriter.h"
+#include "platform/codepage.h"
 #include "support/qstringprint.h"
 #include "worldfixture.h"
 
@@ -66,10 +67,18 @@ TEST(RoundTrip, GeneratedWorldSurvivesExportImportExport)
     t->exec("UPDATE spieler SET NAME = 'Spieler \"' || NUMMER || '\" Müßig', LIEBLINGSPOS_X = NUMMER % 7 * 0.25 - .5, "
             "ERLERNT = '1,' || (NUMMER % 53) WHERE NUMMER % 3 = 0");
     t->exec("UPDATE vereine SET STAERKE = NUMMER % 11 / 2.0, STADT = 'Groß \"Ü\" ' || NUMMER WHERE NUMMER % 4 = 1");
+    // Every printable character of the code page, in a player's and a club's text.
+    QByteArray page;
+    for (int b = 0x20; b < 0x100; ++b)
+        page += char(b);
+    t->run("UPDATE spieler SET VORNAME = ?1 WHERE NUMMER = (SELECT min(NUMMER) FROM spieler)", fromCp1252(page));
+    t->run("UPDATE vereine SET STADT = ?1 WHERE NUMMER = (SELECT max(NUMMER) FROM vereine)", fromCp1252(page));
     // The reader stores empty text in every SPIELER column, the market's too.
     t->exec("UPDATE vereine SET SPIELER = '' WHERE NUMMER = 0");
     const QString world = dumpWorld(*t);
     const Exported first = exportBoth(*t, t, "first");
+    EXPECT_TRUE(first.players.contains(page));
+    EXPECT_TRUE(first.teams.contains(page));
 
     TestDb back;
     importBoth(*back, t.file("first_tm.cfg"), t.file("first_sp.cfg"));

@@ -54,6 +54,8 @@ TEST(TeamConfig, WriterGivesTheWorkedExampleByteForByte)
 {
     TestDb t;
     buildWorkedExample(*t);
+    // A squad row of no team belongs to none, not to the market (team 0).
+    t->exec("INSERT INTO kaderzeilen (verein, spieler) VALUES (NULL, 9999)");
     const ExchangeResult r = exportvereine(*t, t.file("1_tm.cfg"), {}, exportTime());
     ASSERT_TRUE(r.ok()) << r.result.message.toStdString();
     EXPECT_EQ(readBytes(t.file("1_tm.cfg")), readBytes(dataPath("tm_cfg/worked-example/1_tm.cfg")));
@@ -61,6 +63,7 @@ TEST(TeamConfig, WriterGivesTheWorkedExampleByteForByte)
     EXPECT_EQ(r.nationalTeams, 1);
     EXPECT_TRUE(r.findings.isEmpty()) << findinglines(r.findings).join('\n').toStdString();
     EXPECT_EQ(tm_player(*t, 1204), "        SPIELER");
+    EXPECT_EQ(tm_player(*t, 1203), "        SPIELER                  \"7001,7002,7003\"");
 }
 
 TEST(TeamConfig, ReaderStoresTheWorkedExampleAsItWasWritten)

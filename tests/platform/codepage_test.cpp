@@ -91,3 +91,32 @@ TEST(Codepage, Utf8IsWhatTheUtf8DecoderTakes)
         EXPECT_EQ(looksutf8(bytes), !decoder.hasError()) << bytes.toHex(' ').toStdString();
     }
 }
+
+TEST(Codepage, StoredTextGoesStraightToTheCodePageOrNotAtAll)
+{
+    // Every character below U+10000 alone and between letters, and the
+    // edges of UTF-8: the straight way gives the bytes the long way gives
+    // for the decoded text, or leaves the text to the long way; it leaves
+    // no printable character the code page holds.
+    QList<QByteArray> samples{"", "\xC1\xBF", "\xC0\x80", "\xE0\x9F\xBF", "\xED\xA0\x80", "\xF0\x9F\x98\x80", "\xE2\x82",
+                              "\xC3", "\xC3\xA4\xC3", "\xE2\x28\xA1", "\xFF", "\x80"};
+    for (char32_t c = 0; c < 0x10000; ++c) {
+        if (c >= 0xD800 && c <= 0xDFFF)
+            continue; // no character of its own
+        const QByteArray one = QString(QChar(char16_t(c))).toUtf8();
+        samples << one << "G" + one + "ro";
+    }
+    int plain = 0;
+    for (const QByteArray &utf8 : samples) {
+        QByteArray out(utf8.size(), '\0');
+        const qsizetype n = plainUtf8ToCp1252(utf8, out.data());
+        const QString text = QString::fromUtf8(utf8);
+        const std::optional<QByteArray> expected = toCp1252(text);
+        if (n < 0)
+            continue;
+        ++plain;
+        ASSERT_TRUE(expected) << utf8.toHex(' ').toStdString();
+        EXPECT_EQ(out.left(n), *expected) << utf8.toHex(' ').toStdString();
+    }
+    EXPECT_EQ(plain, 1 + 2 * (256 - 32)); // the empty text, and each of 224 characters alone and between letters
+}

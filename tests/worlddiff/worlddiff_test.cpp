@@ -8,6 +8,7 @@
 
 #include <QCryptographicHash>
 #include <QFile>
+#include <QSet>
 #include <gtest/gtest.h>
 
 using namespace zorbo;
@@ -201,6 +202,69 @@ TEST(ChangeFile, ExportThenApplyOnTheBaseGivesTheOtherWorld)
     EXPECT_EQ(again.already, again.changes);
     EXPECT_TRUE(again.result.message.contains("schon enthalten"));
     EXPECT_EQ(world(*w.base), before);
+}
+
+// The print of a world changes with any value of its world tables, the
+// place of a value among the columns, a missing value against an empty one;
+// worlds with the same rows give the same print however they were written.
+TEST(ChangeFile, FingerprintTellsWorldsApartAndEqualOnesAlike)
+{
+    Worlds w;
+    const QByteArray base = worldfingerprint(*w.base);
+    EXPECT_EQ(base.size(), 16);
+    {
+        Database other(w.other);
+        EXPECT_EQ(worldfingerprint(other), base);
+    }
+    // The same rows written the other way round, with the history and the
+    // tables outside the world changed too.
+    NewWorld reversed;
+    fillsmallworld(*reversed);
+    reversed->exec("CREATE TEMP TABLE k AS SELECT * FROM kaderzeilen; DELETE FROM kaderzeilen;"
+                   "INSERT INTO kaderzeilen SELECT * FROM k ORDER BY zeile DESC; DROP TABLE k;"
+                   "CREATE TEMP TABLE s AS SELECT * FROM spieler; DELETE FROM spieler;"
+                   "INSERT INTO spieler SELECT * FROM s ORDER BY NUMMER DESC; DROP TABLE s;"
+                   "UPDATE e_attribute SET beschreibung = 'anders'");
+    EXPECT_EQ(worldfingerprint(*reversed), base);
+    {
+        OtherWorld attached(*reversed, w.other);
+        ASSERT_TRUE(attached.result().ok);
+        EXPECT_EQ(worldfingerprint(*reversed, OtherWorld::schema), base);
+    }
+
+    const QStringList changes{
+        "UPDATE spieler SET NAME = 'Spieler10X' WHERE NUMMER = 100",           // a text of the same length
+        "UPDATE spieler SET \"Stärke\" = 4001 WHERE NUMMER = 121",            // a number
+        "UPDATE spieler SET NAME = 'Spieler1', VORNAME = '00A.' WHERE NUMMER = 100", // a value's bytes across columns
+        "UPDATE vereine SET KURZNAME = '' WHERE NUMMER = 10",                    // empty instead of missing
+        "UPDATE vereine SET STAERKE = 0.5 WHERE NUMMER = 11",                    // a fraction
+        "UPDATE kaderzeilen SET verein = 11 WHERE spieler = 100",                // a squad row
+        "INSERT INTO a4spieler (name) VALUES (NULL)",                            // an empty row
+        "DELETE FROM vereine_national WHERE NUMMER = 2"};
+    QSet<QByteArray> prints{base};
+    for (const QString &sql : changes) {
+        Database other(w.other);
+        Transaction tx(other);
+        other.exec(sql);
+        const QByteArray print = worldfingerprint(other);
+        EXPECT_FALSE(prints.contains(print)) << sql.toStdString();
+        prints << print;
+    }
+
+    // A file of an earlier build carries a print of another kind: it reads,
+    // keeps its print and applies like any other.
+    w.change("UPDATE vereine SET NAME = 'SV Beispiel 09' WHERE NUMMER = 10");
+    ChangeFile file = exported(w);
+    file.fingerprint = QCryptographicHash::hash("eine Welt", QCryptographicHash::Sha1);
+    const QString path = w.base.file("alt.zae");
+    ASSERT_TRUE(writechangefile(path, file).ok);
+    const ChangeFileRead read = readchangefile(path);
+    ASSERT_TRUE(read.result.ok) << read.result.message.toStdString();
+    EXPECT_EQ(read.file.fingerprint, file.fingerprint);
+    EXPECT_FALSE(prints.contains(read.file.fingerprint));
+    const ApplyOutcome preview = previewchanges(*w.base, read.file.changeset);
+    EXPECT_TRUE(preview.result.ok);
+    EXPECT_EQ(preview.changes, 1);
 }
 
 // The base; the file's world and this world each changed on their own.
