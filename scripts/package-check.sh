@@ -30,6 +30,25 @@ echo "Paketprüfung: $(basename "$deb")"
 lintian --fail-on error --tag-display-limit 0 "$deb"
 desktop-file-validate "$root/packaging/zorbo-editor.desktop"
 appstreamcli validate --no-net "$build/packaging/de.zorbo.ZorboEditor.metainfo.xml"
+# Homepage and screenshots come only with a public address (ZORBO_WEB_URL):
+# the metadata once more with a test address, without a second package, and
+# every screenshot named lies in docs/.
+version=$(sed -n 's/.*<release version="\([^"]*\)".*/\1/p' "$build/packaging/de.zorbo.ZorboEditor.metainfo.xml")
+mkdir "$work/web"
+cmake -DZORBO_WEB_URL=https://zorbo-editor.example.org -DPROJECT_VERSION="$version" \
+  -DZORBO_METAINFO_FILE="$work/web/de.zorbo.ZorboEditor.metainfo.xml" -P "$root/packaging/metainfo.cmake"
+appstreamcli validate --no-net "$work/web/de.zorbo.ZorboEditor.metainfo.xml"
+shots=$(sed -n 's|.*<image>https://zorbo-editor.example.org/\(docs/[^<]*\)</image>.*|\1|p' "$work/web/de.zorbo.ZorboEditor.metainfo.xml")
+if [ -z "$shots" ]; then
+  echo "Paketprüfung: die Metadaten mit Adresse nennen keine Bildschirmfotos" >&2
+  exit 1
+fi
+for shot in $shots; do
+  if [ ! -f "$root/$shot" ]; then
+    echo "Paketprüfung: das Bildschirmfoto $shot der Metadaten fehlt" >&2
+    exit 1
+  fi
+done
 
 # Every command zorbo-cli knows has its place in the man page.
 for command in $("$build/src/zorbo-cli" --help | sed -n 's/^  \([a-z][a-z-]*\).*/\1/p'); do

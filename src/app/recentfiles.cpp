@@ -21,12 +21,17 @@ void installrecentfiles(Shell &shell)
         const QStringList files = shell.settings().recentfiles;
         for (int i = 0; i < files.size(); ++i) {
             const QString file = files[i];
-            // "&1 Fortuna Großgmain.tea" with the whole path as the tip.
-            QAction *act = menu->addAction(QStringLiteral("&%1 %2").arg(i + 1).arg(QFileInfo(file).fileName()));
+            const QString kind = shell.settings().recentkinds.value(file);
+            // "&1 Fortuna Großgmain.tea" with the whole path as the tip; an
+            // import says which: "&2 1_tm.cfg (Import Vereine)".
+            QString text = QStringLiteral("&%1 %2").arg(i + 1).arg(QFileInfo(file).fileName());
+            if (const QString words = shell.importwords(kind); !words.isEmpty())
+                text += QStringLiteral(" (%1)").arg(words);
+            QAction *act = menu->addAction(text);
             act->setObjectName(QStringLiteral("mnuzuletztitem(%1)").arg(i));
             act->setToolTip(QDir::toNativeSeparators(file));
             act->setStatusTip(QDir::toNativeSeparators(file));
-            QObject::connect(act, &QAction::triggered, &shell, [&shell, file] { shell.openpath(file); });
+            QObject::connect(act, &QAction::triggered, &shell, [&shell, file, kind] { shell.openpath(file, kind); });
         }
         if (files.isEmpty())
             menu->addAction(QStringLiteral("(keine)"))->setEnabled(false);

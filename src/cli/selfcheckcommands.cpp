@@ -86,10 +86,11 @@ int crestfrompicturecommand(Context &ctx)
         return ctx.fail(QStringLiteral("Fehler: ") + r.message);
     const QImage crest = crestpicture(picture, options);
     const QString file = QFileInfo(crestfile(wappen, int(*number))).fileName();
+    QString kept;
     if (teamText.isEmpty()) {
-        if (Result r = writecrest(wappen, int(*number), crest); !r)
+        if (Result r = writecrest(wappen, int(*number), crest, &kept); !r)
             return ctx.fail(QStringLiteral("Fehler: ") + r.message);
-        ctx.out << QStringLiteral("%1 aus %2 geschrieben.").arg(file, QFileInfo(source).fileName()) << '\n';
+        ctx.out << QStringLiteral("%1 aus %2 geschrieben%3.").arg(file, QFileInfo(source).fileName(), keptwords(kept)) << '\n';
         return 0;
     }
     const std::optional<qint64> team = parsewholenumber(teamText);
@@ -108,12 +109,13 @@ int crestfrompicturecommand(Context &ctx)
                      .toInt())
                 return Result::failure(QStringLiteral("Es gibt kein Team mit der Nummer %1.").arg(*team));
             setcrestnumber(db, *team, int(*number));
-            if (Result w = writecrest(wappen, int(*number), crest); !w)
+            if (Result w = writecrest(wappen, int(*number), crest, &kept); !w)
                 return w;
-            return Result::success(QStringLiteral("%1 aus %2 geschrieben; Team %3 trägt Wappen %4.")
+            return Result::success(QStringLiteral("%1 aus %2 geschrieben%5; Team %3 trägt Wappen %4.")
                                        .arg(file, QFileInfo(source).fileName())
                                        .arg(*team)
-                                       .arg(*number));
+                                       .arg(*number)
+                                       .arg(keptwords(kept)));
         },
         {}, Step{QStringLiteral("Wappen %1 aus Bild %2 (%3 geschrieben)").arg(*number).arg(QFileInfo(source).fileName(), file)});
     return finish(ctx, r);

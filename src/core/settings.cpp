@@ -58,8 +58,12 @@ Settings readSettings(const QString &programFolder)
         s.lastfolders[k] = readinistring(zuletzt, QLatin1String(lastKeys[k]), file, QString());
     for (int i = 1; i <= recentfilecount; ++i) {
         const QString recent = readinistring(zuletzt, QStringLiteral("datei%1").arg(i), file, QString());
-        if (!recent.isEmpty())
-            s.recentfiles << recent;
+        if (recent.isEmpty())
+            continue;
+        s.recentfiles << recent;
+        // Lists written before imports were kept have no kinds.
+        if (const QString kind = readinistring(zuletzt, QStringLiteral("art%1").arg(i), file, QString()); !kind.isEmpty())
+            s.recentkinds.insert(recent, kind);
     }
     return s;
 }
@@ -139,23 +143,31 @@ bool writetrikotsatz(const Settings &settings)
     return writeini(trikot, satz, QString::number(settings.trikotsatz), settings.file());
 }
 
-bool writerecentfile(Settings &settings, const QString &file)
+bool writerecentfile(Settings &settings, const QString &file, const QString &kind)
 {
     const QString path = QFileInfo(file).absoluteFilePath();
     // The settings file holds code page 1252 only; a path beyond it would
     // come back as another file.
     if (haslinebreak(path) || !fitsCp1252(path))
         return false;
-    if (!settings.recentfiles.isEmpty() && settings.recentfiles.first() == path)
+    if (!settings.recentfiles.isEmpty() && settings.recentfiles.first() == path
+        && settings.recentkinds.value(path) == kind)
         return true;
     settings.recentfiles.removeAll(path);
     settings.recentfiles.prepend(path);
     while (settings.recentfiles.size() > recentfilecount)
-        settings.recentfiles.removeLast();
+        settings.recentkinds.remove(settings.recentfiles.takeLast());
+    if (kind.isEmpty())
+        settings.recentkinds.remove(path);
+    else
+        settings.recentkinds.insert(path, kind);
     bool written = true;
-    for (int i = 0; i < recentfilecount; ++i)
-        written = writeini(zuletzt, QStringLiteral("datei%1").arg(i + 1), settings.recentfiles.value(i), settings.file())
+    for (int i = 0; i < recentfilecount; ++i) {
+        const QString recent = settings.recentfiles.value(i);
+        written = writeini(zuletzt, QStringLiteral("datei%1").arg(i + 1), recent, settings.file()) && written;
+        written = writeini(zuletzt, QStringLiteral("art%1").arg(i + 1), settings.recentkinds.value(recent), settings.file())
                   && written;
+    }
     return written;
 }
 

@@ -2,6 +2,7 @@
 
 #include "platform/registry.h"
 
+#include <QHash>
 #include <QString>
 #include <QStringList>
 #include <array>
@@ -43,6 +44,10 @@ struct Settings {
     // The files opened or imported last, newest first (keys "datei1" …
     // "datei8" of section "zuletzt").
     QStringList recentfiles;
+    // How a file of recentfiles came in when an import brought it, by the
+    // key of its format ("vereine"; key "art1" … beside "datei1" …); a file
+    // opened by its ending has none.
+    QHash<QString, QString> recentkinds;
 
     QString file() const { return programFolder + QStringLiteral("/zorboeditor.ini"); }
     QString dbpfad() const { return programFolder + QStringLiteral("/zorbo.mdb"); }
@@ -68,8 +73,9 @@ bool writetrikotsatz(const Settings &settings);
 bool writelastfolder(Settings &settings, FileKind kind, const QString &file);
 
 // Puts a file opened or imported at the top of the files opened last, in
-// settings and in the settings file; false when the file can't be written.
-bool writerecentfile(Settings &settings, const QString &file);
+// settings and in the settings file, with the format an import read it in
+// (empty for a file opened by its ending); false when the file can't be written.
+bool writerecentfile(Settings &settings, const QString &file, const QString &kind = {});
 inline constexpr int recentfilecount = 8;
 
 // The game's registry key and value.

@@ -115,8 +115,9 @@ private:
             def = player && upper == QLatin1String("RUECKENNUMMER") ? QStringLiteral("1") : QStringLiteral("0");
         else if (upper.startsWith(QLatin1String("F_")))
             def = QStringLiteral("0,0,0");
-        const QString text = trimspaces(raw ? *raw : def);
         if (column.isText()) {
+            // A text as the file has it: colour texts begin with blanks (" 48, 48, 48").
+            const QString text = m_profile.rawvalue(section, key).value_or(def);
             if (const QString problem = lengthproblem(column.name, text.size()); !problem.isEmpty())
                 throw Fault(QStringLiteral("%1: [%2] %3: %4.").arg(where(section, key), section, key, problem),
                             place(section, key, problem + QLatin1Char('.')));
@@ -124,6 +125,7 @@ private:
                 ++m_kept;
             return text;
         }
+        const QString text = trimspaces(raw ? *raw : def);
         if (text.isEmpty())
             return QVariant(); // an empty value is how a Null went out
         // Both decimal signs: files of German systems write a comma.

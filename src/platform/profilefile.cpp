@@ -188,4 +188,13 @@ std::optional<QString> ProfileFile::value(const QString &section, const QString 
     return (quoted ? v.mid(1, v.size() - 2) : v).left(valueLimit);
 }
 
+std::optional<QString> ProfileFile::rawvalue(const QString &section, const QString &key) const
+{
+    const int entry = findEntry(section, key);
+    if (entry < 0)
+        return std::nullopt;
+    const Line &line = m_lines[size_t(entry)];
+    return line.hasValue ? line.text.mid(line.text.indexOf(QLatin1Char('=')) + 1) : QString();
+}
+
 } // namespace zorbo

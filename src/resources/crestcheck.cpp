@@ -15,20 +15,6 @@ namespace zorbo {
 
 namespace {
 
-struct Archive {
-    ResArchive bytes;
-    ResHeader header;
-    QList<ResEntry> entries;
-    bool ok = false;
-};
-
-Archive parse(const QString &file, const QByteArray &data)
-{
-    Archive a;
-    a.bytes = ResArchive{file, data};
-    a.ok = readresheader(a.bytes, a.header).ok && readresdir(a.bytes, a.header, a.entries).ok;
-    return a;
-}
 
 QString hexbytes(QByteArrayView bytes)
 {
@@ -97,15 +83,10 @@ void comparecrest(const QString &file, const QString &name, const QByteArray &ga
 // pictures) are left out here too; the archive is packed as the export packs.
 Result roundtripcrests(const QString &path, const QString &defaultGfp, const QString &out, const Progress &progress)
 {
-    ResArchive archive;
-    ResHeader header;
-    QList<ResEntry> entries;
-    if (Result r = loadresarchive(path, archive); !r)
+    ResContents contents;
+    if (Result r = openresarchive(path, contents); !r)
         return r;
-    if (Result r = readresheader(archive, header); !r)
-        return r;
-    if (Result r = readresdir(archive, header, entries); !r)
-        return r;
+    const auto &[archive, header, entries] = contents;
     GfpHeader template_;
     QByteArray templatePixels;
     if (Result r = readgfp(defaultGfp, template_, templatePixels); !r)
@@ -141,8 +122,8 @@ QList<FileDifference> compareres(const QString &file, const QByteArray &game, co
     QList<FileDifference> out;
     if (game == ours)
         return out;
-    const Archive g = parse(file, game), o = parse(file, ours);
-    if (!g.ok || !o.ok) {
+    ResContents g{ResArchive{file, game}, {}, {}}, o{ResArchive{file, ours}, {}, {}};
+    if (!readresarchive(g) || !readresarchive(o)) {
         out << FileDifference{.file = file, .game = QStringLiteral("%1 Bytes").arg(game.size()),
                               .ours = QStringLiteral("%1 Bytes").arg(ours.size()),
                               .reason = QStringLiteral("das Archiv lässt sich nicht lesen")};
@@ -171,7 +152,7 @@ QList<FileDifference> compareres(const QString &file, const QByteArray &game, co
                                   .reason = QStringLiteral("ein Eintrag davor fehlt beim Editor")};
         ++listed;
         QByteArray gb, ob;
-        if (!resourcebytes(g.bytes, g.header, e, gb).ok || !resourcebytes(o.bytes, o.header, o.entries[*it], ob).ok)
+        if (!resourcebytes(g.archive, g.header, e, gb).ok || !resourcebytes(o.archive, o.header, o.entries[*it], ob).ok)
             continue;
         if (gb != ob)
             comparecrest(file, name, gb, ob, out);

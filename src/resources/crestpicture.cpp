@@ -1,12 +1,15 @@
 #include "resources/crestpicture.h"
 
+#include "platform/fileerror.h"
 #include "platform/safefile.h"
 #include "resources/crestfiles.h"
 #include "resources/crestswitch.h"
 #include "resources/pixels.h"
 #include "resources/tga.h"
 
+#include <QDateTime>
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
 #include <QHash>
 #include <QImageReader>
@@ -101,8 +104,48 @@ Result writecrestas(const QString &path, int number, const QImage &crest)
 
 } // namespace
 
-Result writecrest(const QString &wappenFolder, int number, const QImage &crest)
+Result keepreplacedcrest(const QString &wappenFolder, int number, const QByteArray &replacement, QString *kept)
 {
+    if (kept)
+        kept->clear();
+    QFile file(crestfile(wappenFolder, number));
+    if (!file.exists())
+        return Result::success();
+    const auto refused = [&](const QString &why) {
+        return Result::failure(QStringLiteral("Das bisherige Wappen %1 (%2) lässt sich nicht aufheben: %3. Es bleibt, "
+                                              "wie es ist.")
+                                   .arg(number)
+                                   .arg(QDir::toNativeSeparators(file.fileName()), why));
+    };
+    if (!file.open(QIODevice::ReadOnly))
+        return refused(fileerrortext(file));
+    const QByteArray old = file.readAll();
+    QFile fallback(wappenFolder + QStringLiteral("default.tga"));
+    if (old == replacement || (fallback.open(QIODevice::ReadOnly) && fallback.readAll() == old))
+        return Result::success();
+    const QString stamp = QDateTime::currentDateTime().toString(QStringLiteral("yyyyMMdd-hhmmss"));
+    QString name = QStringLiteral("ersetzt/vereins_wappen_%1_%2.tga").arg(number).arg(stamp);
+    for (int i = 2; QFileInfo::exists(wappenFolder + name); ++i)
+        name = QStringLiteral("ersetzt/vereins_wappen_%1_%2-%3.tga").arg(number).arg(stamp).arg(i);
+    if (!QDir().mkpath(wappenFolder + QStringLiteral("ersetzt")))
+        return refused(QStringLiteral("der Ordner %1 lässt sich nicht anlegen")
+                           .arg(QDir::toNativeSeparators(wappenFolder + QStringLiteral("ersetzt"))));
+    if (Result r = replacefile(wappenFolder + name, old); !r)
+        return refused(r.message);
+    if (kept)
+        *kept = name;
+    return Result::success();
+}
+
+QString keptwords(const QString &kept)
+{
+    return kept.isEmpty() ? QString() : QStringLiteral("; das bisherige Wappen liegt in %1").arg(QDir::toNativeSeparators(kept));
+}
+
+Result writecrest(const QString &wappenFolder, int number, const QImage &crest, QString *kept)
+{
+    if (Result r = keepreplacedcrest(wappenFolder, number, cresttga(crest), kept); !r)
+        return r;
     return writecrestas(crestfile(wappenFolder, number), number, crest);
 }
 
@@ -179,7 +222,12 @@ QList<PictureRunLine> crestsfrompictures(Database &db, const QList<PictureTarget
                                          const CrestPictureOptions &options, const Progress &progress)
 {
     QList<PictureRunLine> lines;
-    QList<std::pair<const PictureTarget *, QImage>> ready;
+    struct Ready {
+        const PictureTarget *target;
+        QImage crest;
+        qsizetype line;
+    };
+    QList<Ready> ready;
     for (qsizetype i = 0; i < targets.size(); ++i) {
         report(progress, i, targets.size());
         const PictureTarget &t = targets[i];
@@ -192,7 +240,7 @@ QList<PictureRunLine> crestsfrompictures(Database &db, const QList<PictureTarget
         } else if (Result r = loadpicture(t.picture, picture); !r) {
             line.text = r.message;
         } else {
-            ready.append({&t, crestpicture(picture, options)});
+            ready.append({&t, crestpicture(picture, options), lines.size()});
             line.done = true;
             line.text = t.newCrest ? QStringLiteral("Wappen %1 für „%2“ geschrieben, der Verein trägt jetzt Wappen %1")
                                          .arg(t.crest)
@@ -202,7 +250,7 @@ QList<PictureRunLine> crestsfrompictures(Database &db, const QList<PictureTarget
         lines << line;
     }
     report(progress, targets.size(), targets.size());
-    for (const auto &[t, crest] : ready) {
+    for (const auto &[t, crest, line] : ready) {
         if (t->newCrest)
             setcrestnumber(db, t->team, t->crest);
     }
@@ -212,10 +260,17 @@ QList<PictureRunLine> crestsfrompictures(Database &db, const QList<PictureTarget
         CrestSwitch change(wappenFolder);
         if (Result r = change.begin(); !r)
             throw Fault(r.message);
-        for (const auto &[t, crest] : ready) {
+        for (const auto &[t, crest, line] : ready) {
             const QString name = QFileInfo(crestfile(wappenFolder, t->crest)).fileName();
             if (Result r = writecrestas(change.staging() + name, t->crest, crest); !r)
                 throw Fault(r.message);
+        }
+        // Only once every new crest is staged, so that a failed run keeps nothing.
+        for (const auto &[t, crest, line] : ready) {
+            QString kept;
+            if (Result r = keepreplacedcrest(wappenFolder, t->crest, cresttga(crest), &kept); !r)
+                throw Fault(r.message);
+            lines[line].text += keptwords(kept);
         }
         if (Result r = change.commit(); !r)
             throw Fault(r.message);

@@ -45,9 +45,21 @@ QImage crestpicture(const QImage &picture, const CrestPictureOptions &options);
 // the form the crest import writes and the crest export packs unchanged.
 QByteArray cresttga(const QImage &crest);
 
+// Before crest n's file is replaced by replacement: the history keeps crest
+// numbers, not pictures, so a picture of the crest's own (not the default
+// crest's copy, not the same bytes) is kept first as
+// ersetzt/vereins_wappen_<n>_<time>.tga in the wappen folder. *kept (when
+// given) receives that name, empty when nothing needed keeping. Fails, and
+// the crest must not be replaced, when the picture can't be kept.
+Result keepreplacedcrest(const QString &wappenFolder, int number, const QByteArray &replacement, QString *kept = nullptr);
+// The words for a kept picture in a closing message: "; das bisherige Wappen
+// liegt in ersetzt/…", empty for none.
+QString keptwords(const QString &kept);
+
 // Writes crest n of the wappen folder (ending in '/') from a picture,
-// replacing the file at once when complete.
-Result writecrest(const QString &wappenFolder, int number, const QImage &crest);
+// replacing the file at once when complete; the picture it replaces is kept
+// first (keepreplacedcrest).
+Result writecrest(const QString &wappenFolder, int number, const QImage &crest, QString *kept = nullptr);
 
 // Of a folder of pictures named by club number ("17.png") or club name
 // ("FC Köln.jpg"), which club each means.
@@ -80,6 +92,7 @@ struct PictureRunLine {
 // picture while converting; the files are written only after the last, so a
 // stop changes nothing. The crests come in all together or not at all: a
 // file that can't be written fails the run (Fault) and leaves every crest.
+// Pictures of their own that crests held are kept (keepreplacedcrest).
 QList<PictureRunLine> crestsfrompictures(Database &db, const QList<PictureTarget> &targets, const QString &wappenFolder,
                                          const CrestPictureOptions &options, const Progress &progress = {});
 

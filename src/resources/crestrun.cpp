@@ -43,15 +43,10 @@ CrestRunReport importcrests(const QString &archivePath, const QString &wappenFol
                             const CrestImportOptions &options)
 {
     CrestRunReport run;
-    ResArchive archive;
-    ResHeader header;
-    QList<ResEntry> entries;
-    if (Result r = loadresarchive(archivePath, archive); !r)
+    ResContents contents;
+    if (Result r = openresarchive(archivePath, contents); !r)
         return stopped(r);
-    if (Result r = readresheader(archive, header); !r)
-        return stopped(r);
-    if (Result r = readresdir(archive, header, entries); !r)
-        return stopped(r);
+    const auto &[archive, header, entries] = contents;
     if (!QDir().mkpath(wappenFolder))
         return stopped(Result::failure(QStringLiteral("Der Ordner %1 lässt sich nicht anlegen.").arg(wappenFolder)));
     // The crests go to staging first and replace the folder's all at once.

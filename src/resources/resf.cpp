@@ -71,6 +71,20 @@ Result readresdir(const ResArchive &archive, const ResHeader &header, QList<ResE
     return Result::success();
 }
 
+Result openresarchive(const QString &path, ResContents &contents)
+{
+    if (Result r = loadresarchive(path, contents.archive); !r)
+        return r;
+    return readresarchive(contents);
+}
+
+Result readresarchive(ResContents &contents)
+{
+    if (Result r = readresheader(contents.archive, contents.header); !r)
+        return r;
+    return readresdir(contents.archive, contents.header, contents.entries);
+}
+
 QString badnamereason(const QByteArray &name)
 {
     if (name.isEmpty())

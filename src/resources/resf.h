@@ -45,6 +45,18 @@ Result readresheader(const ResArchive &archive, ResHeader &header);
 // The directory; offsets are checked per entry when a resource is taken.
 Result readresdir(const ResArchive &archive, const ResHeader &header, QList<ResEntry> &entries);
 
+// An archive read whole, with its header and directory checked.
+struct ResContents {
+    ResArchive archive;
+    ResHeader header;
+    QList<ResEntry> entries;
+};
+// Reads the archive at path and checks its header and directory; the
+// message of the first of them that fails.
+Result openresarchive(const QString &path, ResContents &contents);
+// Header and directory of contents.archive, already in memory.
+Result readresarchive(ResContents &contents);
+
 // A name that may become a file name: not empty, at most 255 bytes, no path
 // parts ('/', '\\', ':', ".."), no control characters and none of the
 // characters that Windows forbids in names. Empty result means acceptable.

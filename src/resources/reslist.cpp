@@ -7,15 +7,10 @@ namespace zorbo {
 
 Result listresf(const QString &path, QList<ResListing> &rows)
 {
-    ResArchive archive;
-    ResHeader header;
-    QList<ResEntry> entries;
-    if (Result r = loadresarchive(path, archive); !r)
+    ResContents contents;
+    if (Result r = openresarchive(path, contents); !r)
         return r;
-    if (Result r = readresheader(archive, header); !r)
-        return r;
-    if (Result r = readresdir(archive, header, entries); !r)
-        return r;
+    const auto &[archive, header, entries] = contents;
     rows.clear();
     for (int i = 0; i < int(entries.size()); ++i) {
         const ResEntry &e = entries[i];

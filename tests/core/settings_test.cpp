@@ -162,4 +162,23 @@ TEST(Settings, RecentFilesKeepTheEightNewestOnceAndOnlyWhatTheFileCanHold)
                                   dir.file("verein4.tea"),   dir.file("verein3.tea")};
     EXPECT_EQ(settings.recentfiles, expected);
     EXPECT_EQ(loadsettings(dir.path()).recentfiles, expected);
+
+    // An import keeps its format with the file; opened again by its ending,
+    // the file loses it.
+    EXPECT_TRUE(writerecentfile(settings, dir.file("verein3.tea"), "vereine"));
+    EXPECT_TRUE(writerecentfile(settings, dir.file("verein4.tea"), "spieler"));
+    EXPECT_TRUE(writerecentfile(settings, dir.file("verein4.tea")));
+    const QHash<QString, QString> kinds = {{dir.file("verein3.tea"), "vereine"}};
+    EXPECT_EQ(settings.recentkinds, kinds);
+    EXPECT_EQ(loadsettings(dir.path()).recentkinds, kinds);
+    EXPECT_EQ(loadsettings(dir.path()).recentfiles.mid(0, 2), (QStringList{dir.file("verein4.tea"), dir.file("verein3.tea")}));
+}
+
+TEST(Settings, RecentFilesWrittenBeforeImportsWereKeptStillRead)
+{
+    TempFolder dir;
+    ASSERT_TRUE(zorbo::test::writeBytes(dir.file("zorboeditor.ini"), "[zuletzt]\r\ndatei1=C:\\Spiel\\a.tea\r\ndatei2=/home/b.aet\r\n"));
+    const Settings settings = loadsettings(dir.path());
+    EXPECT_EQ(settings.recentfiles, (QStringList{"C:\\Spiel\\a.tea", "/home/b.aet"}));
+    EXPECT_TRUE(settings.recentkinds.isEmpty());
 }

@@ -137,6 +137,29 @@ TEST_F(Trust, ExportOverAChangedFileAsksWithoutADefault)
     EXPECT_NE(readBytes(file), theirs);
 }
 
+// A world whose database can't say whether the file changed asks too, and
+// says why; it doesn't take the file for unchanged.
+TEST_F(Trust, AWorldThatCannotTellAsksBeforeOverwriting)
+{
+    openwindow();
+    MainWindow &w = *window;
+    dialogs.file = dir.file("wa.res");
+    w.action("mnuexportitem(1)")->trigger();
+    const QByteArray theirs = readBytes(dialogs.file) + "x";
+    writeBytes(dialogs.file, theirs);
+    w.db()->exec("DROP TABLE spieldateien");
+    dialogs.asked.clear();
+    dialogs.choose_nodefault = 2; // Abbrechen
+    w.action("mnuexportitem(1)")->trigger();
+    ASSERT_EQ(dialogs.asked.size(), 2) << dialogs.asked.join('\n').toStdString(); // the file, then the question
+    const QString question = dialogs.asked.last();
+    EXPECT_TRUE(question.startsWith("Wappen|Ob die Datei " + QDir::toNativeSeparators(dialogs.file) + " seit "))
+        << question.toStdString();
+    EXPECT_TRUE(question.contains("Tabelle")) << "the database's failure is named: " << question.toStdString();
+    EXPECT_TRUE(question.endsWith("|Überschreiben/Erst vergleichen/Abbrechen|ohne Vorgabe")) << question.toStdString();
+    EXPECT_EQ(readBytes(dialogs.file), theirs);
+}
+
 TEST_F(Trust, TheQuestionHasNoDefaultButton)
 {
     Dialogs real;

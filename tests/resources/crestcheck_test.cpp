@@ -252,11 +252,56 @@ TEST(CrestPicture, AFolderRunThatFailsOnOneCrestLeavesEveryCrestAsItWas)
     EXPECT_EQ(readBytes(crestfile(wappen, 2)), "alt 2");
     EXPECT_EQ(QDir(wappen).entryList(QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden).size(), 2);
 
-    // With room, both come in.
-    EXPECT_EQ(crestsfrompictures(db, targets, wappen, {}, {}).size(), 2);
+    // With room, both come in, and the pictures they replace are kept (the
+    // history keeps only crest numbers).
+    const QList<PictureRunLine> lines = crestsfrompictures(db, targets, wappen, {}, {});
+    ASSERT_EQ(lines.size(), 2);
     EXPECT_EQ(readBytes(crestfile(wappen, 1)).size(), 18 + 64 * 32 * 3);
     EXPECT_EQ(readBytes(crestfile(wappen, 2)).size(), 18 + 64 * 64 * 3);
-    EXPECT_EQ(QDir(wappen).entryList(QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden).size(), 2);
+    const QStringList kept = QDir(wappen + "ersetzt").entryList(QDir::Files, QDir::Name);
+    ASSERT_EQ(kept.size(), 2);
+    EXPECT_TRUE(kept[0].startsWith("vereins_wappen_1_")) << kept[0].toStdString();
+    EXPECT_EQ(readBytes(wappen + "ersetzt/" + kept[0]), "alt 1");
+    EXPECT_EQ(readBytes(wappen + "ersetzt/" + kept[1]), "alt 2");
+    EXPECT_TRUE(lines[0].text.endsWith("das bisherige Wappen liegt in ersetzt/" + kept[0])) << lines[0].text.toStdString();
+}
+
+TEST(CrestPicture, AReplacedCrestPictureIsKeptUnlessItIsTheDefaultOrTheSame)
+{
+    TempFolder t;
+    const QString wappen = t.path() + "/wappen/";
+    QDir().mkpath(wappen);
+    writeBytes(wappen + "default.tga", "standard");
+    writeBytes(crestfile(wappen, 3), "standard"); // a copy of the default crest
+    writeBytes(crestfile(wappen, 4), "eigenes Bild");
+    QImage red(8, 8, QImage::Format_RGB32);
+    red.fill(Qt::red);
+    const QImage crest = crestpicture(red, {});
+    QString kept = "x";
+    ASSERT_TRUE(writecrest(wappen, 3, crest, &kept).ok);
+    EXPECT_TRUE(kept.isEmpty());
+    ASSERT_TRUE(writecrest(wappen, 3, crest, &kept).ok);
+    EXPECT_TRUE(kept.isEmpty()) << "the same picture again";
+    ASSERT_TRUE(writecrest(wappen, 4, crest, &kept).ok);
+    EXPECT_TRUE(kept.startsWith("ersetzt/vereins_wappen_4_")) << kept.toStdString();
+    EXPECT_EQ(readBytes(wappen + kept), "eigenes Bild");
+    // A second replacement in the same second keeps its picture beside the first.
+    writeBytes(crestfile(wappen, 4), "zweites Bild");
+    QString second;
+    ASSERT_TRUE(writecrest(wappen, 4, crest, &second).ok);
+    EXPECT_NE(second, kept);
+    EXPECT_EQ(readBytes(wappen + second), "zweites Bild");
+    EXPECT_EQ(QDir(wappen + "ersetzt").entryList(QDir::Files).size(), 2);
+
+    // A picture that can't be kept (a file stands where the folder would) is not replaced.
+    const QString blocked = t.path() + "/blockiert/";
+    QDir().mkpath(blocked);
+    writeBytes(blocked + "ersetzt", "");
+    writeBytes(crestfile(blocked, 5), "drittes Bild");
+    const Result refused = writecrest(blocked, 5, crest, &kept);
+    EXPECT_FALSE(refused.ok);
+    EXPECT_TRUE(refused.message.startsWith("Das bisherige Wappen 5 (")) << refused.message.toStdString();
+    EXPECT_EQ(readBytes(crestfile(blocked, 5)), "drittes Bild");
 }
 
 TEST(CrestPicture, WebpWhenThePluginIsThere)

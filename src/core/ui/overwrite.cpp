@@ -5,22 +5,30 @@
 #include "core/ui/shell.h"
 #include "platform/dberror.h"
 
+#include <QDir>
+#include <QFileInfo>
+
 namespace zorbo {
 
 bool mayoverwrite(Shell &shell, const QString &title, const QString &file)
 {
-    QDateTime when;
+    QString why;
     try {
+        QDateTime when;
         if (!shell.db() || !changedsince(*shell.db(), file, &when))
             return true;
-    } catch (const DbError &) {
-        return true; // a world that can't tell asks nothing
+        why = changedwords(file, when)
+              + QStringLiteral("\n\nEin anderes Programm, ein Patch des Spiels oder ein zweiter Editor hat sie geschrieben.");
+    } catch (const DbError &e) {
+        // A world that can't tell is no sign that the file is unchanged.
+        if (!QFileInfo(file).isFile())
+            return true;
+        why = QStringLiteral("Ob die Datei %1 seit dem letzten Import oder Export des Editors geändert wurde, lässt sich "
+                             "nicht feststellen: %2")
+                  .arg(QDir::toNativeSeparators(file), e.text());
     }
     const int answer = shell.dialogs().choosenodefault(
-        shell.window(), title,
-        changedwords(file, when)
-            + QStringLiteral("\n\nEin anderes Programm, ein Patch des Spiels oder ein zweiter Editor hat sie geschrieben. "
-                             "Soll der Export sie überschreiben?"),
+        shell.window(), title, why + QStringLiteral(" Soll der Export sie überschreiben?"),
         {QStringLiteral("Überschreiben"), QStringLiteral("Erst vergleichen"), QStringLiteral("Abbrechen")});
     if (answer == 1)
         shell.comparegamefile(file);

@@ -62,7 +62,12 @@ void Shell::handlefile(const QString &suffix, std::function<void(const QString &
     m_openers.insert(suffix.toLower(), std::move(open));
 }
 
-bool Shell::openpath(const QString &file)
+void Shell::handleimport(const QString &kind, const QString &words, std::function<void(const QString &file)> import)
+{
+    m_imports.insert(kind, Import{words, std::move(import)});
+}
+
+bool Shell::openpath(const QString &file, const QString &kind)
 {
     const QFileInfo info(file);
     const QString shown = QDir::toNativeSeparators(info.absoluteFilePath());
@@ -70,8 +75,12 @@ bool Shell::openpath(const QString &file)
         dialogs().warning(window(), QStringLiteral("Öffnen"), QStringLiteral("Die Datei %1 gibt es nicht.").arg(shown));
         return false;
     }
-    const auto opener = m_openers.constFind(info.suffix().toLower());
-    if (opener == m_openers.cend()) {
+    std::function<void(const QString &)> open;
+    if (!kind.isEmpty())
+        open = m_imports.value(kind).run;
+    else
+        open = m_openers.value(info.suffix().toLower());
+    if (!open) {
         dialogs().warning(window(), QStringLiteral("Öffnen"),
                           QStringLiteral("Die Datei %1 kann der Zorbo Editor nicht öffnen: er kennt Teamdateien "
                                          "(.tea), Dateien des Anstoss Exporters (.aet, .lig, .lan) und "
@@ -81,8 +90,8 @@ bool Shell::openpath(const QString &file)
     }
     if (!db() || settle() == Settled::Cancelled)
         return false;
-    writerecentfile(settings(), info.absoluteFilePath());
-    (*opener)(info.absoluteFilePath());
+    writerecentfile(settings(), info.absoluteFilePath(), kind);
+    open(info.absoluteFilePath());
     return true;
 }
 

@@ -117,10 +117,17 @@ public:
     // list of files opened last): each subsystem names the endings it opens,
     // as "tea", and the work that opens a file of that kind.
     void handlefile(const QString &suffix, std::function<void(const QString &file)> open);
-    // Opens file by its ending, after asking about typing not saved yet;
-    // false, with a message that names the file, when it is missing or no
-    // subsystem opens its kind.
-    bool openpath(const QString &file);
+    // Imports that come back from that list: each subsystem names its
+    // formats by key, as "vereine", with the words the list shows beside the
+    // file ("Import Vereine") and the work that imports a file in that format.
+    void handleimport(const QString &kind, const QString &words, std::function<void(const QString &file)> import);
+    QString importwords(const QString &kind) const { return m_imports.value(kind).words; }
+    // An import of file in the format kind goes to the top of that list.
+    void rememberimport(const QString &file, const QString &kind) { writerecentfile(settings(), file, kind); }
+    // Opens file by its ending, or imports it in the format kind when one is
+    // given, after asking about typing not saved yet; false, with a message
+    // that names the file, when it is missing or nothing opens its kind.
+    bool openpath(const QString &file, const QString &kind = {});
     // Whether a subsystem opens files of file's ending.
     bool opens(const QString &file) const;
 
@@ -212,6 +219,11 @@ private:
     KitService m_kits;
     QList<Document *> m_documents;
     QHash<QString, std::function<void(const QString &)>> m_openers;
+    struct Import {
+        QString words;
+        std::function<void(const QString &)> run;
+    };
+    QHash<QString, Import> m_imports;
     QString m_shownkey;
     QString m_showntext;
 };

@@ -59,7 +59,13 @@ std::optional<FormatRun> read(Shell &shell, const QString &title, const QString 
     return run;
 }
 
-void importconfigfile(Shell &shell)
+void importconfigfile(Shell &shell, const FileFormat &format, const QString &file)
+{
+    if (const auto run = read(shell, QStringLiteral("Import"), format.reading, format, {file}))
+        tell(shell, QStringLiteral("Import"), *run);
+}
+
+void chooseconfigfile(Shell &shell)
 {
     if (!shell.db())
         return;
@@ -70,8 +76,9 @@ void importconfigfile(Shell &shell)
     if (file.isEmpty())
         return;
     const FileFormat &format = *configformats().value(filter, configformats().first());
-    if (const auto run = read(shell, QStringLiteral("Import"), format.reading, format, {file}))
-        tell(shell, QStringLiteral("Import"), *run);
+    // "Zuletzt geöffnet" brings it back in the same format, whatever its name.
+    shell.rememberimport(file, format.key);
+    importconfigfile(shell, format, file);
 }
 
 // Before an export: the world's problems. False when the user would rather
@@ -196,7 +203,12 @@ void installexchange(Shell &shell)
     shell.handle(QStringLiteral("mnudateiitem(1)"), [&shell] { chooseteamfile(shell); });
     shell.handlefile(QStringLiteral("tea"), [&shell](const QString &file) { openteamfile(shell, file); });
     shell.handle(QStringLiteral("mnudateiitem(2)"), [&shell] { saveteamfile(shell); });
-    shell.handle(QStringLiteral("mnuimportitem(0)"), [&shell] { importconfigfile(shell); });
+    shell.handle(QStringLiteral("mnuimportitem(0)"), [&shell] { chooseconfigfile(shell); });
+    for (const FileFormat *format : configformats()) {
+        const QString words = format->key == QLatin1String("vereine") ? QStringLiteral("Import Vereine")
+                                                                       : QStringLiteral("Import Spieler");
+        shell.handleimport(format->key, words, [&shell, format](const QString &file) { importconfigfile(shell, *format, file); });
+    }
     shell.handle(QStringLiteral("mnuexportitem(0)"), [&shell] { exportconfigfile(shell); });
     // A team file is saved from a stored club on show.
     const auto followshown = [&shell](const QString &key) {

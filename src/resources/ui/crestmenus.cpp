@@ -22,17 +22,10 @@ const FileFormat &crestarchive()
     return *resourceformat(QStringLiteral("wappen"));
 }
 
-// Reads or writes the archive the user picks, beside the game's own.
-std::optional<FormatRun> crestrun(Shell &shell, bool read)
+// The outcome of a run of the archive, told as the crest runs tell it.
+FormatRun crestrun(Shell &shell, bool read, const QString &file)
 {
     const FileFormat &format = crestarchive();
-    const QString title = read ? QStringLiteral("Importieren Wappen...") : QStringLiteral("Exportiere Wappen...");
-    const QString start = shell.settings().folder(ZorboresFolder) + QStringLiteral("wa.res");
-    int filter = 0;
-    const QString file = read ? shell.openfile(FileKind::Game, title, start, {format.filter()}, &filter)
-                              : shell.savefile(FileKind::Game, title, start, {format.filter()}, &filter);
-    if (file.isEmpty() || (!read && !mayoverwrite(shell, QStringLiteral("Wappen"), file)))
-        return std::nullopt;
     FormatRun run;
     {
         const auto busy = shell.busy(read ? format.reading : format.writing);
@@ -45,23 +38,49 @@ std::optional<FormatRun> crestrun(Shell &shell, bool read)
     return run;
 }
 
-void importcrests(Shell &shell)
+// The archive the user picks, beside the game's own; empty when cancelled.
+QString crestfile(Shell &shell, bool read)
 {
-    const std::optional<FormatRun> run = crestrun(shell, true);
+    const QString title = read ? QStringLiteral("Importieren Wappen...") : QStringLiteral("Exportiere Wappen...");
+    const QString start = shell.settings().folder(ZorboresFolder) + QStringLiteral("wa.res");
+    int filter = 0;
+    return read ? shell.openfile(FileKind::Game, title, start, {crestarchive().filter()}, &filter)
+                : shell.savefile(FileKind::Game, title, start, {crestarchive().filter()}, &filter);
+}
+
+void exportcrests(Shell &shell)
+{
+    const QString file = crestfile(shell, false);
+    if (!file.isEmpty() && mayoverwrite(shell, QStringLiteral("Wappen"), file))
+        crestrun(shell, false, file);
+}
+
+void importcrests(Shell &shell, const QString &file)
+{
+    const FormatRun run = crestrun(shell, true, file);
     // An export packs the crests of wa.lst only; the user's list is
     // changed only when asked.
-    if (run && run->ok() && !run->unlisted.isEmpty()
+    if (run.ok() && !run.unlisted.isEmpty()
         && shell.dialogs().question(shell.window(), QStringLiteral("Wappen"),
                                     QStringLiteral("%1 Wappen des Archivs fehlen in wa.lst und blieben beim Export draußen. "
                                                    "Sollen sie in wa.lst aufgenommen werden?")
-                                        .arg(run->unlisted.size()))) {
+                                        .arg(run.unlisted.size()))) {
         int added = 0;
-        const Result listed = addtocrestlist(shell.settings().folder(WappenFolder), run->unlisted, &added);
+        const Result listed = addtocrestlist(shell.settings().folder(WappenFolder), run.unlisted, &added);
         if (listed)
             shell.status(QStringLiteral("%1 Wappen in wa.lst aufgenommen.").arg(added));
         else
             shell.dialogs().warning(shell.window(), QStringLiteral("Wappen"), listed.message);
     }
+}
+
+void choosecrestarchive(Shell &shell)
+{
+    const QString file = crestfile(shell, true);
+    if (file.isEmpty())
+        return;
+    shell.rememberimport(file, crestarchive().key);
+    importcrests(shell, file);
 }
 
 void copykitset(Shell &shell)
@@ -125,8 +144,10 @@ void installresources(Shell &shell)
                     .toInt();
         crestfrompicture(shell, n);
     });
-    shell.handle(QStringLiteral("mnuimportitem(1)"), [&shell] { importcrests(shell); });
-    shell.handle(QStringLiteral("mnuexportitem(1)"), [&shell] { crestrun(shell, false); });
+    shell.handle(QStringLiteral("mnuimportitem(1)"), [&shell] { choosecrestarchive(shell); });
+    shell.handleimport(crestarchive().key, QStringLiteral("Import Wappen"),
+                       [&shell](const QString &file) { importcrests(shell, file); });
+    shell.handle(QStringLiteral("mnuexportitem(1)"), [&shell] { exportcrests(shell); });
     shell.handle(QStringLiteral("mnuoptionenitem(2)"), [&shell] { copykitset(shell); });
     CrestService crests;
     crests.image = [&shell](int n) {

@@ -206,27 +206,28 @@ bool CrestPictureWindow::write()
     const QString wappen = m_shell.settings().folder(WappenFolder);
     const QString file = QFileInfo(crestfile(wappen, n)).fileName();
     Result r;
+    QString kept;
     if (m_wear->isChecked() && m_team >= 0) {
         // The club's number and the file in one step; the file goes last, so
         // a refused step leaves it as it was.
         r = m_shell.run(
             [&](Database &db) {
                 setcrestnumber(db, m_team, n);
-                return writecrest(wappen, n, m_crest);
+                return writecrest(wappen, n, m_crest, &kept);
             },
             {},
             Step{QStringLiteral("Wappen %1 aus Bild %2 für „%3“ (%4 geschrieben)")
                      .arg(n)
                      .arg(QFileInfo(m_path).fileName(), m_teamName, file)});
     } else {
-        r = writecrest(wappen, n, m_crest);
+        r = writecrest(wappen, n, m_crest, &kept);
     }
     if (!r) {
         m_shell.dialogs().warning(this, windowTitle(), r.message);
         return false;
     }
     m_written = n;
-    m_shell.status(QStringLiteral("%1 aus %2 geschrieben.").arg(file, QFileInfo(m_path).fileName()));
+    m_shell.status(QStringLiteral("%1 aus %2 geschrieben%3.").arg(file, QFileInfo(m_path).fileName(), keptwords(kept)));
     return true;
 }
 
