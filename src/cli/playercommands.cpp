@@ -73,7 +73,7 @@ int list(Context &ctx)
     const std::unique_ptr<World> world = ctx.openexistingworld();
     if (!world)
         return 1;
-    SearchIndex index(*world);
+    SearchIndex &index = SearchIndex::of(*world);
     PlayerQuery query(*world, index);
     query.setfilter(filter);
     const QList<PlayerRow> rows = query.rows(0, int(query.count()));
@@ -122,7 +122,7 @@ int set(Context &ctx)
     const std::unique_ptr<World> world = ctx.openexistingworld();
     if (!world)
         return 1;
-    SearchIndex index(*world);
+    SearchIndex &index = SearchIndex::of(*world);
     PlayerQuery query(*world, index);
     query.setfilter(filter);
     const QList<qint64> players = query.numbers();
@@ -145,7 +145,7 @@ int exportcsv(Context &ctx)
     const std::unique_ptr<World> world = ctx.openexistingworld();
     if (!world)
         return 1;
-    SearchIndex index(*world);
+    SearchIndex &index = SearchIndex::of(*world);
     PlayerQuery query(*world, index);
     query.setfilter(filter);
     return finish(ctx, exportplayercsv(*world->db(), query.numbers(), ctx.args[0]));

@@ -1,0 +1,178 @@
+#include "core/playerrank.h"
+
+#include "platform/germanorder.h"
+
+namespace zorbo {
+
+namespace {
+
+// The distance between neighbours when the table is built: sixteen
+// players fit between any two before it is built anew.
+constexpr qint64 spacing = 1 << 16;
+// More players to place than this, and building all anew is quicker.
+constexpr int rowsForRebuild = 2000;
+
+// A player's place as the order compares it; Null names come first, as
+// SQLite sorts them.
+struct Key {
+    QVariant name, vorname;
+    qint64 frei = 0, nummer = 0;
+};
+
+int comparetext(const QVariant &a, const QVariant &b)
+{
+    if (a.isNull() || b.isNull())
+        return int(b.isNull()) - int(a.isNull());
+    return germancompare(a.toString(), b.toString());
+}
+
+int comparekeys(const Key &a, const Key &b)
+{
+    if (const int c = comparetext(a.name, b.name))
+        return c;
+    if (const int c = comparetext(a.vorname, b.vorname))
+        return c;
+    if (a.frei != b.frei)
+        return a.frei < b.frei ? -1 : 1;
+    return a.nummer < b.nummer ? -1 : a.nummer > b.nummer ? 1 : 0;
+}
+
+const char *const players =
+    "SELECT 0 AS frei, NUMMER AS nummer, NAME AS name, VORNAME AS vorname FROM spieler "
+    "UNION ALL SELECT 1, id, name, vorname FROM a4spieler";
+// The text a filter looks through, as the search folds it.
+const char *const folded = "suchtext(coalesce(vorname, '') || ' ' || coalesce(name, ''))";
+
+} // namespace
+
+PlayerRank::PlayerRank(Database &db) : m_db(db)
+{
+    m_db.exec(QStringLiteral(
+        "CREATE TEMP TABLE IF NOT EXISTS suche_rang (frei INTEGER NOT NULL, nummer INTEGER NOT NULL, rang INTEGER NOT NULL, "
+        "name TEXT, vorname TEXT, text TEXT, PRIMARY KEY (frei, nummer)) WITHOUT ROWID;"
+        "CREATE UNIQUE INDEX IF NOT EXISTS temp.suche_rang_rang ON suche_rang (rang);"));
+}
+
+void PlayerRank::update(const Change &change)
+{
+    if (!m_built)
+        return;
+    if (change.everything || change.tables.contains(QStringLiteral("a4spieler")) || m_told.size() + change.players.size() > rowsForRebuild)
+        m_check = true;
+    else if (change.tables.contains(QStringLiteral("spieler")))
+        m_told.unite(change.players);
+}
+
+void PlayerRank::build()
+{
+    m_db.exec(QStringLiteral("DELETE FROM temp.suche_rang;"
+                             "INSERT INTO temp.suche_rang (frei, nummer, name, vorname, text, rang) "
+                             "SELECT frei, nummer, name, vorname, %3, row_number() OVER "
+                             "(ORDER BY name COLLATE deutsch, vorname COLLATE deutsch, frei, nummer) * %1 FROM (%2)")
+                  .arg(spacing)
+                  .arg(QLatin1String(players), QLatin1String(folded)));
+    m_built = true;
+    m_check = false;
+    m_told.clear();
+}
+
+void PlayerRank::ensure()
+{
+    if (m_built && !m_check && m_told.isEmpty())
+        return;
+    Transaction tx(m_db);
+    if (!m_built) {
+        build();
+        tx.commit();
+        return;
+    }
+    // The players whose row is missing, left over or placed under another name.
+    QList<QPair<int, qint64>> moved;
+    if (m_check) {
+        Statement st = m_db.prepare(QStringLiteral(
+            "SELECT p.frei, p.nummer FROM (%1) p LEFT JOIN temp.suche_rang r ON r.frei = p.frei AND r.nummer = p.nummer "
+            "WHERE r.nummer IS NULL OR p.name IS NOT r.name COLLATE BINARY OR p.vorname IS NOT r.vorname COLLATE BINARY "
+            "UNION ALL SELECT frei, nummer FROM temp.suche_rang r WHERE NOT EXISTS "
+            "(SELECT 1 FROM spieler WHERE r.frei = 0 AND NUMMER = r.nummer UNION ALL SELECT 1 FROM a4spieler WHERE r.frei = 1 AND id = r.nummer)")
+                                        .arg(QLatin1String(players)));
+        while (st.step() && moved.size() <= rowsForRebuild)
+            moved.append({int(st.integer(0)), st.integer(1)});
+    } else {
+        Statement st = m_db.prepare(QStringLiteral(
+            "SELECT (s.NUMMER IS NULL) <> (r.nummer IS NULL) OR s.NAME IS NOT r.name COLLATE BINARY "
+            "OR s.VORNAME IS NOT r.vorname COLLATE BINARY FROM (SELECT ?1 AS n) x LEFT JOIN spieler s ON s.NUMMER = x.n "
+            "LEFT JOIN temp.suche_rang r ON r.frei = 0 AND r.nummer = x.n"));
+        for (qint64 n : std::as_const(m_told)) {
+            st.bind(1, n);
+            if (st.step() && st.integer(0))
+                moved.append({0, n});
+            st.reset();
+        }
+    }
+    m_check = false;
+    m_told.clear();
+    if (moved.size() > rowsForRebuild) {
+        build();
+        tx.commit();
+        return;
+    }
+    Statement drop = m_db.prepare(QStringLiteral("DELETE FROM temp.suche_rang WHERE frei = ?1 AND nummer = ?2"));
+    for (const auto &m : std::as_const(moved))
+        drop.bindAll(m.first, m.second).exec();
+    for (const auto &m : std::as_const(moved)) {
+        if (!place(m.first, m.second)) {
+            build();
+            break;
+        }
+    }
+    tx.commit();
+}
+
+// Puts one player between his neighbours in the order, by halving the
+// range of places; false when they stand too close for him.
+bool PlayerRank::place(int frei, qint64 nummer)
+{
+    Statement cur = m_db.prepare(frei ? QStringLiteral("SELECT name, vorname FROM a4spieler WHERE id = ?1")
+                                      : QStringLiteral("SELECT NAME, VORNAME FROM spieler WHERE NUMMER = ?1"));
+    cur.bind(1, nummer);
+    if (!cur.step())
+        return true;
+    const Key key{cur.value(0), cur.value(1), frei, nummer};
+
+    Statement ends = m_db.prepare(QStringLiteral("SELECT min(rang), max(rang) FROM temp.suche_rang"));
+    ends.step();
+    qint64 rang = 0;
+    if (!ends.isNull(0)) {
+        // Every row at or below lo comes before the player, every row at
+        // or above hi after him.
+        qint64 lo = ends.integer(0) - 1, hi = ends.integer(1) + 1;
+        Statement probe = m_db.prepare(QStringLiteral(
+            "SELECT rang, name, vorname, frei, nummer FROM temp.suche_rang WHERE rang >= ?1 AND rang < ?2 ORDER BY rang LIMIT 1"));
+        while (hi - lo > 1) {
+            const qint64 mid = lo + (hi - lo) / 2;
+            probe.bindAll(mid, hi);
+            if (probe.step() && comparekeys({probe.value(1), probe.value(2), probe.integer(3), probe.integer(4)}, key) < 0)
+                lo = probe.integer(0);
+            else
+                hi = mid;
+            probe.reset();
+        }
+        const QVariant before = m_db.scalar(QStringLiteral("SELECT max(rang) FROM temp.suche_rang WHERE rang <= ?1"), lo);
+        const QVariant after = m_db.scalar(QStringLiteral("SELECT min(rang) FROM temp.suche_rang WHERE rang >= ?1"), hi);
+        if (before.isNull())
+            rang = after.toLongLong() - spacing;
+        else if (after.isNull())
+            rang = before.toLongLong() + spacing;
+        else if (after.toLongLong() - before.toLongLong() < 2)
+            return false;
+        else
+            rang = before.toLongLong() + (after.toLongLong() - before.toLongLong()) / 2;
+    }
+    m_db.run(QStringLiteral("INSERT INTO temp.suche_rang (frei, nummer, name, vorname, text, rang) "
+                            "SELECT ?1, ?2, ?3, ?4, %1, ?5 FROM (SELECT ?3 AS name, ?4 AS vorname)")
+                 .arg(QLatin1String(folded)),
+             frei, nummer, key.name, key.vorname, rang);
+    return true;
+}
+
+} // namespace zorbo
