@@ -188,6 +188,16 @@ TEST(PlayerList, FilterExpressionAndStars)
     EXPECT_EQ(parsefilter("sterne>=1,5;sterne<=3", &error)->staerkeVon, 3000);
     EXPECT_EQ(parsefilter("verein=Transfermarkt", &error)->verein, 0);
     EXPECT_EQ(parsefilter("verein=FC Köln", &error)->vereinName, "FC Köln");
+    // Values with ";" and quotes are kept whole; filters kept before stay as they were.
+    PlayerFilter odd;
+    odd.vereinName = "FC; Test";
+    odd.text = "\"Bola\"; Jr.";
+    odd.land = " Land ";
+    odd.position = 3;
+    EXPECT_EQ(parsefilter(filterexpression(odd), &error), odd) << filterexpression(odd).toStdString();
+    EXPECT_EQ(parsefilter("text=\"Bola; land=Brasilien", &error)->land, "Brasilien") << "an unclosed quote as before";
+    EXPECT_EQ(parsefilter("text=\"Bola; land=Brasilien", &error)->text, "\"Bola");
+    EXPECT_EQ(parsefilter("verein=Zé \"Bola\"; position=Sturm", &error)->vereinName, "Zé \"Bola\"");
 
     EXPECT_FALSE(parsefilter("farbe=rot", &error));
     EXPECT_TRUE(error.contains("farbe")) << error.toStdString();
