@@ -181,7 +181,7 @@ std::optional<QString> PlayerQuery::rankedfilter(QVariantList &values)
     plain.freie = m_filter.freie;
     if (!(m_filter == plain) || m_sortColumn != ListColumn::Name || !m_index.rankplayers())
         return std::nullopt;
-    QString cond = QStringLiteral("frei <= ?");
+    QString cond = QStringLiteral("+frei <= ?"); // a walk of the whole table, not of the index by player
     values << (m_filter.freie ? 1 : 0);
     const QString folded = searchfold(m_filter.text.trimmed());
     if (folded.size() >= 3) {
