@@ -61,7 +61,7 @@ TEST_F(PlayerListWalk, FilterSelectEditInBulkUndoAndOpenAPlayer)
     if (qEnvironmentVariableIsSet("ZORBO_SCREENSHOT_DIR")) {
         auto *dock = window->findChild<QDockWidget *>("dockspielerliste");
         dock->setFloating(true);
-        dock->resize(1150, 420);
+        dock->resize(1000, 560);
         QApplication::processEvents();
         zorbo::test::screenshot(dock, "spielerliste.png");
     }

@@ -105,8 +105,12 @@ PlayerListView::PlayerListView(Shell &shell, QWidget *parent) : QWidget(parent),
 
     // Two columns, so that the list fits beside the forms.
     auto *bar = new QGridLayout;
-    bar->addWidget(new QLabel(QStringLiteral("Suche:"), this), 0, 0);
-    bar->addWidget(m_text, 0, 1);
+    auto *search = new QHBoxLayout;
+    search->addWidget(new QLabel(QStringLiteral("Suche:"), this));
+    search->addWidget(m_text, 1);
+    bar->addLayout(search, 0, 0, 1, 2);
+    bar->setColumnStretch(0, 1);
+    bar->setColumnStretch(1, 1);
     bar->addWidget(m_land, 1, 0);
     bar->addWidget(m_kontinent, 1, 1);
     bar->addWidget(m_verein, 2, 0);
