@@ -121,4 +121,11 @@ TEST(Search, StaysCurrentWithEveryRun)
     });
     EXPECT_TRUE(index.find("kahn").isEmpty());
     EXPECT_FALSE(index.find("neuer").isEmpty());
+
+    // The world opens its file anew after compacting it: the index follows
+    // onto the new connection.
+    ASSERT_TRUE(w.world->closedwhile([](const QString &) { return Result::success(); }));
+    EXPECT_EQ(names(index.find("neuer").spieler), QStringList{"N. Neuer"});
+    EXPECT_TRUE(index.rankplayers());
+    EXPECT_EQ(w.world->db()->scalar("SELECT count(*) FROM temp.suche_rang").toInt(), 1);
 }
