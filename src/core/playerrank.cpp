@@ -3,6 +3,7 @@
 #include "core/search.h"
 #include "platform/germanorder.h"
 
+#include <QHash>
 #include <algorithm>
 #include <optional>
 
@@ -95,13 +96,20 @@ void PlayerRank::update(const Change &change)
 void PlayerRank::build()
 {
     std::vector<Sorted> all;
+    // First names repeat: each one's key is made once.
+    QHash<QString, QCollatorSortKey> firstNames;
     Statement st = m_db.prepare(QString::fromLatin1(players));
     while (st.step()) {
         Sorted s{st.value(2), st.value(3), {}, {}, st.integer(0), st.integer(1)};
         if (!s.name.isNull())
             s.nameKey = germansortkey(s.name.toString());
-        if (!s.vorname.isNull())
-            s.vornameKey = germansortkey(s.vorname.toString());
+        if (!s.vorname.isNull()) {
+            const QString vorname = s.vorname.toString();
+            auto known = firstNames.constFind(vorname);
+            if (known == firstNames.constEnd())
+                known = firstNames.insert(vorname, germansortkey(vorname));
+            s.vornameKey = *known;
+        }
         all.push_back(std::move(s));
     }
     std::sort(all.begin(), all.end(), [](const Sorted &a, const Sorted &b) {
