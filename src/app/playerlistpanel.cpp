@@ -35,15 +35,28 @@ PlayerListPanel *installplayerlist(Shell &shell)
 {
     auto *window = qobject_cast<QMainWindow *>(shell.window());
     auto *panel = new PlayerListPanel(shell, window);
-    if (window)
-        window->addDockWidget(Qt::BottomDockWidgetArea, panel);
+    if (window) {
+        // Beside the forms, a tab with the other panels: below them it
+        // would leave the squad grid a few rows.
+        window->addDockWidget(Qt::RightDockWidgetArea, panel);
+        for (QDockWidget *other : window->findChildren<QDockWidget *>(Qt::FindDirectChildrenOnly)) {
+            if (other != panel && window->dockWidgetArea(other) == Qt::RightDockWidgetArea) {
+                window->tabifyDockWidget(other, panel);
+                break;
+            }
+        }
+    }
     panel->hide();
-    shell.handle(QStringLiteral("mnubearbeitenitem(5)"), [panel] {
+    shell.handle(QStringLiteral("mnubearbeitenitem(5)"), [panel, window] {
         PlayerListView *view = panel->view();
         if (!view)
             return;
+        const bool first = panel->isHidden();
         panel->show();
         panel->raise();
+        // Wide enough for its columns, while the forms keep their room.
+        if (first && window)
+            window->resizeDocks({panel}, {window->width() / 2}, Qt::Horizontal);
         view->findChild<QLineEdit *>(QStringLiteral("txtfiltertext"))->setFocus();
     });
     return panel;

@@ -7,9 +7,9 @@ namespace zorbo {
 class PlayerListView;
 class Shell;
 
-// The dockable panel "Spielerliste" below the forms. Its list is made when
-// it is first asked for, on the world then open; a double click on a
-// player opens him in the main window.
+// The dockable panel "Spielerliste" beside the forms, a tab with the other
+// panels. Its list is made when it is first asked for, on the world then
+// open; a double click on a player opens him in the main window.
 class PlayerListPanel : public QDockWidget {
     Q_OBJECT
 

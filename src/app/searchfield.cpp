@@ -46,9 +46,7 @@ SearchField::~SearchField() = default;
 
 void SearchField::opened()
 {
-    m_index.reset();
-    if (m_shell.world())
-        m_index = std::make_unique<SearchIndex>(*m_shell.world());
+    m_index = m_shell.world() ? &SearchIndex::of(*m_shell.world()) : nullptr;
 }
 
 void SearchField::typed(const QString &text)

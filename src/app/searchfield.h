@@ -3,6 +3,7 @@
 #include "core/search.h"
 
 #include <QLineEdit>
+#include <QPointer>
 #include <memory>
 
 class QTreeWidget;
@@ -38,7 +39,7 @@ private:
     void move(int step);
 
     Shell &m_shell;
-    std::unique_ptr<SearchIndex> m_index;
+    QPointer<SearchIndex> m_index;
     QTreeWidget *m_popup;
 };
 

@@ -38,23 +38,46 @@ void printchanges(Context &ctx, const QList<PlayerChange> &changes)
     }
 }
 
-// The filter of --filter, or none; false (and the fault told) when it can't be read.
-bool takefilter(Context &ctx, PlayerFilter &filter, bool *given = nullptr)
+// The filter of --filter, all players without one; nothing (and the fault
+// told) when it can't be read, or is missing where requiredBy needs it.
+std::optional<PlayerFilter> takefilter(Context &ctx, const char *requiredBy = nullptr)
 {
-    const bool present = ctx.args.contains(QStringLiteral("--filter"));
-    if (given)
-        *given = present;
-    if (!present)
-        return true;
-    const QString expression = ctx.takeOption(QStringLiteral("--filter"));
-    QString error;
-    const std::optional<PlayerFilter> f = parsefilter(expression, &error);
-    if (!f) {
-        ctx.fail(error);
-        return false;
+    if (!ctx.args.contains(QStringLiteral("--filter"))) {
+        if (!requiredBy)
+            return PlayerFilter();
+        ctx.fail(QStringLiteral("»players %1« braucht --filter (--filter \"\" für alle Spieler).").arg(QLatin1String(requiredBy)));
+        return std::nullopt;
     }
-    filter = *f;
-    return true;
+    QString error;
+    const std::optional<PlayerFilter> f = parsefilter(ctx.takeOption(QStringLiteral("--filter")), &error);
+    if (!f)
+        ctx.fail(error);
+    return f;
+}
+
+// True when the arguments left are one file; else the fault told.
+bool onefile(Context &ctx, const char *command)
+{
+    if (ctx.args.size() == 1)
+        return true;
+    ctx.fail(QStringLiteral("»players %1« braucht eine Datei.").arg(QLatin1String(command)));
+    return false;
+}
+
+// The world, opened once the arguments are read, with the list on the filter.
+struct Listed {
+    std::unique_ptr<World> world;
+    std::unique_ptr<PlayerQuery> query;
+};
+
+Listed openlisted(Context &ctx, const PlayerFilter &filter)
+{
+    Listed l{ctx.openexistingworld(), nullptr};
+    if (l.world) {
+        l.query = std::make_unique<PlayerQuery>(*l.world, SearchIndex::of(*l.world));
+        l.query->setfilter(filter);
+    }
+    return l;
 }
 
 QJsonValue json(const QVariant &v)
@@ -64,18 +87,16 @@ QJsonValue json(const QVariant &v)
 
 int list(Context &ctx)
 {
-    PlayerFilter filter;
-    if (!takefilter(ctx, filter))
+    const std::optional<PlayerFilter> filter = takefilter(ctx);
+    if (!filter)
         return 1;
     const bool asJson = takeflag(ctx, "--json");
     if (!ctx.args.isEmpty())
         return ctx.fail(QStringLiteral("Unbekannte Argumente: %1\n").arg(ctx.args.join(QLatin1Char(' '))) + usageText);
-    const std::unique_ptr<World> world = ctx.openexistingworld();
-    if (!world)
+    const Listed listed = openlisted(ctx, *filter);
+    if (!listed.world)
         return 1;
-    SearchIndex index(*world);
-    PlayerQuery query(*world, index);
-    query.setfilter(filter);
+    PlayerQuery &query = *listed.query;
     const QList<PlayerRow> rows = query.rows(0, int(query.count()));
     if (asJson) {
         QJsonArray all;
@@ -102,12 +123,9 @@ int list(Context &ctx)
 
 int set(Context &ctx)
 {
-    PlayerFilter filter;
-    bool given = false;
-    if (!takefilter(ctx, filter, &given))
+    const std::optional<PlayerFilter> filter = takefilter(ctx, "set");
+    if (!filter)
         return 1;
-    if (!given)
-        return ctx.fail(QStringLiteral("»players set« braucht --filter (--filter \"\" für alle Spieler)."));
     const bool preview = takeflag(ctx, "--vorschau");
     QList<PlayerEdit> edits;
     for (const QString &a : ctx.args) {
@@ -119,13 +137,11 @@ int set(Context &ctx)
     }
     if (edits.isEmpty())
         return ctx.fail(QStringLiteral("»players set« braucht mindestens eine Änderung.\n") + usageText);
-    const std::unique_ptr<World> world = ctx.openexistingworld();
-    if (!world)
+    const Listed listed = openlisted(ctx, *filter);
+    if (!listed.world)
         return 1;
-    SearchIndex index(*world);
-    PlayerQuery query(*world, index);
-    query.setfilter(filter);
-    const QList<qint64> players = query.numbers();
+    World *world = listed.world.get();
+    const QList<qint64> players = listed.query->numbers();
     const FacePictures faces(world->settings().folder(GesichtFolder));
     const BulkEditResult r = preview
         ? world->run([&](Database &db) { return bulkedit(db, players, edits, faces, false, 20); }, QStringLiteral("Bearbeiten"))
@@ -137,18 +153,13 @@ int set(Context &ctx)
 
 int exportcsv(Context &ctx)
 {
-    PlayerFilter filter;
-    if (!takefilter(ctx, filter))
+    const std::optional<PlayerFilter> filter = takefilter(ctx);
+    if (!filter || !onefile(ctx, "export-csv"))
         return 1;
-    if (ctx.args.size() != 1)
-        return ctx.fail(QStringLiteral("»players export-csv« braucht eine Datei."));
-    const std::unique_ptr<World> world = ctx.openexistingworld();
-    if (!world)
+    const Listed listed = openlisted(ctx, *filter);
+    if (!listed.world)
         return 1;
-    SearchIndex index(*world);
-    PlayerQuery query(*world, index);
-    query.setfilter(filter);
-    return finish(ctx, exportplayercsv(*world->db(), query.numbers(), ctx.args[0]));
+    return finish(ctx, exportplayercsv(*listed.world->db(), listed.query->numbers(), ctx.args[0]));
 }
 
 int importcsv(Context &ctx)
@@ -158,8 +169,8 @@ int importcsv(Context &ctx)
     if (takeflag(ctx, "--cp1252"))
         options.encoding = FileEncoding::Cp1252;
     const bool preview = takeflag(ctx, "--vorschau");
-    if (ctx.args.size() != 1)
-        return ctx.fail(QStringLiteral("»players import-csv« braucht eine Datei."));
+    if (!onefile(ctx, "import-csv"))
+        return 1;
     const std::unique_ptr<World> world = ctx.openexistingworld();
     if (!world)
         return 1;

@@ -89,7 +89,7 @@ int find(Context &ctx)
     const std::unique_ptr<World> world = ctx.openexistingworld();
     if (!world)
         return 1;
-    SearchIndex index(*world);
+    SearchIndex &index = SearchIndex::of(*world);
     const SearchResult result = index.find(ctx.args.join(QLatin1Char(' ')));
     if (json) {
         ctx.printjson(QJsonObject{{QStringLiteral("laender"), hitsjson(result.laender)},

@@ -93,17 +93,42 @@ QString searchfold(const QString &text)
     return out;
 }
 
-SearchIndex::SearchIndex(World &world, QObject *parent) : QObject(parent), m_world(world)
+SearchIndex::SearchIndex(World &world) : QObject(&world), m_world(world)
 {
     connect(&world, &World::changed, this, &SearchIndex::update);
-    if (Database *db = world.db()) {
+    attach();
+}
+
+// The function and the tables live on the connection, which the world
+// opens anew after it had to close it (to compact the file).
+void SearchIndex::attach()
+{
+    m_rank.reset();
+    m_dirtyTeams = m_dirtyPlayers = true;
+    if (Database *db = m_world.db()) {
         sqlite3_create_function_v2(db->handle(), "suchtext", 1, SQLITE_UTF8 | SQLITE_DETERMINISTIC, nullptr, foldSql,
                                    nullptr, nullptr, nullptr);
         create(*db);
+        m_rank = std::make_unique<PlayerRank>(*db);
     }
 }
 
 SearchIndex::~SearchIndex() = default;
+
+SearchIndex &SearchIndex::of(World &world)
+{
+    if (auto *index = world.findChild<SearchIndex *>(QString(), Qt::FindDirectChildrenOnly))
+        return *index;
+    return *new SearchIndex(world);
+}
+
+bool SearchIndex::rankplayers()
+{
+    if (!m_rank)
+        return false;
+    m_rank->ensure();
+    return true;
+}
 
 void SearchIndex::rebuild()
 {
@@ -156,13 +181,14 @@ void SearchIndex::putplayers(const QList<qint64> &numbers)
 
 void SearchIndex::update(const Change &change)
 {
+    if (change.everything && change.tables.isEmpty()) {
+        attach();
+        return;
+    }
     Database *db = m_world.db();
     if (!db)
         return;
-    if (change.everything && change.tables.isEmpty()) {
-        m_dirtyTeams = m_dirtyPlayers = true;
-        return;
-    }
+    m_rank->update(change);
     // A run that cleared a table or changed many rows has its part built
     // anew, which is quicker than looking up the rows one by one. A table
     // cleared without a row told, and not filled again, shows as one whose

@@ -1,10 +1,12 @@
 #pragma once
 
+#include "core/playerrank.h"
 #include "core/world.h"
 
 #include <QList>
 #include <QObject>
 #include <QString>
+#include <memory>
 
 namespace zorbo {
 
@@ -35,14 +37,16 @@ struct SearchResult {
 // temporary tables of the world's connection (nothing goes into the file)
 // and brought up to date from the world's change notices. A text finds
 // every name that holds it anywhere, without regard to case and accents;
-// "#1234" finds the rows numbered 1234.
+// "#1234" finds the rows numbered 1234. One index serves a world: the
+// toolbar's search and the list of all players share it, so a change is
+// indexed once.
 class SearchIndex : public QObject {
     Q_OBJECT
 
 public:
-    // The index of the world's database (none when there is none), built at
-    // the first search.
-    explicit SearchIndex(World &world, QObject *parent = nullptr);
+    // The index of the world's database (none when there is none), made at
+    // the first call and living as long as the world; built at the first search.
+    static SearchIndex &of(World &world);
     ~SearchIndex() override;
 
     // Brings parts a large change left out of date up to date first.
@@ -56,13 +60,20 @@ public:
     // for which *value is to be bound; the index is brought up to date first.
     QString playercondition(const QString &column, const QString &text, QVariant *value);
 
+    // Brings temp.suche_rang (see PlayerRank) up to date, built at its first
+    // use; false without a database.
+    bool rankplayers();
+
 private:
+    explicit SearchIndex(World &world);
+    void attach();
     void update(const Change &change);
     void refresh();
     void putteams(const QList<qint64> &numbers);
     void putplayers(const QList<qint64> &numbers);
 
     World &m_world;
+    std::unique_ptr<PlayerRank> m_rank;
     // Parts that a large change left out of date, built at the next search.
     bool m_dirtyTeams = true;
     bool m_dirtyPlayers = true;

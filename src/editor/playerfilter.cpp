@@ -41,6 +41,55 @@ QString starstext(qint64 units)
     return negative ? QLatin1Char('-') + text : text;
 }
 
+namespace {
+
+// A term's value in double quotes keeps ";" and spaces, a quote inside
+// doubled: verein="FC ""Blau; Weiß""". Filters kept before values were
+// quoted have none, and read as they always did.
+QString quoted(const QString &value)
+{
+    if (!value.contains(QLatin1Char(';')) && !value.startsWith(QLatin1Char('"')) && value.trimmed() == value)
+        return value;
+    return QLatin1Char('"') + QString(value).replace(QLatin1Char('"'), QLatin1String("\"\"")) + QLatin1Char('"');
+}
+
+QString unquoted(const QString &value)
+{
+    static const QRegularExpression form(QStringLiteral("^\"((?:[^\"]|\"\")*)\"$"));
+    const QRegularExpressionMatch m = form.match(value);
+    return m.hasMatch() ? m.captured(1).replace(QLatin1String("\"\""), QLatin1String("\"")) : value;
+}
+
+// The terms between the ";" outside quoted values; an expression whose
+// quote is never closed splits at every ";", as before quoting.
+QStringList terms(const QString &expression)
+{
+    static const QRegularExpression valueStart(QStringLiteral("^\\s*[a-zäöüß]+\\s*(<=|>=|<|>|=)\\s*$"),
+                                               QRegularExpression::CaseInsensitiveOption);
+    QStringList out;
+    QString term;
+    bool inQuotes = false;
+    for (qsizetype i = 0; i < expression.size(); ++i) {
+        const QChar c = expression.at(i);
+        if (inQuotes && c == QLatin1Char('"'))
+            inQuotes = i + 1 < expression.size() && expression.at(i + 1) == QLatin1Char('"') ? (term += c, ++i, true) : false;
+        else if (!inQuotes && c == QLatin1Char('"') && valueStart.match(term).hasMatch())
+            inQuotes = true;
+        else if (!inQuotes && c == QLatin1Char(';')) {
+            out << term;
+            term.clear();
+            continue;
+        }
+        term += c;
+    }
+    if (inQuotes)
+        return expression.split(QLatin1Char(';'));
+    out << term;
+    return out;
+}
+
+} // namespace
+
 std::optional<PlayerFilter> parsefilter(const QString &expression, QString *error)
 {
     PlayerFilter f;
@@ -50,7 +99,7 @@ std::optional<PlayerFilter> parsefilter(const QString &expression, QString *erro
         *error = QStringLiteral("Filter, Teil „%1“: %2").arg(term.trimmed(), why);
         return std::nullopt;
     };
-    for (const QString &term : expression.split(QLatin1Char(';'), Qt::SkipEmptyParts)) {
+    for (const QString &term : terms(expression)) {
         if (term.trimmed().isEmpty())
             continue;
         const QRegularExpressionMatch m = termform.match(term);
@@ -58,7 +107,7 @@ std::optional<PlayerFilter> parsefilter(const QString &expression, QString *erro
             return refuse(term, QStringLiteral("erwartet ist SCHLÜSSEL=WERT."));
         const QString key = m.captured(1).toLower();
         const QString op = m.captured(2);
-        const QString value = m.captured(3);
+        const QString value = unquoted(m.captured(3));
         const bool flag = op.isEmpty() && value.isEmpty();
         if (key == QLatin1String("ohneverein") && flag)
             f.ohneVerein = true;
@@ -110,15 +159,15 @@ QString filterexpression(const PlayerFilter &f)
 {
     QStringList terms;
     if (!f.text.isEmpty())
-        terms << QStringLiteral("text=") + f.text;
+        terms << QStringLiteral("text=") + quoted(f.text);
     if (!f.land.isEmpty())
-        terms << QStringLiteral("land=") + f.land;
+        terms << QStringLiteral("land=") + quoted(f.land);
     if (!f.kontinent.isEmpty())
-        terms << QStringLiteral("kontinent=") + f.kontinent;
+        terms << QStringLiteral("kontinent=") + quoted(f.kontinent);
     if (f.verein)
         terms << QStringLiteral("verein=#%1").arg(*f.verein);
     if (!f.vereinName.isEmpty())
-        terms << QStringLiteral("verein=") + f.vereinName;
+        terms << QStringLiteral("verein=") + quoted(f.vereinName);
     if (f.position)
         terms << QStringLiteral("position=") + positionname(*f.position);
     if (f.staerkeVon)
@@ -150,6 +199,7 @@ QString filterhelp()
         "  doppelt          Rückennummer doppelt in einem seiner Teams\n"
         "  problem          von der Problemprüfung genannt\n"
         "  ohnefreie        ohne die freien Spieler\n"
+        "Ein Wert mit \";\" steht in Anführungszeichen, ein Anführungszeichen darin doppelt: verein=\"FC \"\"Blau; Weiß\"\"\"\n"
         "Beispiel: \"land=Brasilien; position=Sturm; sterne<3\"");
 }
 

@@ -14,7 +14,7 @@ namespace {
 enum Arm { Spieler = 0, Frei = 1 };
 
 // Joins an arm needs for the columns it shows or filters by.
-enum Join { Kader = 1, Teams = 2, Laender = 4 };
+enum Join { Kader = 1, Teams = 2, Laender = 4, Rang = 8 };
 
 const char *const headings[] = {"Nummer", "Name",     "Vorname",   "Verein", "Land",         "Kontinent",
                                 "Position", "Stärke", "Maxstärke", "Größe",  "Rückennummer", "Resteinsätze"};
@@ -63,9 +63,13 @@ const char *const laenderSql =
 QString fromclause(Arm arm, int joins, const QString &page = {})
 {
     const QString laender = QString::fromLatin1(laenderSql);
+    const QString rang = joins & Rang ? QStringLiteral(" LEFT JOIN temp.suche_rang r ON r.frei = %1 AND r.nummer = %2")
+                                            .arg(QString::number(int(arm)), arm == Frei ? QStringLiteral("a.id") : QStringLiteral("s.NUMMER"))
+                                      : QString();
     if (arm == Frei)
-        return QStringLiteral(" FROM a4spieler a") + (joins & Laender ? QStringLiteral(" LEFT JOIN %1 l ON l.land = a.land").arg(laender) : QString());
-    QString from = QStringLiteral(" FROM spieler s");
+        return QStringLiteral(" FROM a4spieler a") + rang
+            + (joins & Laender ? QStringLiteral(" LEFT JOIN %1 l ON l.land = a.land").arg(laender) : QString());
+    QString from = QStringLiteral(" FROM spieler s") + rang;
     if (joins & Kader)
         from += page.isEmpty() ? QStringLiteral(" LEFT JOIN temp.spielerliste_kader k ON k.spieler = s.NUMMER")
                                : QStringLiteral(" LEFT JOIN (SELECT spieler, verein, min(zeile) FROM kaderzeilen WHERE spieler IN (%1) "
@@ -151,16 +155,45 @@ void PlayerQuery::setfilter(const PlayerFilter &filter)
     m_count.reset();
 }
 
+// Ties go by the player's place in German order of name and first name
+// (see PlayerRank), an integer the database compares without the collator.
 void PlayerQuery::setsort(ListColumn column, bool descending)
 {
     const QString dir = descending ? QStringLiteral(" DESC") : QString();
-    const QString alias = QString::fromLatin1(aliases[int(column)]);
-    m_order = alias + (istext(column) ? QStringLiteral(" COLLATE deutsch") : QString()) + dir;
-    m_sortColumn = column;
+    m_order.clear();
     if (column != ListColumn::Name)
-        m_order += QStringLiteral(", name COLLATE deutsch") + dir;
-    if (column != ListColumn::Nummer)
-        m_order += QStringLiteral(", vorname COLLATE deutsch") + dir + QStringLiteral(", frei") + dir + QStringLiteral(", nummer") + dir;
+        m_order = QString::fromLatin1(aliases[int(column)]) + (istext(column) ? QStringLiteral(" COLLATE deutsch") : QString()) + dir
+            + QStringLiteral(", ");
+    m_order += QStringLiteral("rang") + dir;
+    m_sortColumn = column;
+    m_descending = descending;
+}
+
+// The list sorted by name with no filter but a text, as it opens and while
+// the user types: the ranks' table answers it alone, in the order of its
+// index without a sort, and holds the folded text that one or two letters,
+// hitting tens of thousands, are looked for in. The condition on
+// temp.suche_rang, its values into values; nothing for other filters.
+std::optional<QString> PlayerQuery::rankedfilter(QVariantList &values)
+{
+    PlayerFilter plain;
+    plain.text = m_filter.text;
+    plain.freie = m_filter.freie;
+    if (!(m_filter == plain) || m_sortColumn != ListColumn::Name || !m_index.rankplayers())
+        return std::nullopt;
+    QString cond = QStringLiteral("+frei <= ?"); // a walk of the whole table, not of the index by player
+    values << (m_filter.freie ? 1 : 0);
+    const QString folded = searchfold(m_filter.text.trimmed());
+    if (folded.size() >= 3) {
+        QVariant match;
+        cond += QStringLiteral(" AND (frei = 1 AND instr(text, ?) > 0 OR frei = 0 AND %1)")
+                    .arg(m_index.playercondition(QStringLiteral("nummer"), m_filter.text, &match));
+        values << folded << match;
+    } else if (!folded.isEmpty()) {
+        cond += QStringLiteral(" AND instr(text, ?) > 0");
+        values << folded;
+    }
+    return cond;
 }
 
 // The squads and the continents as temporary tables keyed for the joins,
@@ -205,7 +238,7 @@ void PlayerQuery::markproblems()
 
 // One arm of the list's statement: the columns asked for, under their
 // aliases, with the filter's conditions; values go into values in order.
-QString PlayerQuery::arm(int a, const QList<ListColumn> &columns, QVariantList &values)
+QString PlayerQuery::arm(int a, const QList<ListColumn> &columns, QVariantList &values, bool ranked)
 {
     const Arm which = Arm(a);
     const PlayerFilter &f = m_filter;
@@ -264,6 +297,10 @@ QString PlayerQuery::arm(int a, const QList<ListColumn> &columns, QVariantList &
     QStringList cols{QString::number(a) + QStringLiteral(" AS frei")};
     for (ListColumn c : columns)
         cols << expr(c, which, &joins) + QStringLiteral(" AS ") + QString::fromLatin1(aliases[int(c)]);
+    if (ranked) {
+        cols << QStringLiteral("r.rang AS rang");
+        joins |= Rang;
+    }
     if (joins & Kader)
         refreshsquads();
     QString sql = QStringLiteral("SELECT ") + cols.join(QStringLiteral(", ")) + fromclause(which, joins);
@@ -272,11 +309,11 @@ QString PlayerQuery::arm(int a, const QList<ListColumn> &columns, QVariantList &
     return sql;
 }
 
-QString PlayerQuery::statement(const QList<ListColumn> &columns, QVariantList &values)
+QString PlayerQuery::statement(const QList<ListColumn> &columns, QVariantList &values, bool ranked)
 {
     QStringList arms;
     for (int a : {Spieler, Frei}) {
-        const QString s = arm(a, columns, values);
+        const QString s = arm(a, columns, values, ranked);
         if (!s.isEmpty())
             arms << s;
     }
@@ -291,7 +328,8 @@ qint64 PlayerQuery::count()
     if (!m_count) {
         refreshjoins();
         QVariantList values;
-        const QString sql = statement({ListColumn::Nummer}, values);
+        const std::optional<QString> ranked = rankedfilter(values);
+        const QString sql = ranked ? QStringLiteral("SELECT 1 FROM temp.suche_rang WHERE ") + *ranked : statement({ListColumn::Nummer}, values);
         Statement st = db->prepare(QStringLiteral("SELECT count(*) FROM (") + sql + QLatin1Char(')'));
         for (int i = 0; i < values.size(); ++i)
             st.bind(i + 1, values[i]);
@@ -315,13 +353,16 @@ QList<PlayerRow> PlayerQuery::rows(qint64 offset, int limit)
     if (!db || limit <= 0)
         return out;
     refreshjoins();
+    m_index.rankplayers();
     // First the keys of the window, with only the columns the sort needs,
     // then the window's rows whole.
-    QList<ListColumn> keycols{ListColumn::Nummer, ListColumn::Name, ListColumn::Vorname};
-    if (!keycols.contains(m_sortColumn))
+    QList<ListColumn> keycols{ListColumn::Nummer};
+    if (m_sortColumn != ListColumn::Name && m_sortColumn != ListColumn::Nummer)
         keycols << m_sortColumn;
     QVariantList values;
-    const QString sql = statement(keycols, values);
+    const std::optional<QString> ranked = rankedfilter(values);
+    const QString sql = ranked ? QStringLiteral("SELECT frei, nummer, rang FROM temp.suche_rang WHERE ") + *ranked
+                               : statement(keycols, values, true);
     if (sql.isEmpty())
         return out;
     Statement keys = db->prepare(QStringLiteral("SELECT frei, nummer FROM (") + sql + QStringLiteral(") ORDER BY ") + m_order

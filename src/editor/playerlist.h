@@ -95,16 +95,18 @@ public:
     QList<qint64> numbers();
 
 private:
-    QString arm(int which, const QList<ListColumn> &columns, QVariantList &values);
-    QString statement(const QList<ListColumn> &columns, QVariantList &values);
+    QString arm(int which, const QList<ListColumn> &columns, QVariantList &values, bool ranked = false);
+    QString statement(const QList<ListColumn> &columns, QVariantList &values, bool ranked = false);
     void refreshjoins();
     void refreshsquads();
     void markproblems();
+    std::optional<QString> rankedfilter(QVariantList &values);
 
     World &m_world;
     SearchIndex &m_index;
     PlayerFilter m_filter;
     ListColumn m_sortColumn = ListColumn::Name;
+    bool m_descending = false;
     QString m_order;
     std::optional<qint64> m_count;
     bool m_joinsDirty = true;

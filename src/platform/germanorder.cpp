@@ -50,6 +50,11 @@ int germancompare(QStringView a, QStringView b)
     return a.compare(b, Qt::CaseSensitive);
 }
 
+QCollatorSortKey germansortkey(const QString &text)
+{
+    return collator().sortKey(text);
+}
+
 int registergermanorder(sqlite3 *db)
 {
     return sqlite3_create_collation_v2(db, "deutsch", SQLITE_UTF16, nullptr, compareSql, nullptr);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QCollator>
 #include <QStringView>
 
 struct sqlite3;
@@ -13,6 +14,11 @@ namespace zorbo {
 // their UTF-16 code units), so that a sort is the same on every run.
 // Returns < 0, 0 or > 0.
 int germancompare(QStringView a, QStringView b);
+
+// The collator's part of germancompare as a key, for sorting many names at
+// once: keys compare as the collator does; where they are equal,
+// germancompare goes on to the code units.
+QCollatorSortKey germansortkey(const QString &text);
 
 // Registers the collation "deutsch" on a connection, for statements that
 // sort names: "ORDER BY NAME COLLATE deutsch". Returns SQLite's result code.

@@ -14,7 +14,9 @@
 #include <QDockWidget>
 #include <QLabel>
 #include <QLineEdit>
+#include <QHeaderView>
 #include <QSpinBox>
+#include <QTreeWidget>
 
 using namespace zorbo;
 using zorbo::test::child;
@@ -59,7 +61,7 @@ TEST_F(PlayerListWalk, FilterSelectEditInBulkUndoAndOpenAPlayer)
     if (qEnvironmentVariableIsSet("ZORBO_SCREENSHOT_DIR")) {
         auto *dock = window->findChild<QDockWidget *>("dockspielerliste");
         dock->setFloating(true);
-        dock->resize(1150, 420);
+        dock->resize(1000, 560);
         QApplication::processEvents();
         zorbo::test::screenshot(dock, "spielerliste.png");
     }
@@ -101,6 +103,26 @@ TEST_F(PlayerListWalk, FilterSelectEditInBulkUndoAndOpenAPlayer)
     QTest::mouseClick(table->viewport(), Qt::LeftButton, {}, table->visualRect(row).center());
     QTest::mouseDClick(table->viewport(), Qt::LeftButton, {}, table->visualRect(row).center());
     EXPECT_EQ(child<QLineEdit>(*window, "txtspielernr")->text(), QString::number(player));
+}
+
+// On a window of 1400 × 900 the list opens beside the forms, a tab with the
+// other panels, and the squad grid of a club keeps at least eight rows.
+TEST_F(PlayerListWalk, LeavesTheSquadGridItsRows)
+{
+    window->resize(1400, 900);
+    test::clickNode(child<QTreeWidget>(*window, "tvdb"), "T14");
+    QApplication::processEvents();
+    auto *grid = child<QTableView>(*window, "flxgrdspieler");
+    ASSERT_GE(grid->model()->rowCount(), 8);
+    int shown = 0;
+    for (int r = 0; r < grid->model()->rowCount(); ++r)
+        shown += grid->viewport()->rect().contains(grid->visualRect(grid->model()->index(r, 0)));
+    EXPECT_GE(shown, 8);
+    EXPECT_LE(window->width(), 1400) << "the list fits beside the forms";
+    EXPECT_GE(table->viewport()->height(), 10 * table->verticalHeader()->defaultSectionSize()) << "and shows rows of its own";
+    window->findChild<QAction *>("mnutoolitem(8)")->trigger();
+    EXPECT_TRUE(window->tabifiedDockWidgets(window->findChild<QDockWidget *>("dockspielerliste"))
+                    .contains(window->findChild<QDockWidget *>("dockprobleme")));
 }
 
 TEST_F(PlayerListWalk, NamedFiltersAndTheSpreadsheetFile)

@@ -30,7 +30,7 @@ QStringList filtered(PlayerQuery &q, const PlayerFilter &f)
 TEST(PlayerList, EachFilterGivesExactlyItsRows)
 {
     test::PlayersWorld w;
-    SearchIndex index(*w.world);
+    SearchIndex &index = SearchIndex::of(*w.world);
     PlayerQuery q(*w.world, index);
     // German order: Ä beside A, Ö beside O; the free player among them.
     EXPECT_EQ(filtered(q, {}), QStringList({"7", "F1", "8", "1", "3", "2", "6", "5", "4"}));
@@ -89,7 +89,7 @@ TEST(PlayerList, EachFilterGivesExactlyItsRows)
 TEST(PlayerList, SortsReadsWindowsAndFollowsTheWorld)
 {
     test::PlayersWorld w;
-    SearchIndex index(*w.world);
+    SearchIndex &index = SearchIndex::of(*w.world);
     PlayerQuery q(*w.world, index);
     q.setsort(ListColumn::Staerke, true);
     PlayerFilter f;
@@ -130,6 +130,47 @@ TEST(PlayerList, SortsReadsWindowsAndFollowsTheWorld)
     EXPECT_EQ(q.numbers(), QList<qint64>{7});
 }
 
+// The list keeps each player's place in German order as a number, placed
+// anew as names change: it sorts as the collation does after every kind of run.
+TEST(PlayerList, KeepsGermanOrderAsNamesChange)
+{
+    test::PlayersWorld w;
+    PlayerQuery q(*w.world, SearchIndex::of(*w.world));
+    const auto collated = [&] {
+        QStringList out;
+        Statement st = w.db().prepare(
+            "SELECT frei, nummer FROM (SELECT 0 AS frei, NUMMER AS nummer, NAME AS name, VORNAME AS vorname FROM spieler "
+            "UNION ALL SELECT 1, id, name, vorname FROM a4spieler) ORDER BY name COLLATE deutsch, vorname COLLATE deutsch, frei, nummer");
+        while (st.step())
+            out << (st.integer(0) ? QStringLiteral("F") : QString()) + QString::number(st.integer(1));
+        return out;
+    };
+    const auto run = [&](const char *sql) {
+        ASSERT_TRUE(w.world->run([&](Database &db) {
+            db.exec(QString::fromUtf8(sql));
+            return Result::success();
+        }));
+        EXPECT_EQ(keys(q), collated()) << sql;
+    };
+    EXPECT_EQ(keys(q), collated());
+    run("UPDATE spieler SET NAME = 'Aal' WHERE NUMMER = 5; UPDATE spieler SET NAME = 'Zz' WHERE NUMMER = 7");
+    run("UPDATE spieler SET NAME = 'Muller', VORNAME = 'Thomas' WHERE NUMMER = 2");     // beside Müller, case and accent break the tie
+    run("UPDATE spieler SET NAME = 'müller', VORNAME = NULL WHERE NUMMER = 4");
+    run("INSERT INTO spieler (NUMMER, NAME, VORNAME) VALUES (20, 'Müller', 'Thomas'), (21, NULL, 'Ohne')");
+    run("DELETE FROM spieler WHERE NUMMER = 3");
+    run("INSERT INTO a4spieler (name, vorname) VALUES ('Müller', 'Thomas'), ('Ärger', 'Ändi')");
+    run("DELETE FROM a4spieler WHERE name = 'Freimann'");
+    // Many players at one spot, more than fit between two neighbours.
+    std::string many = "INSERT INTO spieler (NUMMER, NAME, VORNAME) VALUES ";
+    for (int i = 0; i < 40; ++i)
+        many += (i ? ", (" : "(") + std::to_string(100 + i) + ", 'Müller', 'Thomas')";
+    run(many.c_str());
+    PlayerFilter f;
+    f.text = "mu";
+    q.setfilter(f);
+    EXPECT_EQ(keys(q), QStringList(collated().filter(QRegularExpression("^(F1|F2|1|2|4|20|1\\d\\d)$"))));
+}
+
 TEST(PlayerList, FilterExpressionAndStars)
 {
     QString error;
@@ -147,6 +188,16 @@ TEST(PlayerList, FilterExpressionAndStars)
     EXPECT_EQ(parsefilter("sterne>=1,5;sterne<=3", &error)->staerkeVon, 3000);
     EXPECT_EQ(parsefilter("verein=Transfermarkt", &error)->verein, 0);
     EXPECT_EQ(parsefilter("verein=FC Köln", &error)->vereinName, "FC Köln");
+    // Values with ";" and quotes are kept whole; filters kept before stay as they were.
+    PlayerFilter odd;
+    odd.vereinName = "FC; Test";
+    odd.text = "\"Bola\"; Jr.";
+    odd.land = " Land ";
+    odd.position = 3;
+    EXPECT_EQ(parsefilter(filterexpression(odd), &error), odd) << filterexpression(odd).toStdString();
+    EXPECT_EQ(parsefilter("text=\"Bola; land=Brasilien", &error)->land, "Brasilien") << "an unclosed quote as before";
+    EXPECT_EQ(parsefilter("text=\"Bola; land=Brasilien", &error)->text, "\"Bola");
+    EXPECT_EQ(parsefilter("verein=Zé \"Bola\"; position=Sturm", &error)->vereinName, "Zé \"Bola\"");
 
     EXPECT_FALSE(parsefilter("farbe=rot", &error));
     EXPECT_TRUE(error.contains("farbe")) << error.toStdString();

@@ -3,18 +3,13 @@
 #include "core/settings.h"
 #include "core/ui/dialogs.h"
 #include "core/ui/shell.h"
-#include "editor/ui/changelist.h"
 
 #include <QComboBox>
-#include <QDialogButtonBox>
 #include <QFormLayout>
-#include <QLabel>
 #include <QLineEdit>
 #include <QLocale>
-#include <QPushButton>
 #include <QRadioButton>
 #include <QSpinBox>
-#include <QVBoxLayout>
 
 namespace zorbo {
 
@@ -28,7 +23,7 @@ const char *const kindTexts[] = {"Feld setzen", "Stärke ändern", "Maxstärke �
 } // namespace
 
 BulkEditDialog::BulkEditDialog(Shell &shell, const QList<qint64> &selected, const QList<qint64> &filtered, QWidget *parent)
-    : QDialog(parent), m_shell(shell), m_selected(selected), m_filtered(filtered),
+    : PreviewDialog(shell, parent), m_selected(selected), m_filtered(filtered),
       m_faces(shell.settings().folder(GesichtFolder))
 {
     setObjectName(QStringLiteral("frmauswahlbearbeiten"));
@@ -55,16 +50,6 @@ BulkEditDialog::BulkEditDialog(Shell &shell, const QList<qint64> &selected, cons
     m_steps->setObjectName(QStringLiteral("spnschritte"));
     m_steps->setRange(-12, 12);
     m_steps->setValue(1);
-    m_list = new ChangeList(this);
-    m_summary = new QLabel(this);
-    m_summary->setObjectName(QStringLiteral("lblvorschau"));
-    m_summary->setWordWrap(true);
-
-    auto *buttons = new QDialogButtonBox(this);
-    m_apply = buttons->addButton(QStringLiteral("Übernehmen"), QDialogButtonBox::AcceptRole);
-    m_apply->setObjectName(QStringLiteral("btnuebernehmen"));
-    buttons->addButton(QStringLiteral("Abbrechen"), QDialogButtonBox::RejectRole)->setObjectName(QStringLiteral("btnabbrechen"));
-
     auto *form = new QFormLayout;
     form->addRow(QStringLiteral("Spieler:"), m_onSelected);
     form->addRow(QString(), m_onFiltered);
@@ -73,19 +58,13 @@ BulkEditDialog::BulkEditDialog(Shell &shell, const QList<qint64> &selected, cons
     form->addRow(QStringLiteral("Wert:"), m_value);
     form->addRow(QStringLiteral("Um halbe Sterne:"), m_steps);
     m_form = form;
-    auto *layout = new QVBoxLayout(this);
-    layout->addLayout(form);
-    layout->addWidget(m_list, 1);
-    layout->addWidget(m_summary);
-    layout->addWidget(buttons);
+    arrange(form, nullptr);
 
     connect(m_onSelected, &QRadioButton::toggled, this, &BulkEditDialog::refresh);
     connect(m_kind, &QComboBox::currentIndexChanged, this, &BulkEditDialog::refresh);
     connect(m_field, &QComboBox::currentIndexChanged, this, &BulkEditDialog::refresh);
     connect(m_value, &QLineEdit::textChanged, this, &BulkEditDialog::refresh);
     connect(m_steps, &QSpinBox::valueChanged, this, &BulkEditDialog::refresh);
-    connect(buttons, &QDialogButtonBox::accepted, this, &BulkEditDialog::apply);
-    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
     refresh();
 }
 
@@ -114,32 +93,24 @@ void BulkEditDialog::refresh()
     const QList<qint64> chosen = players();
     m_preview = m_shell.run([&](Database &db) { return bulkedit(db, chosen, {e}, m_faces, false, 50); },
                             QStringLiteral("Vorschau"));
-    m_list->show(m_preview.preview);
     const QLocale german(QLocale::German, QLocale::Germany);
-    m_summary->setText(!m_preview.result.ok ? m_preview.result.message
-                       : m_preview.changed == 0
-                           ? QStringLiteral("Keine Änderung.")
-                           : QStringLiteral("%1 Spieler ändern sich%2.")
-                                 .arg(german.toString(m_preview.changed),
-                                      m_preview.changed > m_preview.preview.size()
-                                          ? QStringLiteral("; die Liste zeigt die ersten %1").arg(m_preview.preview.size())
-                                          : QString()));
-    m_apply->setEnabled(m_preview.result.ok && m_preview.changed > 0);
+    showpreview(m_preview.result, m_preview.preview, m_preview.changed,
+                m_preview.changed == 0 ? QStringLiteral("Keine Änderung.")
+                                       : QStringLiteral("%1 Spieler ändern sich%2.")
+                                             .arg(german.toString(m_preview.changed),
+                                                  m_preview.changed > m_preview.preview.size()
+                                                      ? QStringLiteral("; die Liste zeigt die ersten %1").arg(m_preview.preview.size())
+                                                      : QString()));
 }
 
 void BulkEditDialog::apply()
 {
     refresh();
-    if (!m_apply->isEnabled())
+    if (!applicable())
         return;
     const auto busy = m_shell.busy(QStringLiteral("Bearbeite Spieler..."));
     const BulkEditResult r = runbulkedit(*m_shell.world(), players(), {edit()}, m_faces);
-    if (!r.result.ok) {
-        m_shell.dialogs().report(this, windowTitle(), r.result.message, r.findings, true);
-        return;
-    }
-    m_shell.status(r.result.message);
-    accept();
+    finish(r.result, r.findings);
 }
 
 } // namespace zorbo

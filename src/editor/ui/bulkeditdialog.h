@@ -1,27 +1,21 @@
 #pragma once
 
 #include "editor/bulkedit.h"
-
-#include <QDialog>
+#include "editor/ui/previewdialog.h"
 
 class QComboBox;
 class QFormLayout;
-class QLabel;
 class QLineEdit;
-class QPushButton;
 class QRadioButton;
 class QSpinBox;
 
 namespace zorbo {
 
-class ChangeList;
-class Shell;
-
 // "Auswahl bearbeiten": one edit on the selected players or on all that the
 // filter shows, with a preview of the first rows before and after and the
 // number of players that change; "Übernehmen" makes it one step of the
 // history.
-class BulkEditDialog : public QDialog {
+class BulkEditDialog : public PreviewDialog {
     Q_OBJECT
 
 public:
@@ -30,13 +24,12 @@ public:
     // The edit the dialog shows.
     PlayerEdit edit() const;
     const BulkEditResult &preview() const { return m_preview; }
-    void apply();
+    void apply() override;
 
 private:
     void refresh();
     QList<qint64> players() const;
 
-    Shell &m_shell;
     QList<qint64> m_selected, m_filtered;
     FacePictures m_faces;
     QRadioButton *m_onSelected, *m_onFiltered;
@@ -44,9 +37,6 @@ private:
     QLineEdit *m_value;
     QSpinBox *m_steps;
     QFormLayout *m_form = nullptr;
-    ChangeList *m_list;
-    QLabel *m_summary;
-    QPushButton *m_apply;
     BulkEditResult m_preview;
 };
 

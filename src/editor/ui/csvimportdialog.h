@@ -1,22 +1,16 @@
 #pragma once
 
 #include "editor/playercsv.h"
-
-#include <QDialog>
+#include "editor/ui/previewdialog.h"
 
 class QCheckBox;
-class QLabel;
-class QPushButton;
 
 namespace zorbo {
-
-class ChangeList;
-class Shell;
 
 // "CSV importieren": what the file would change, player by player and
 // field by field, before "Übernehmen" writes it as one step of the history.
 // A file that isn't UTF-8 is read as Windows-1252 when the user says so.
-class CsvImportDialog : public QDialog {
+class CsvImportDialog : public PreviewDialog {
     Q_OBJECT
 
 public:
@@ -25,19 +19,15 @@ public:
     // False when the user declined to read the file as Windows-1252.
     bool readable() const { return m_readable; }
     const CsvImport &preview() const { return m_preview; }
-    void apply();
+    void apply() override;
 
 private:
     void refresh();
 
-    Shell &m_shell;
     QString m_path;
     CsvOptions m_options;
     bool m_readable = true;
     QCheckBox *m_create;
-    ChangeList *m_list;
-    QLabel *m_summary;
-    QPushButton *m_apply;
     CsvImport m_preview;
 };
 

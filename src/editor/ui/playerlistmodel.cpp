@@ -10,8 +10,7 @@ constexpr int pagesKept = 20;
 } // namespace
 
 PlayerListModel::PlayerListModel(World &world, QObject *parent)
-    : QAbstractTableModel(parent), m_world(world), m_index(std::make_unique<SearchIndex>(world)),
-      m_query(std::make_unique<PlayerQuery>(world, *m_index))
+    : QAbstractTableModel(parent), m_world(world), m_query(std::make_unique<PlayerQuery>(world, SearchIndex::of(world)))
 {
     m_count = int(m_query->count());
     connect(&world, &World::changed, this, [this] { reload(); });

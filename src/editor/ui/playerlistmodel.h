@@ -37,7 +37,6 @@ private:
     void reload();
 
     World &m_world;
-    std::unique_ptr<SearchIndex> m_index;
     std::unique_ptr<PlayerQuery> m_query;
     int m_count = 0;
     mutable QHash<int, QList<PlayerRow>> m_pages; // by first row / pageRows

@@ -28,6 +28,9 @@ QComboBox *combo(const QString &name, QWidget *parent)
 {
     auto *c = new QComboBox(parent);
     c->setObjectName(name);
+    // A long club's name doesn't widen the list beside the forms.
+    c->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    c->setMinimumContentsLength(8);
     return c;
 }
 
@@ -57,8 +60,6 @@ PlayerListView::PlayerListView(Shell &shell, QWidget *parent) : QWidget(parent),
     m_von = combo(QStringLiteral("cbofiltervon"), this);
     m_bis = combo(QStringLiteral("cbofilterbis"), this);
     m_saved = combo(QStringLiteral("cbofiltergespeichert"), this);
-    for (QComboBox *c : {m_land, m_verein})
-        c->setMinimumContentsLength(14);
     m_ohneVerein = check(QStringLiteral("chkohneverein"), QStringLiteral("ohne Verein"), this);
     m_doppelt = check(QStringLiteral("chkdoppelt"), QStringLiteral("doppelte Rückennummer"), this);
     m_problem = check(QStringLiteral("chkproblem"), QStringLiteral("Problem"), this);
@@ -102,28 +103,34 @@ PlayerListView::PlayerListView(Shell &shell, QWidget *parent) : QWidget(parent),
     for (int c = 0; c < listColumnCount; ++c)
         m_table->setColumnWidth(c, widths[c] * x);
 
+    // Two columns, so that the list fits beside the forms.
     auto *bar = new QGridLayout;
-    bar->addWidget(new QLabel(QStringLiteral("Suche:"), this), 0, 0);
-    bar->addWidget(m_text, 0, 1);
-    bar->addWidget(m_land, 0, 2);
-    bar->addWidget(m_kontinent, 0, 3);
-    bar->addWidget(m_verein, 0, 4);
-    bar->addWidget(m_position, 0, 5);
-    bar->addWidget(m_von, 0, 6);
-    bar->addWidget(m_bis, 0, 7);
-    bar->addWidget(m_ohneVerein, 1, 1);
-    bar->addWidget(m_doppelt, 1, 2);
-    bar->addWidget(m_problem, 1, 3);
-    bar->addWidget(m_saved, 1, 4);
-    bar->addWidget(save, 1, 5, 1, 3);
-    auto *buttons = new QHBoxLayout;
-    buttons->addWidget(m_count, 1);
-    buttons->addWidget(edit);
-    buttons->addWidget(exporter);
-    buttons->addWidget(importer);
+    auto *search = new QHBoxLayout;
+    search->addWidget(new QLabel(QStringLiteral("Suche:"), this));
+    search->addWidget(m_text, 1);
+    bar->addLayout(search, 0, 0, 1, 2);
+    bar->setColumnStretch(0, 1);
+    bar->setColumnStretch(1, 1);
+    bar->addWidget(m_land, 1, 0);
+    bar->addWidget(m_kontinent, 1, 1);
+    bar->addWidget(m_verein, 2, 0);
+    bar->addWidget(m_position, 2, 1);
+    bar->addWidget(m_von, 3, 0);
+    bar->addWidget(m_bis, 3, 1);
+    bar->addWidget(m_ohneVerein, 4, 0);
+    bar->addWidget(m_problem, 4, 1);
+    bar->addWidget(m_doppelt, 5, 0, 1, 2);
+    bar->addWidget(m_saved, 6, 0);
+    bar->addWidget(save, 6, 1);
+    auto *buttons = new QGridLayout;
+    buttons->addWidget(edit, 0, 0);
+    buttons->addWidget(exporter, 1, 0);
+    buttons->addWidget(importer, 2, 0);
+    buttons->setColumnStretch(1, 1);
     auto *layout = new QVBoxLayout(this);
     layout->addLayout(bar);
     layout->addWidget(m_table, 1);
+    layout->addWidget(m_count);
     layout->addLayout(buttons);
 
     filllists();

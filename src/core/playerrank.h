@@ -1,0 +1,38 @@
+#pragma once
+
+#include "core/world.h"
+
+#include <QSet>
+
+namespace zorbo {
+
+// Every player's place in German order, as an integer, so that a list of
+// tens of thousands of hits sorts integers instead of asking the collator
+// a million times. temp.suche_rang holds a row for each player of spieler
+// (frei 0, by NUMMER) and of a4spieler (frei 1, by id): his name and first
+// name as they were placed, "Vorname Name" folded as the search folds it
+// (suchtext), and rang, rising in the order of
+// "name COLLATE deutsch, vorname COLLATE deutsch, frei, nummer". The places
+// are spread apart, so a renamed or new player slips in between his
+// neighbours without moving anyone else.
+class PlayerRank {
+public:
+    explicit PlayerRank(Database &db);
+
+    // Notes what a committed run changed; the work waits for ensure().
+    void update(const Change &change);
+    // Brings the table up to date: all of it the first time and after
+    // large changes, else the players whose names changed.
+    void ensure();
+
+private:
+    void build();
+    bool place(int frei, qint64 nummer);
+
+    Database &m_db;
+    bool m_built = false;
+    bool m_check = false;   // rows changed that were not told one by one
+    QSet<qint64> m_told;    // NUMMER of spieler rows changed since
+};
+
+} // namespace zorbo
