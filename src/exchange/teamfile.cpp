@@ -3,6 +3,7 @@
 #include "exchange/cfgfile.h"
 #include "exchange/cfgwriter.h"
 #include "platform/numbers.h"
+#include "platform/profilefile.h"
 
 namespace zorbo {
 
@@ -19,7 +20,7 @@ void writeSection(CfgWriter &out, Statement &row, const QString &section, Findin
             const QVariant v = row.value(c);
             place.field = key;
             if (v.typeId() == QMetaType::QString)
-                out.text(v.toString(), QStringLiteral("[%1] %2").arg(section, key), place);
+                out.text(ProfileFile::writtenvalue(v.toString()), QStringLiteral("[%1] %2").arg(section, key), place);
             else if (v.typeId() == QMetaType::Double)
                 // The system's conversion of a German system, whatever locale
                 // the program runs in; opening takes both decimal signs.

@@ -116,8 +116,9 @@ private:
         else if (upper.startsWith(QLatin1String("F_")))
             def = QStringLiteral("0,0,0");
         if (column.isText()) {
-            // A text as the file has it: colour texts begin with blanks (" 48, 48, 48").
-            const QString text = m_profile.rawvalue(section, key).value_or(def);
+            // The profile functions trim a value and take off one pair of
+            // quotes around it, which is how blanks at either end are written.
+            const QString text = raw ? *raw : def;
             if (const QString problem = lengthproblem(column.name, text.size()); !problem.isEmpty())
                 throw Fault(QStringLiteral("%1: [%2] %3: %4.").arg(where(section, key), section, key, problem),
                             place(section, key, problem + QLatin1Char('.')));

@@ -188,13 +188,16 @@ std::optional<QString> ProfileFile::value(const QString &section, const QString 
     return (quoted ? v.mid(1, v.size() - 2) : v).left(valueLimit);
 }
 
-std::optional<QString> ProfileFile::rawvalue(const QString &section, const QString &key) const
+QString ProfileFile::writtenvalue(const QString &text)
 {
-    const int entry = findEntry(section, key);
-    if (entry < 0)
-        return std::nullopt;
-    const Line &line = m_lines[size_t(entry)];
-    return line.hasValue ? line.text.mid(line.text.indexOf(QLatin1Char('=')) + 1) : QString();
+    if (text.isEmpty())
+        return text;
+    const auto blank = [](QChar c) { return c == QLatin1Char(' ') || c == QLatin1Char('\t'); };
+    const bool quoted = text.size() >= 2 && (text.front() == QLatin1Char('"') || text.front() == QLatin1Char('\''))
+                        && text.back() == text.front();
+    if (!blank(text.front()) && !blank(text.back()) && !quoted)
+        return text;
+    return QLatin1Char('"') + text + QLatin1Char('"');
 }
 
 } // namespace zorbo

@@ -53,10 +53,10 @@ public:
     // The value as the profile functions give it back: outer quotes taken
     // off, at most 32,766 characters; empty when section or key is missing.
     std::optional<QString> value(const QString &section, const QString &key) const;
-    // The text after the entry's first '=' just as the file holds it, blanks
-    // and quotes kept (the editor's own files write values that way); empty
-    // when section or key is missing.
-    std::optional<QString> rawvalue(const QString &section, const QString &key) const;
+    // What to write after the '=' so that value() gives the text back as it
+    // is: texts with blanks at either end, or in a pair of like quotes, go
+    // into one more pair of double quotes.
+    static QString writtenvalue(const QString &text);
 
     static Line parseLine(const QString &text);
     static bool sameName(const QString &a, const QString &b);

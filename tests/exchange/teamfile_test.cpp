@@ -37,7 +37,7 @@ TEST_F(TeamFile, SavedFileHoldsTeamAndSquadInProfileForm)
         "licensed under the GNU LGPL 2.1 or later\r\n\r\n[Team]\r\nNUMMER=12\r\nNAME=SV Süd\r\nKURZNAME=Süd\r\nGRAFIK_NR=5\r\n"
         "STAERKE=0,5\r\nSTARTPLATZ=\r\nSPIELER=\r\nSTADION_NAME=Platz\r\nSTADT=Groß Ort\r\nNATION=Deutschland\r\n"
         "STADION_SITZPL=100\r\nSTADION_STEHPL=200\r\nTRIKOT_ART=1\r\nTW_TRIKOT_ART=70\r\nAUSWEICH_TRIKOT_ART=10\r\n"
-        "AUSWEICH_TW_TRIKOT_ART=0\r\nF_TRIKOT_SPIELER= 24,181,220\r\nF_AUSW_TRIKOT_SPIELER=a\r\nF_ALTERN_TRIKOT_SPIELER=b\r\n"
+        "AUSWEICH_TW_TRIKOT_ART=0\r\nF_TRIKOT_SPIELER=\" 24,181,220\"\r\nF_AUSW_TRIKOT_SPIELER=a\r\nF_ALTERN_TRIKOT_SPIELER=b\r\n"
         "F_HOSE_SPIELER=c\r\nF_AUSW_HOSE_SPIELER=d\r\nF_ALTERN_HOSE_SPIELER=e\r\nF_TRIKOT_WERBUNG=f\r\nF_HOSE_STREIFEN=g\r\n"
         "F_TRIKOT_TORWART=h\r\nF_HOSE_TORWART=i\r\nF_TRIKOT_TRAINER=j\r\nF_HOSE_TRAINER=k=;l\r\n"
         "[Spieler1]\r\nNUMMER=30\r\nNAME=Maß\r\nVORNAME=Jürgen\r\nStaerke=8000\r\nMax_Staerke=10000\r\nNATION=Deutschland\r\n"
@@ -55,8 +55,9 @@ TEST_F(TeamFile, SavedFileHoldsTeamAndSquadInProfileForm)
 
 TEST_F(TeamFile, ReplacingKeepsNumbersAndOrderAndTakesTheFileNation)
 {
-    // The same file back over the same club changes nothing: a text keeps
-    // its blanks and quotes as the file has them (" 24,181,220").
+    // The same file back over the same club changes nothing: texts with
+    // blanks at either end or in quotes go out quoted once more and come
+    // back as they were (" 24,181,220").
     t->exec("UPDATE vereine SET STADT = ' Groß Ort ', KURZNAME = '\"Süd\"' WHERE NUMMER = 12");
     t->exec("UPDATE spieler SET VORNAME = 'Jürgen  ' WHERE NUMMER = 30");
     ASSERT_TRUE(exportverein(*t, t.file("club.tea"), 12).ok());
