@@ -79,11 +79,19 @@ int main(int argc, char **argv)
     db.exec("UPDATE spieler SET NAME = substr(NAME, 1, length(NAME) - 4), GROESSE = GROESSE - 1");
     std::printf("world: %lld players, %d runs each\n", db.scalar("SELECT count(*) FROM spieler").toLongLong(), runs);
 
+    // As the menu records it: the restore point the import keeps is its way
+    // back, until its first undo keeps the changes.
     QElapsedTimer timer;
     timer.start();
-    check(world->run([&](Database &d) { return importplayersrun(d, sp); }, {}, Step{"Config-Import"}).result);
+    check(world->run([&](Database &d) { return importplayersrun(d, sp); }, {}, Step{"Config-Import", "Config-Import", true})
+              .result);
     std::printf("import of 1_sp.cfg with its step:   %8.1f ms (step of %lld kB)\n", double(timer.nsecsElapsed()) / 1e6,
                 world->history().last().bytes / 1024);
+    timer.restart();
+    check(world->undo());
+    std::printf("first undo of the import (from its restore point): %8.1f ms (step of %lld kB)\n",
+                double(timer.nsecsElapsed()) / 1e6, world->history().last().bytes / 1024);
+    check(world->redo());
     const double undo = zorbo::bench::medianms(runs, [&] {
         check(world->undo());
         check(world->redo());
@@ -119,6 +127,13 @@ int main(int argc, char **argv)
     timer.restart();
     check(runtransaction(db, {}, [&] { return importplayersrun(db, sp); }).result);
     std::printf("the same import without the history:%8.1f ms\n", double(timer.nsecsElapsed()) / 1e6);
+    // And once more after a restore point of the world before it, as the
+    // menu keeps one: what the step itself costs beyond that.
+    db.exec("UPDATE spieler SET NAME = substr(NAME, 1, length(NAME) - 4), GROESSE = GROESSE - 1");
+    timer.restart();
+    check(world->keeprestorepoint("Config-Import"));
+    check(runtransaction(db, {}, [&] { return importplayersrun(db, sp); }).result);
+    std::printf("the same import after a restore point, without a step: %8.1f ms\n", double(timer.nsecsElapsed()) / 1e6);
 
     const double point = zorbo::bench::medianms(runs, [&] { check(world->keeprestorepoint("Messung")); });
     std::printf("restore point of the world:         %8.1f ms (%lld MB)\n", point,

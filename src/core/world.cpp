@@ -30,6 +30,7 @@ World::Watch::Watch(World &world, bool holding) : m_world(world), m_holding(hold
 World::Watch::~Watch()
 {
     m_world.m_recorder.reset();
+    m_world.m_replacing = false;
     m_world.m_db->setUpdateHook({});
     m_world.m_watching = false;
     if (m_holding) {
