@@ -183,29 +183,62 @@ void putvalue(QByteArray &out, sqlite3_stmt *st, int column)
     }
 }
 
-// Whether two columns of the row at hand hold the same value, type and bytes.
-bool samevalue(sqlite3_stmt *st, int a, int b)
+// Whether two columns of the rows at hand hold the same value, type and bytes.
+bool samevalue(sqlite3_stmt *st, int a, sqlite3_stmt *other, int b)
 {
     const int type = sqlite3_column_type(st, a);
-    if (type != sqlite3_column_type(st, b))
+    if (type != sqlite3_column_type(other, b))
         return false;
     switch (type) {
     case SQLITE_INTEGER:
-        return sqlite3_column_int64(st, a) == sqlite3_column_int64(st, b);
+        return sqlite3_column_int64(st, a) == sqlite3_column_int64(other, b);
     case SQLITE_FLOAT: {
-        const double x = sqlite3_column_double(st, a), y = sqlite3_column_double(st, b);
+        const double x = sqlite3_column_double(st, a), y = sqlite3_column_double(other, b);
         return std::memcmp(&x, &y, sizeof x) == 0;
     }
     case SQLITE_TEXT:
     case SQLITE_BLOB: {
-        const void *x = type == SQLITE_TEXT ? static_cast<const void *>(sqlite3_column_text(st, a)) : sqlite3_column_blob(st, a);
+        const bool text = type == SQLITE_TEXT;
+        const void *x = text ? static_cast<const void *>(sqlite3_column_text(st, a)) : sqlite3_column_blob(st, a);
         const int size = sqlite3_column_bytes(st, a);
-        const void *y = type == SQLITE_TEXT ? static_cast<const void *>(sqlite3_column_text(st, b)) : sqlite3_column_blob(st, b);
-        return size == sqlite3_column_bytes(st, b) && (size == 0 || std::memcmp(x, y, size_t(size)) == 0);
+        const void *y = text ? static_cast<const void *>(sqlite3_column_text(other, b)) : sqlite3_column_blob(other, b);
+        return size == sqlite3_column_bytes(other, b) && (size == 0 || std::memcmp(x, y, size_t(size)) == 0);
     }
     default:
         return true;
     }
+}
+
+// A row as a changeset keeps it: an update of the columns that differ
+// between the row of before (old, from column o) and now (now, from column
+// m), nothing when none does, or the whole row inserted or deleted.
+void putupdate(QByteArray &rows, const QByteArray &keys, sqlite3_stmt *now, int m, sqlite3_stmt *old, int o)
+{
+    const int n = int(keys.size());
+    QByteArray older, newer;
+    bool changed = false;
+    for (int i = 0; i < n; ++i) {
+        const bool same = samevalue(now, m + i, old, o + i);
+        changed = changed || !same;
+        if (keys.at(i) != 0 || !same)
+            putvalue(older, old, o + i);
+        else
+            older.append('\0');
+        if (same)
+            newer.append('\0');
+        else
+            putvalue(newer, now, m + i);
+    }
+    if (changed)
+        rows += QByteArray("\x17\0", 2) + older + newer;
+}
+
+void putrow(QByteArray &rows, bool inserted, int n, sqlite3_stmt *st)
+{
+    rows.append(char(inserted ? SQLITE_INSERT : SQLITE_DELETE));
+    rows.append('\0');
+    for (int i = 0; i < n; ++i)
+        putvalue(rows, st, i);
 }
 
 QString quoted(const QString &name)
@@ -234,10 +267,18 @@ QByteArray diffchangeset(Database &db, const QString &from, const QStringList &l
         QStringList columns, main, before, key;
         QByteArray head("T");
         QByteArray keys;
-        Statement info = db.prepare(QStringLiteral("SELECT name, pk FROM pragma_table_info(?1, 'main') ORDER BY cid"));
+        // A key of one INTEGER column is the table's rowid.
+        std::optional<QString> rowidkey;
+        int rowidcolumn = 0;
+        Statement info = db.prepare(QStringLiteral("SELECT name, pk, upper(type) = 'INTEGER' FROM pragma_table_info(?1, 'main') "
+                                                   "ORDER BY cid"));
         info.bind(1, table);
         while (info.step()) {
             const QString column = quoted(info.text(0));
+            if (info.integer(1) == 1 && info.integer(2) != 0) {
+                rowidkey = column;
+                rowidcolumn = int(columns.size());
+            }
             columns << column;
             main << QStringLiteral("m.") + column;
             before << QStringLiteral("p.") + column;
@@ -245,49 +286,50 @@ QByteArray diffchangeset(Database &db, const QString &from, const QStringList &l
             if (info.integer(1) > 0)
                 key << QStringLiteral("m.%1 = p.%1").arg(column);
         }
+        if (key.size() != 1)
+            rowidkey.reset();
         const int n = int(columns.size());
         putvarint(head, quint64(n));
         head += keys + table.toUtf8() + '\0';
         const QString name = quoted(table);
         const QString match = key.join(QStringLiteral(" AND "));
         QByteArray rows;
-        // Rows of both: an update of the columns that differ.
-        Statement both = db.prepare(QStringLiteral("SELECT %1, %2 FROM main.%3 m JOIN %4.%3 p ON %5")
-                                        .arg(main.join(QLatin1Char(',')), before.join(QLatin1Char(',')), name, source, match));
-        sqlite3_stmt *st = both.handle();
-        QByteArray older, newer;
-        while (both.step()) {
-            older.clear();
-            newer.clear();
-            bool changed = false;
-            for (int i = 0; i < n; ++i) {
-                const bool same = samevalue(st, i, n + i);
-                changed = changed || !same;
-                if (keys.at(i) != 0 || !same)
-                    putvalue(older, st, n + i);
-                else
-                    older.append('\0');
-                if (same)
-                    newer.append('\0');
-                else
-                    putvalue(newer, st, i);
+        if (rowidkey) {
+            // Both in the order of their rowids, side by side: one pass
+            // without a lookup per row.
+            const QString order = QStringLiteral("SELECT %1 FROM %2.%3 ORDER BY %4");
+            Statement now = db.prepare(order.arg(columns.join(QLatin1Char(',')), QStringLiteral("main"), name, *rowidkey));
+            Statement old = db.prepare(order.arg(columns.join(QLatin1Char(',')), source, name, *rowidkey));
+            bool more = now.step(), moreold = old.step();
+            while (more || moreold) {
+                const qint64 a = more ? now.integer(rowidcolumn) : 0, b = moreold ? old.integer(rowidcolumn) : 0;
+                if (more && (!moreold || a < b)) {
+                    putrow(rows, true, n, now.handle());
+                    more = now.step();
+                } else if (!more || a > b) {
+                    putrow(rows, false, n, old.handle());
+                    moreold = old.step();
+                } else {
+                    putupdate(rows, keys, now.handle(), 0, old.handle(), 0);
+                    more = now.step();
+                    moreold = old.step();
+                }
             }
-            if (changed)
-                rows += QByteArray("\x17\0", 2) + older + newer;
-        }
-        // Rows of only one side: inserted since, or deleted.
-        for (const bool inserted : {true, false}) {
-            Statement only = db.prepare(QStringLiteral("SELECT %1 FROM %2.%3 %4 WHERE NOT EXISTS (SELECT 1 FROM %5.%3 %6 WHERE %7)")
-                                            .arg(inserted ? main.join(QLatin1Char(',')) : before.join(QLatin1Char(',')),
-                                                 inserted ? QStringLiteral("main") : source, name,
-                                                 inserted ? QStringLiteral("m") : QStringLiteral("p"),
-                                                 inserted ? source : QStringLiteral("main"),
-                                                 inserted ? QStringLiteral("p") : QStringLiteral("m"), match));
-            while (only.step()) {
-                rows.append(char(inserted ? SQLITE_INSERT : SQLITE_DELETE));
-                rows.append('\0');
-                for (int i = 0; i < n; ++i)
-                    putvalue(rows, only.handle(), i);
+        } else {
+            // Rows of both: an update of the columns that differ.
+            Statement both = db.prepare(QStringLiteral("SELECT %1, %2 FROM main.%3 m JOIN %4.%3 p ON %5")
+                                            .arg(main.join(QLatin1Char(',')), before.join(QLatin1Char(',')), name, source, match));
+            while (both.step())
+                putupdate(rows, keys, both.handle(), 0, both.handle(), n);
+            // Rows of only one side: inserted since, or deleted.
+            for (const bool inserted : {true, false}) {
+                Statement only = db.prepare(
+                    QStringLiteral("SELECT %1 FROM %2.%3 %4 WHERE NOT EXISTS (SELECT 1 FROM %5.%3 %6 WHERE %7)")
+                        .arg(inserted ? main.join(QLatin1Char(',')) : before.join(QLatin1Char(',')),
+                             inserted ? QStringLiteral("main") : source, name, inserted ? QStringLiteral("m") : QStringLiteral("p"),
+                             inserted ? source : QStringLiteral("main"), inserted ? QStringLiteral("p") : QStringLiteral("m"), match));
+                while (only.step())
+                    putrow(rows, inserted, n, only.handle());
             }
         }
         if (!rows.isEmpty()) {
