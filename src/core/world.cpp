@@ -13,8 +13,12 @@ World::~World() = default;
 
 World::Watch::Watch(World &world, bool holding) : m_world(world), m_holding(holding)
 {
-    if (m_holding)
-        m_world.m_db->exec(QStringLiteral("PRAGMA cache_spill = OFF"));
+    // Held pages that outgrow the cache would be looked over for one to
+    // write out at every page the run touches: the cache grows with them.
+    if (m_holding) {
+        m_cachesize = m_world.m_db->scalar(QStringLiteral("PRAGMA cache_size")).toLongLong();
+        m_world.m_db->exec(QStringLiteral("PRAGMA cache_spill = OFF; PRAGMA cache_size = -262144"));
+    }
     m_world.m_pending = {};
     m_world.m_told = 0;
     m_world.m_squadRows.clear();
@@ -35,7 +39,7 @@ World::Watch::~Watch()
     m_world.m_watching = false;
     if (m_holding) {
         try {
-            m_world.m_db->exec(QStringLiteral("PRAGMA cache_spill = ON"));
+            m_world.m_db->exec(QStringLiteral("PRAGMA cache_spill = ON; PRAGMA cache_size = %1").arg(m_cachesize));
         } catch (const DbError &) {
             // Only the memory a later run takes depends on it.
         }

@@ -147,6 +147,7 @@ private:
     private:
         World &m_world;
         bool m_holding;
+        qint64 m_cachesize = 0;
     };
     void noted(RowChange change, const char *table, qint64 rowid);
     // Inside the run's transaction: starts recording its rows, and keeps
