@@ -215,7 +215,10 @@ bool samevalue(sqlite3_stmt *st, int a, sqlite3_stmt *other, int b)
 void putupdate(QByteArray &rows, const QByteArray &keys, sqlite3_stmt *now, int m, sqlite3_stmt *old, int o)
 {
     const int n = int(keys.size());
-    QByteArray older, newer;
+    // Kept from row to row, so that a whole table takes no allocation per row.
+    static thread_local QByteArray older, newer;
+    older.resize(0);
+    newer.resize(0);
     bool changed = false;
     for (int i = 0; i < n; ++i) {
         const bool same = samevalue(now, m + i, old, o + i);
@@ -229,8 +232,12 @@ void putupdate(QByteArray &rows, const QByteArray &keys, sqlite3_stmt *now, int 
         else
             putvalue(newer, now, m + i);
     }
-    if (changed)
-        rows += QByteArray("\x17\0", 2) + older + newer;
+    if (changed) {
+        rows.append(char(SQLITE_UPDATE));
+        rows.append('\0');
+        rows.append(older);
+        rows.append(newer);
+    }
 }
 
 void putrow(QByteArray &rows, bool inserted, int n, sqlite3_stmt *st)
