@@ -1,5 +1,7 @@
 // The history on a whole world of 5,000 clubs and 100,000 players: a
-// configuration import that replaces every player, undone and redone; a
+// configuration import that replaces every player, recorded as the menu
+// records it (its restore point as the way back) beside the same import
+// without the history, its first undo, then undone and redone; a
 // restore point of that world; and what recording costs a single team save
 // (the same save with and without the history around it, both without
 // waiting for the disk).

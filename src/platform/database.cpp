@@ -348,8 +348,15 @@ void Database::copyto(const QString &path)
     // one page by page.
     const QString mode = scalar(QStringLiteral("PRAGMA journal_mode")).toString();
     if (mode.compare(QLatin1String("wal"), Qt::CaseInsensitive) != 0 && sqlite3_get_autocommit(m_db)) {
-        exec(QStringLiteral("BEGIN; SELECT count(*) FROM sqlite_schema"));
-        const bool copied = copyfile(m_path, path);
+        exec(QStringLiteral("BEGIN"));
+        bool copied = false;
+        try {
+            scalar(QStringLiteral("SELECT count(*) FROM sqlite_schema"));
+            copied = copyfile(m_path, path);
+        } catch (const DbError &) {
+            exec(QStringLiteral("ROLLBACK"));
+            throw;
+        }
         exec(QStringLiteral("COMMIT"));
         if (copied)
             return;
