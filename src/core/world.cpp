@@ -6,6 +6,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <algorithm>
 
 namespace zorbo {
 
@@ -92,6 +93,23 @@ void World::settle()
     // nobody more; a whole import would look up each of its rows.
     if (m_squadRows.isEmpty() || m_pending.everything)
         return;
+    // Many rows, as an import writes them, are read in one pass over their
+    // span of rowids rather than looked up one by one.
+    if (m_squadRows.size() > 1000) {
+        std::sort(m_squadRows.begin(), m_squadRows.end());
+        Statement span = m_db->prepare(QStringLiteral("SELECT rowid, verein FROM kaderzeilen WHERE rowid BETWEEN ?1 AND ?2 "
+                                                      "ORDER BY rowid"));
+        span.bindAll(m_squadRows.first(), m_squadRows.last());
+        auto next = m_squadRows.cbegin();
+        while (span.step() && next != m_squadRows.cend()) {
+            const qint64 row = span.integer(0);
+            while (next != m_squadRows.cend() && *next < row)
+                ++next;
+            if (next != m_squadRows.cend() && *next == row && !span.isNull(1))
+                m_pending.teams.insert(span.integer(1));
+        }
+        return;
+    }
     Statement club = m_db->prepare(QStringLiteral("SELECT verein FROM kaderzeilen WHERE rowid = ?1"));
     for (qint64 row : std::as_const(m_squadRows)) {
         club.bind(1, row);
