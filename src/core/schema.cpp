@@ -115,11 +115,15 @@ FROM kaderzeilen v JOIN spieler s ON s.NUMMER = v.spieler;
 
 // The world's history: per step the rows one run changed, as a changeset of
 // the engine's session extension. zurueck is 1 for a step that is undone;
-// pruefsumme is the step's checksum (see stepchecksum).
+// pruefsumme is the step's checksum (see stepchecksum). A run that replaced
+// whole tables keeps no changes until it is first undone: its way back is
+// the restore point punkt (a file name in the folder of the restore points),
+// of punktgroesse bytes.
 const char *const historySql = R"SQL(
 CREATE TABLE verlauf (
   schritt INTEGER PRIMARY KEY, zeit TEXT NOT NULL, text TEXT NOT NULL,
-  zurueck INTEGER NOT NULL DEFAULT 0, aenderungen BLOB NOT NULL, pruefsumme BLOB
+  zurueck INTEGER NOT NULL DEFAULT 0, aenderungen BLOB NOT NULL, pruefsumme BLOB,
+  punkt TEXT, punktgroesse INTEGER NOT NULL DEFAULT 0
 ) STRICT;
 )SQL";
 
@@ -234,6 +238,17 @@ void upgradeschema(Database &db)
     }
     if (version < 4)
         db.exec(QString::fromUtf8(gameFilesSql));
+    // Steps kept so far all hold their changes.
+    const auto haspoint = [&] {
+        for (const ColumnInfo &column : db.columns(QStringLiteral("verlauf"))) {
+            if (column.name == QLatin1String("punkt"))
+                return true;
+        }
+        return false;
+    };
+    if (version < 5 && !haspoint())
+        db.exec(QStringLiteral("ALTER TABLE verlauf ADD COLUMN punkt TEXT; "
+                               "ALTER TABLE verlauf ADD COLUMN punktgroesse INTEGER NOT NULL DEFAULT 0"));
     db.exec(QStringLiteral("PRAGMA user_version = %1").arg(zorboSchemaVersion));
     tx.commit();
 }

@@ -6,6 +6,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <algorithm>
 
 namespace zorbo {
 
@@ -13,8 +14,12 @@ World::~World() = default;
 
 World::Watch::Watch(World &world, bool holding) : m_world(world), m_holding(holding)
 {
-    if (m_holding)
-        m_world.m_db->exec(QStringLiteral("PRAGMA cache_spill = OFF"));
+    // Held pages that outgrow the cache would be looked over for one to
+    // write out at every page the run touches: the cache grows with them.
+    if (m_holding) {
+        m_cachesize = m_world.m_db->scalar(QStringLiteral("PRAGMA cache_size")).toLongLong();
+        m_world.m_db->exec(QStringLiteral("PRAGMA cache_spill = OFF; PRAGMA cache_size = -262144"));
+    }
     m_world.m_pending = {};
     m_world.m_told = 0;
     m_world.m_squadRows.clear();
@@ -30,11 +35,12 @@ World::Watch::Watch(World &world, bool holding) : m_world(world), m_holding(hold
 World::Watch::~Watch()
 {
     m_world.m_recorder.reset();
+    m_world.m_replacing = false;
     m_world.m_db->setUpdateHook({});
     m_world.m_watching = false;
     if (m_holding) {
         try {
-            m_world.m_db->exec(QStringLiteral("PRAGMA cache_spill = ON"));
+            m_world.m_db->exec(QStringLiteral("PRAGMA cache_spill = ON; PRAGMA cache_size = %1").arg(m_cachesize));
         } catch (const DbError &) {
             // Only the memory a later run takes depends on it.
         }
@@ -87,6 +93,23 @@ void World::settle()
     // nobody more; a whole import would look up each of its rows.
     if (m_squadRows.isEmpty() || m_pending.everything)
         return;
+    // Many rows, as an import writes them, are read in one pass over their
+    // span of rowids rather than looked up one by one.
+    if (m_squadRows.size() > 1000) {
+        std::sort(m_squadRows.begin(), m_squadRows.end());
+        Statement span = m_db->prepare(QStringLiteral("SELECT rowid, verein FROM kaderzeilen WHERE rowid BETWEEN ?1 AND ?2 "
+                                                      "ORDER BY rowid"));
+        span.bindAll(m_squadRows.first(), m_squadRows.last());
+        auto next = m_squadRows.cbegin();
+        while (span.step() && next != m_squadRows.cend()) {
+            const qint64 row = span.integer(0);
+            while (next != m_squadRows.cend() && *next < row)
+                ++next;
+            if (next != m_squadRows.cend() && *next == row && !span.isNull(1))
+                m_pending.teams.insert(span.integer(1));
+        }
+        return;
+    }
     Statement club = m_db->prepare(QStringLiteral("SELECT verein FROM kaderzeilen WHERE rowid = ?1"));
     for (qint64 row : std::as_const(m_squadRows)) {
         club.bind(1, row);

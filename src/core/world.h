@@ -7,6 +7,7 @@
 #include "platform/runner.h"
 
 #include <QByteArray>
+#include <QHash>
 #include <QObject>
 #include <QSet>
 #include <QStringList>
@@ -32,13 +33,18 @@ struct Change {
 // How a run that changes the world enters its history. A run that changes
 // no row leaves no step.
 struct Step {
-    Step(QString text = {}, QString restorepoint = {}) : text(std::move(text)), restorepoint(std::move(restorepoint)) {}
+    Step(QString text = {}, QString restorepoint = {}, bool replacing = false)
+        : text(std::move(text)), restorepoint(std::move(restorepoint)), replacing(replacing) {}
 
     QString text;         // German, as the menu names it: "Verein „FC Köln“ gespeichert"
     QString restorepoint; // when set, a run that changed rows keeps the world as it
                           // was before as a restore point with this reason, and
                           // the run is refused without one; a run that fails or
                           // changes nothing leaves the restore points as they are
+    bool replacing;       // the run replaces most of its tables (an import of a whole
+                          // file): with a restore point, the step keeps no changes
+                          // but names the point as its way back; its first undo
+                          // turns it into an ordinary step
 };
 
 // A program folder brought up as the editor's start-up does it (see
@@ -141,14 +147,20 @@ private:
     private:
         World &m_world;
         bool m_holding;
+        qint64 m_cachesize = 0;
     };
     void noted(RowChange change, const char *table, qint64 rowid);
     // Inside the run's transaction: starts recording its rows, and keeps
     // what it changed as a step (false when it changed nothing).
-    void record();
-    bool keepstep(const Step &step);
+    void record(const Step &step);
+    bool keepstep(const Step &step, const QString &point);
     // Undoes (or redoes) the steps in the order given, as one run.
     Result replay(const QList<HistoryStep> &steps, bool undoing, const Progress &progress);
+    // Inside replay: undoes the step kept by the restore point attached as
+    // point, which keeps the changes from then on.
+    void unreplace(qint64 id, const QString &point);
+    // The restore points that steps need, with the step.
+    QHash<QString, qint64> neededpoints() const;
     // Copies source (the open database, or during a run a second connection
     // that sees the world as last committed) into a restore point.
     Result keeprestorepoint(Database &source, const QString &reason, bool byhand, QString *name);
@@ -176,6 +188,7 @@ private:
     qint64 m_brokenstep = 0;
     bool m_recordsteps = true;             // off while the start-up makes the market
     std::unique_ptr<ChangeRecorder> m_recorder; // while a run goes
+    bool m_replacing = false;  // the run's step is kept by its restore point, without a recorder
     Change m_pending;
     qint64 m_told = 0;         // rows the hook told of during the run
     qint64 m_changesBefore = 0; // the engine's count of changed rows when the run began
@@ -203,11 +216,10 @@ std::invoke_result_t<Op &, Database &> World::run(Op &&op, const QString &lead, 
     {
         Watch watch(*this, !step.restorepoint.isEmpty());
         outcome = runtransaction(*m_db, lead, [&] {
-            record();
+            record(step);
             Outcome done = op(*m_db);
             if (resultof(done).ok) {
                 settle();
-                stepped = keepstep(step);
                 if (!step.restorepoint.isEmpty()) {
                     if (const Result kept = keepbefore(step.restorepoint, &point); !kept) {
                         Outcome refused{};
@@ -215,6 +227,7 @@ std::invoke_result_t<Op &, Database &> World::run(Op &&op, const QString &lead, 
                         return refused;
                     }
                 }
+                stepped = keepstep(step, point);
             }
             return done;
         });

@@ -7,6 +7,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QHash>
 
 namespace zorbo {
 
@@ -24,33 +25,105 @@ Result norun()
     return Result::failure(QStringLiteral("Während eines Laufs lässt sich der Verlauf nicht ändern."));
 }
 
-} // namespace
-
-void World::record()
+// Tables that are no part of the world: the history, and what the game's
+// files were at their last import or export.
+const QStringList &outsideworld()
 {
-    if (m_recordsteps)
-        m_recorder = std::make_unique<ChangeRecorder>(*m_db, QStringList{QStringLiteral("verlauf"), QStringLiteral("spieldateien")});
+    static const QStringList tables{QStringLiteral("verlauf"), QStringLiteral("spieldateien")};
+    return tables;
 }
 
-bool World::keepstep(const Step &step)
+std::optional<QString> pointpath(const QString &programFolder, const QString &name, QString *why);
+
+// Steps kept by their restore points take them along to their first undo,
+// attached to the connection while this lives (an attachment can't wait
+// inside a transaction). The engine attaches no more than ten files.
+constexpr int attachedPoints = 8;
+
+class Waysback {
+public:
+    explicit Waysback(Database &db) : m_db(db) {}
+    ~Waysback()
+    {
+        for (const QString &alias : std::as_const(m_aliases)) {
+            try {
+                m_db.exec(QStringLiteral("DETACH DATABASE ") + alias);
+            } catch (const DbError &) {
+                // Gone with the connection at the latest.
+            }
+        }
+    }
+    Waysback(const Waysback &) = delete;
+    Waysback &operator=(const Waysback &) = delete;
+
+    qsizetype count() const { return m_aliases.size(); }
+    QString attach(const QString &path)
+    {
+        const QString alias = QStringLiteral("punkt%1").arg(m_aliases.size() + 1);
+        m_db.run(QStringLiteral("ATTACH DATABASE ?1 AS ") + alias, path);
+        m_aliases << alias;
+        return alias;
+    }
+
+private:
+    Database &m_db;
+    QStringList m_aliases;
+};
+
+} // namespace
+
+void World::record(const Step &step)
 {
-    if (!m_recorder)
-        return false;
-    const QByteArray changes = m_recorder->changeset();
-    if (changes.isEmpty())
-        return false;
+    if (!m_recordsteps)
+        return;
+    // The restore point such a run keeps anyway is its way back; recording
+    // each of its rows would cost it more than its own work.
+    m_replacing = step.replacing && !step.restorepoint.isEmpty();
+    if (!m_replacing)
+        m_recorder = std::make_unique<ChangeRecorder>(*m_db, outsideworld());
+}
+
+bool World::keepstep(const Step &step, const QString &point)
+{
+    QByteArray changes;
+    QString way;
+    qint64 waybytes = 0;
+    if (m_replacing) {
+        bool changedworld = m_pending.everything;
+        for (const QString &table : std::as_const(m_pending.tables))
+            changedworld = changedworld || !outsideworld().contains(table);
+        if (!changedworld || point.isEmpty())
+            return false;
+        way = point;
+        waybytes = QFileInfo(restorepointfolder(m_settings.programFolder) + QLatin1Char('/') + point).size();
+    } else {
+        if (!m_recorder)
+            return false;
+        changes = m_recorder->changeset();
+        if (changes.isEmpty())
+            return false;
+    }
     m_db->exec(QStringLiteral("DELETE FROM verlauf WHERE zurueck = 1"));
     // The step's number is known before it is written, so that the changes,
     // megabytes after a whole import, are written once, with their checksum.
+    // A step kept by its restore point sums up the point's name.
     const qint64 id = m_db->scalar(QStringLiteral("SELECT coalesce(max(schritt), 0) + 1 FROM verlauf")).toLongLong();
-    m_db->run(QStringLiteral("INSERT INTO verlauf (schritt, zeit, text, zurueck, aenderungen, pruefsumme) "
-                             "VALUES (?1, ?2, ?3, 0, ?4, ?5)"),
-              id, QDateTime::currentDateTime().toString(Qt::ISODate),
-              step.text.isEmpty() ? QStringLiteral("Änderung") : step.text, changes, stepchecksum(id, changes));
-    // The newest step always stays, however large.
+    Statement insert = m_db->prepare(QStringLiteral("INSERT INTO verlauf (schritt, zeit, text, zurueck, aenderungen, "
+                                                    "pruefsumme, punkt, punktgroesse) VALUES (?1, ?2, ?3, 0, ?4, ?5, ?6, ?7)"));
+    insert.bindAll(id, QDateTime::currentDateTime().toString(Qt::ISODate),
+                   step.text.isEmpty() ? QStringLiteral("Änderung") : step.text, changes,
+                   stepchecksum(id, way.isEmpty() ? changes : way.toUtf8()));
+    if (way.isEmpty())
+        insert.bindNull(6);
+    else
+        insert.bind(6, way);
+    insert.bind(7, waybytes);
+    insert.exec();
+    // The newest step always stays, however large; a restore point a step
+    // needs counts with its size.
     m_db->run(QStringLiteral("DELETE FROM verlauf WHERE schritt IN (SELECT schritt FROM (SELECT schritt, "
                              "row_number() OVER (ORDER BY schritt DESC) AS n, "
-                             "sum(length(aenderungen)) OVER (ORDER BY schritt DESC) AS bytes FROM verlauf) "
+                             "sum(length(aenderungen) + punktgroesse) OVER (ORDER BY schritt DESC) AS bytes FROM verlauf) "
                              "WHERE n > 1 AND (n > ?1 OR bytes > ?2))"),
               keptSteps, keptBytes);
     return true;
@@ -89,11 +162,47 @@ Result World::replay(const QList<HistoryStep> &steps, bool undoing, const Progre
                                    .arg(step.id)
                                    .arg(step.text, doing));
     };
+    // The restore points of the steps that are kept by them.
+    QHash<qint64, QString> ways;
+    Waysback attached(*m_db);
+    if (undoing) {
+        Statement way = m_db->prepare(QStringLiteral("SELECT punkt FROM verlauf WHERE schritt = ?1 AND punkt IS NOT NULL"));
+        for (const HistoryStep &step : steps) {
+            way.bind(1, step.id);
+            const std::optional<QString> name = way.step() ? std::optional(way.text(0)) : std::nullopt;
+            way.reset();
+            if (!name)
+                continue;
+            QString why;
+            const std::optional<QString> path = pointpath(m_settings.programFolder, *name, &why);
+            if (!path) {
+                m_brokenstep = step.id;
+                return Result::failure(QStringLiteral("Schritt %1 des Verlaufs („%2“) lässt sich nicht rückgängig machen: "
+                                                      "er braucht dafür seinen Wiederherstellungspunkt. %3 Die Datenbank "
+                                                      "selbst ist in Ordnung; es wurde nichts geändert. Der Verlauf lässt "
+                                                      "sich ab diesem Schritt löschen.")
+                                           .arg(step.id)
+                                           .arg(step.text, why));
+            }
+            if (attached.count() == attachedPoints)
+                return Result::failure(QStringLiteral("Mehr als %1 Schritte, die ganze Tabellen ersetzt haben, lassen sich "
+                                                      "nicht auf einmal rückgängig machen; bitte in kleineren Schritten. Es "
+                                                      "wurde nichts geändert.")
+                                           .arg(attachedPoints));
+            try {
+                ways.insert(step.id, attached.attach(*path));
+            } catch (const DbError &e) {
+                return Result::failure(QStringLiteral("%1: der Wiederherstellungspunkt %2 lässt sich nicht öffnen: %3")
+                                           .arg(applyLead, QDir::toNativeSeparators(*path), e.text()));
+            }
+        }
+    }
     Result done;
     {
         Watch watch(*this);
         done = runtransaction(*m_db, applyLead, [&] {
-            Statement read = m_db->prepare(QStringLiteral("SELECT aenderungen, pruefsumme FROM verlauf WHERE schritt = ?1"));
+            Statement read = m_db->prepare(
+                QStringLiteral("SELECT aenderungen, pruefsumme, punkt FROM verlauf WHERE schritt = ?1"));
             Statement mark = m_db->prepare(QStringLiteral("UPDATE verlauf SET zurueck = ?1 WHERE schritt = ?2"));
             QStringList texts;
             for (qsizetype i = 0; i < steps.size(); ++i) {
@@ -104,15 +213,19 @@ Result World::replay(const QList<HistoryStep> &steps, bool undoing, const Progre
                     return Result::failure(QStringLiteral("Den Schritt %1 gibt es nicht mehr.").arg(step.id));
                 const QByteArray changes = read.blob(0);
                 const QByteArray sum = read.blob(1);
+                const QString way = read.isNull(2) ? QString() : read.text(2);
                 read.reset();
-                if (changes.isEmpty() || sum != stepchecksum(step.id, changes))
+                if (sum != stepchecksum(step.id, way.isEmpty() ? changes : way.toUtf8()) || (!way.isEmpty() && !ways.contains(step.id)))
                     return broken(step);
                 std::optional<QString> conflict;
                 try {
-                    conflict = applychangeset(*m_db, changes, undoing);
+                    if (!way.isEmpty())
+                        unreplace(step.id, ways.value(step.id));
+                    else if (!changes.isEmpty())
+                        conflict = applychangeset(*m_db, changes, undoing);
                 } catch (const DbError &e) {
                     // Bytes the engine can't read as changes: the step's, not the database's.
-                    if (!e.damaged())
+                    if (!e.damaged() || !way.isEmpty())
                         throw;
                     return broken(step);
                 }
@@ -130,9 +243,36 @@ Result World::replay(const QList<HistoryStep> &steps, bool undoing, const Progre
         });
     }
     publish(done.ok);
-    if (done.ok)
+    if (done.ok) {
+        // The points those steps needed are left to the usual pruning.
+        if (!ways.isEmpty())
+            prunerestorepoints();
         emit historychanged();
+    }
     return done;
+}
+
+void World::unreplace(qint64 id, const QString &point)
+{
+    // What turns the world of before into the present one is the step's
+    // way forth from now on, kept as an ordinary step's changes.
+    QStringList differing;
+    const QByteArray changes = diffchangeset(*m_db, point, outsideworld(), &differing);
+    // The tables that differ come back whole, row for row as the point keeps them.
+    for (const QString &table : std::as_const(differing)) {
+        const QString name = QLatin1Char('"') + table + QLatin1Char('"');
+        m_db->exec(QStringLiteral("DELETE FROM main.") + name);
+        m_db->exec(QStringLiteral("INSERT INTO main.%1 SELECT * FROM %2.%1").arg(name, point));
+        m_pending.tables.insert(table.compare(QLatin1String("kaderzeilen"), Qt::CaseInsensitive) == 0
+                                    ? QStringLiteral("vereinspieler")
+                                    : table);
+    }
+    // The engine tells no row of a table copied whole.
+    if (!differing.isEmpty())
+        m_pending.everything = true;
+    m_db->run(QStringLiteral("UPDATE verlauf SET aenderungen = ?1, pruefsumme = ?2, punkt = NULL, punktgroesse = 0 "
+                             "WHERE schritt = ?3"),
+              changes, stepchecksum(id, changes), id);
 }
 
 Result World::undo(int count, const Progress &progress)
@@ -208,6 +348,7 @@ Result World::dropsteps(qint64 from)
     });
     if (done.ok) {
         m_brokenstep = 0;
+        prunerestorepoints();
         emit historychanged();
     }
     return done;
@@ -240,11 +381,29 @@ std::optional<QString> pointpath(const QString &programFolder, const QString &na
 
 } // namespace
 
+QHash<QString, qint64> World::neededpoints() const
+{
+    QHash<QString, qint64> needed;
+    if (!m_db)
+        return needed;
+    try {
+        Statement st = m_db->prepare(QStringLiteral("SELECT punkt, schritt FROM verlauf WHERE punkt IS NOT NULL"));
+        while (st.step())
+            needed.insert(st.text(0), st.integer(1));
+    } catch (const DbError &) {
+        // A history that can't be read needs nothing.
+    }
+    return needed;
+}
+
 void World::prunerestorepoints()
 {
+    // The points steps of the history need are theirs, outside the number
+    // of the settings; the history's bound keeps them few.
+    const QHash<QString, qint64> needed = neededpoints();
     int kept = 0;
     for (const RestorePoint &point : restorepoints(m_settings.programFolder, false)) {
-        if (!point.byhand && ++kept > m_settings.restorepoints)
+        if (!point.byhand && !needed.contains(point.name) && ++kept > m_settings.restorepoints)
             QFile::remove(point.path);
     }
 }
@@ -275,6 +434,12 @@ Result World::removerestorepoint(const QString &name)
     const std::optional<QString> path = pointpath(m_settings.programFolder, name, &why);
     if (!path)
         return Result::failure(why);
+    if (const qint64 step = neededpoints().value(name); step != 0)
+        return Result::failure(QStringLiteral("Der Wiederherstellungspunkt %1 wird noch gebraucht: Schritt %2 des Verlaufs "
+                                              "lässt sich nur mit ihm rückgängig machen. Erst den Verlauf ab diesem Schritt "
+                                              "löschen, dann den Wiederherstellungspunkt.")
+                                   .arg(name)
+                                   .arg(step));
     QFile file(*path);
     if (!file.remove())
         return Result::failure(QStringLiteral("Der Wiederherstellungspunkt %1 lässt sich nicht löschen: %2")

@@ -49,7 +49,7 @@ FileFormat configformat(ConfigKind kind)
         const QString file = QFileInfo(request.path).fileName();
         return fromexchange(place.world->run(
             [&](Database &db) { return importconfig(db, request.path, kind, progress, encoding(request)); }, {},
-            Step{QStringLiteral("Config-Import %1").arg(file), QStringLiteral("Config-Import %1").arg(file)}));
+            Step{QStringLiteral("Config-Import %1").arg(file), QStringLiteral("Config-Import %1").arg(file), true}));
     };
     f.write = [kind](const FormatPlace &place, const FormatRequest &request, const Progress &progress) {
         return fromexchange(

@@ -37,4 +37,10 @@ private:
 // for a failure of the engine.
 std::optional<QString> applychangeset(Database &db, const QByteArray &changeset, bool inverse);
 
+// The changeset that turns the tables of the attached database from into
+// those of main: every table of main with a primary key but those left out,
+// compared row by row. *differing names the tables in which a row differs.
+// Throws DbError, also when a table is not of the same form in both.
+QByteArray diffchangeset(Database &db, const QString &from, const QStringList &leftOut, QStringList *differing);
+
 } // namespace zorbo

@@ -15,7 +15,7 @@ namespace zorbo {
 
 Step wipestep()
 {
-    return {QStringLiteral("Datenbank gelöscht"), QStringLiteral("Datenbank löschen")};
+    return {QStringLiteral("Datenbank gelöscht"), QStringLiteral("Datenbank löschen"), true};
 }
 
 Result del_db(Database &db, const Progress &progress)

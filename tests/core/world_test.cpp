@@ -123,6 +123,23 @@ TEST(World, RunsTellWhatTheyChangedOnceCommitted)
     EXPECT_EQ(told[1].tables, QSet<QString>({"vereinspieler"}));
     EXPECT_EQ(told[1].teams, QSet<qint64>({5}));
     EXPECT_TRUE(told[1].players.isEmpty());
+    // Squad rows by the thousand, as an import writes them, among rows of
+    // other clubs that stay: only the clubs of the rows written are told.
+    ASSERT_TRUE(world->run([](Database &db) {
+        db.run("INSERT INTO vereinspieler VALUES (8, 7)");
+        for (int i = 0; i < 1200; ++i)
+            db.run("INSERT INTO vereinspieler VALUES (?1, 7)", i % 2 ? 5 : 6);
+        db.run("UPDATE kaderzeilen SET spieler = 8 WHERE verein = 8");
+        return Result::success();
+    }));
+    ASSERT_EQ(told.size(), 3);
+    EXPECT_EQ(told[2].teams, QSet<qint64>({5, 6, 8}));
+    ASSERT_TRUE(world->run([](Database &db) {
+        db.exec("DELETE FROM kaderzeilen WHERE verein <> 5 OR zeile > (SELECT min(zeile) FROM kaderzeilen)");
+        return Result::success();
+    }));
+    told.removeLast();
+    told.removeLast();
     ASSERT_TRUE(world->run([](Database &db) {
         db.exec("DELETE FROM vereinspieler");
         return Result::success();

@@ -14,6 +14,7 @@
 #include "tools/squadnumbers.h"
 #include "tools/swap.h"
 
+#include <QFile>
 #include <gtest/gtest.h>
 
 using namespace zorbo;
@@ -137,6 +138,39 @@ TEST_P(EveryRun, UndoAndRedoGiveBackTheRowsBeforeAndAfterAlsoAfterARestart)
     ASSERT_TRUE(world->undo().ok);
     EXPECT_EQ(dumpworld(*world->db()), before);
     EXPECT_TRUE(world->history().first().undone);
+    world.reset();
+    world = openworld(dir.path());
+    ASSERT_TRUE(world->redo().ok);
+    EXPECT_EQ(dumpworld(*world->db()), after);
+}
+
+TEST_P(EveryRun, AStepKeptByItsRestorePointGivesBackTheSameRowsAlsoAfterARestart)
+{
+    TempFolder dir;
+    std::unique_ptr<World> world = sampleworld(dir.path());
+    const QStringList before = dumpworld(*world->db());
+    const Result done = world->run(GetParam().run, {}, Step{"Der Lauf", "Vor dem Lauf", true});
+    ASSERT_TRUE(done.ok) << done.message.toStdString();
+    const QStringList after = dumpworld(*world->db());
+    ASSERT_EQ(world->history().size(), 1);
+    EXPECT_EQ(world->history().first().bytes, 0) << "no changes kept until the first undo";
+
+    // The first undo, after a restart, goes back to the restore point and
+    // keeps the changes from then on; the point is no longer needed.
+    world.reset();
+    world = openworld(dir.path());
+    const Result undone = world->undo();
+    ASSERT_TRUE(undone.ok) << undone.message.toStdString();
+    EXPECT_EQ(dumpworld(*world->db()), before);
+    EXPECT_GT(world->history().first().bytes, 0);
+    ASSERT_TRUE(world->redo().ok);
+    EXPECT_EQ(dumpworld(*world->db()), after);
+    EXPECT_TRUE(world->removerestorepoint(restorepoints(dir.path()).first().name).ok);
+
+    world.reset();
+    world = openworld(dir.path());
+    ASSERT_TRUE(world->undo().ok);
+    EXPECT_EQ(dumpworld(*world->db()), before);
     world.reset();
     world = openworld(dir.path());
     ASSERT_TRUE(world->redo().ok);
@@ -279,4 +313,47 @@ TEST(History, AStepWhoseChangesWereAlteredIsRefusedNamedAndCanBeDroppedFromOn)
     world = openworld(dir.path());
     ASSERT_TRUE(world->undo().ok);
     EXPECT_EQ(world->db()->scalar("SELECT NAME FROM vereine WHERE NUMMER = 0").toString(), "Vier");
+}
+
+TEST(History, AStepWhoseRestorePointIsGoneIsRefusedAndCanBeDropped)
+{
+    TempFolder dir;
+    std::unique_ptr<World> world = openworld(dir.path());
+    ASSERT_TRUE(world->run([](Database &db) { return renameclub(db, 0, "Eins"); }, {}, Step{"Eins"}).ok);
+    ASSERT_TRUE(world->run([](Database &db) { return del_db(db); }, {}, wipestep()).ok);
+    const QList<RestorePoint> points = restorepoints(dir.path());
+    ASSERT_EQ(points.size(), 1);
+    ASSERT_TRUE(QFile::remove(points[0].path));
+    const QStringList now = dumpworld(*world->db());
+
+    const Result refused = world->undo();
+    EXPECT_FALSE(refused.ok);
+    const qint64 wipe = world->history().last().id;
+    EXPECT_TRUE(refused.message.contains(QString("Schritt %1 des Verlaufs („Datenbank gelöscht“)").arg(wipe))
+                && refused.message.contains(points[0].name) && refused.message.contains("es wurde nichts geändert"))
+        << refused.message.toStdString();
+    EXPECT_EQ(world->brokenstep(), wipe);
+    EXPECT_EQ(dumpworld(*world->db()), now);
+    EXPECT_FALSE(world->history().last().undone);
+    ASSERT_TRUE(world->dropsteps(wipe).ok);
+    EXPECT_TRUE(world->history().isEmpty());
+    EXPECT_EQ(dumpworld(*world->db()), now);
+}
+
+TEST(History, StepsOfAWorldBeforeRestorePointStepsStillUndo)
+{
+    TempFolder dir;
+    std::unique_ptr<World> world = openworld(dir.path());
+    ASSERT_TRUE(world->run([](Database &db) { return renameclub(db, 0, "Eins"); }, {}, Step{"Eins"}).ok);
+    world->db()->exec("ALTER TABLE verlauf DROP COLUMN punktgroesse; ALTER TABLE verlauf DROP COLUMN punkt; "
+                      "PRAGMA user_version = 4");
+    world.reset();
+    world = openworld(dir.path());
+    ASSERT_TRUE(world->db());
+    EXPECT_EQ(world->db()->scalar("PRAGMA user_version").toInt(), zorboSchemaVersion);
+    const Result undone = world->undo();
+    ASSERT_TRUE(undone.ok) << undone.message.toStdString();
+    EXPECT_NE(world->db()->scalar("SELECT NAME FROM vereine WHERE NUMMER = 0").toString(), "Eins");
+    ASSERT_TRUE(world->run([](Database &db) { return del_db(db); }, {}, wipestep()).ok);
+    EXPECT_TRUE(world->undo().ok);
 }

@@ -69,6 +69,15 @@ TEST(RestorePoints, KeptBeforeBigRunsListedRestoredAndPruned)
     for (const char *reason : {"a", "b", "c"})
         ASSERT_TRUE(world->keeprestorepoint(reason).ok);
     world->prunerestorepoints();
+    // The wiped world came back with its step, whose way back is the point
+    // of before the wipe: that point stays beyond the number, and goes only
+    // with the step.
+    EXPECT_EQ(reasons(dir.path()), QStringList({"c", "b", "a", "Mein Stand- gut", "Datenbank löschen"}));
+    const Result needed = world->removerestorepoint(points[0].name);
+    EXPECT_FALSE(needed.ok);
+    EXPECT_TRUE(needed.message.contains(QString("gebraucht: Schritt %1 ").arg(world->history().last().id)))
+        << needed.message.toStdString();
+    ASSERT_TRUE(world->drophistory().ok);
     EXPECT_EQ(reasons(dir.path()), QStringList({"c", "b", "a", "Mein Stand- gut"}));
     const RestorePoint mine = restorepoints(dir.path()).last();
     EXPECT_TRUE(mine.byhand);
