@@ -72,7 +72,7 @@ struct PlayerRank::Sorted {
     QVariant name, vorname;
     std::optional<QCollatorSortKey> nameKey, vornameKey;
     qint64 frei = 0, nummer = 0;
-    qint64 rang = 0;
+    size_t read = 0; // the how-manieth read, in the order of frei and nummer
 };
 
 namespace {
@@ -141,7 +141,7 @@ bool PlayerRank::readpiece(int rows)
     st.bindAll(m_readAfter, rows);
     const size_t from = m_all.size();
     while (st.step()) {
-        Sorted s{st.value(1), st.value(2), {}, {}, m_readFrei, st.integer(0)};
+        Sorted s{st.value(1), st.value(2), {}, {}, m_readFrei, st.integer(0), m_all.size()};
         if (!s.name.isNull())
             s.nameKey = germansortkey(s.name.toString());
         if (!s.vorname.isNull()) {
@@ -196,14 +196,13 @@ bool PlayerRank::buildstep(int ms)
                                    m_all.begin() + qsizetype(m_runs[best + 1]), before);
                 m_runs.erase(m_runs.begin() + qsizetype(best));
             } else {
-                // Each player's place, then the rows back in the order of
-                // their numbers: so the index by player grows at its end
-                // while they are written, which is as quick as making it
-                // after them, and can go with them piece by piece.
+                // The rows are written in the order they were read, of
+                // their numbers: so the index by player grows at its end,
+                // which is as quick as making it after them, and goes with
+                // them piece by piece.
+                m_byRead.resize(m_all.size());
                 for (size_t i = 0; i < m_all.size(); ++i)
-                    m_all[i].rang = qint64(i + 1) * spacing;
-                std::sort(m_all.begin(), m_all.end(),
-                          [](const Sorted &a, const Sorted &b) { return std::pair(a.frei, a.nummer) < std::pair(b.frei, b.nummer); });
+                    m_byRead[m_all[i].read] = i;
                 m_db.exec(QStringLiteral("DELETE FROM temp.suche_rang"));
                 m_written = 0;
                 m_stage = Stage::Write;
@@ -214,8 +213,9 @@ bool PlayerRank::buildstep(int ms)
                 QStringLiteral("INSERT INTO temp.suche_rang (rang, frei, nummer, name, vorname, text) VALUES (?1, ?2, ?3, ?4, ?5, ?6)"));
             const size_t end = std::min(m_all.size(), m_written + rowsPerWrite);
             for (; m_written < end; ++m_written) {
-                Sorted &s = m_all[m_written];
-                put.bindAll(s.rang, s.frei, s.nummer, s.name, s.vorname,
+                const size_t place = m_byRead[m_written];
+                Sorted &s = m_all[place];
+                put.bindAll(qint64(place + 1) * spacing, s.frei, s.nummer, s.name, s.vorname,
                             searchfold(s.vorname.toString() + QLatin1Char(' ') + s.name.toString()))
                     .exec();
                 s = {}; // freed a piece at a time, not all at the end
@@ -223,6 +223,7 @@ bool PlayerRank::buildstep(int ms)
             if (m_written == m_all.size()) {
                 m_all = {};
                 m_runs = {};
+                m_byRead = {};
                 m_built = true;
             }
             break;

@@ -50,6 +50,7 @@ private:
     Stage m_stage = Stage::Read;
     std::vector<Sorted> m_all;
     std::vector<size_t> m_runs;
+    std::vector<size_t> m_byRead; // each row's place in m_all, in the order read
     int m_readFrei = 0;
     qint64 m_readAfter = -1;
     size_t m_written = 0;
