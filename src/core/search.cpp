@@ -139,7 +139,9 @@ void SearchIndex::idlestep()
         m_idle->stop();
         return;
     }
-    if (!sqlite3_get_autocommit(db->handle()))
+    // Looked at again a little later, not spinning while the run goes on.
+    m_idle->setInterval(sqlite3_get_autocommit(db->handle()) ? 0 : 50);
+    if (m_idle->interval())
         return;
     if (m_rank->buildstep(20))
         m_idle->stop();
