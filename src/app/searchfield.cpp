@@ -47,6 +47,8 @@ SearchField::~SearchField() = default;
 void SearchField::opened()
 {
     m_index = m_shell.world() ? &SearchIndex::of(*m_shell.world()) : nullptr;
+    if (m_index)
+        m_index->rankinidle();
 }
 
 void SearchField::typed(const QString &text)

@@ -3,6 +3,7 @@
 #include "core/search.h"
 #include "platform/germanorder.h"
 
+#include <QElapsedTimer>
 #include <QHash>
 #include <algorithm>
 #include <optional>
@@ -45,13 +46,6 @@ int comparekeys(const Key &a, const Key &b)
     return a.nummer < b.nummer ? -1 : a.nummer > b.nummer ? 1 : 0;
 }
 
-// A name with its collator's key, for building the whole order at once.
-struct Sorted {
-    QVariant name, vorname;
-    std::optional<QCollatorSortKey> nameKey, vornameKey;
-    qint64 frei = 0, nummer = 0;
-};
-
 int comparesorted(const QVariant &a, const std::optional<QCollatorSortKey> &ka, const QVariant &b,
                   const std::optional<QCollatorSortKey> &kb)
 {
@@ -73,6 +67,33 @@ const char *const folded = "suchtext(coalesce(vorname, '') || ' ' || coalesce(na
 
 } // namespace
 
+// A name with its collator's key, for building the whole order at once.
+struct PlayerRank::Sorted {
+    QVariant name, vorname;
+    std::optional<QCollatorSortKey> nameKey, vornameKey;
+    qint64 frei = 0, nummer = 0;
+    size_t read = 0; // the how-manieth read, in the order of frei and nummer
+};
+
+namespace {
+
+bool before(const PlayerRank::Sorted &a, const PlayerRank::Sorted &b)
+{
+    if (const int c = comparesorted(a.name, a.nameKey, b.name, b.nameKey))
+        return c < 0;
+    if (const int c = comparesorted(a.vorname, a.vornameKey, b.vorname, b.vornameKey))
+        return c < 0;
+    return std::pair(a.frei, a.nummer) < std::pair(b.frei, b.nummer);
+}
+
+// Rows read, sorted and written a piece at a time.
+constexpr int rowsPerRead = 4000;
+constexpr int rowsPerWrite = 4000;
+
+} // namespace
+
+PlayerRank::~PlayerRank() = default;
+
 PlayerRank::PlayerRank(Database &db) : m_db(db)
 {
     m_db.exec(QStringLiteral(
@@ -82,25 +103,45 @@ PlayerRank::PlayerRank(Database &db) : m_db(db)
 
 void PlayerRank::update(const Change &change)
 {
-    if (!m_built)
+    if (!m_built) {
+        // Rows already read may have changed: all are compared once it is built.
+        if (m_stage != Stage::Read || m_readFrei || m_readAfter >= 0)
+            m_check = true;
         return;
+    }
     if (change.everything || change.tables.contains(QStringLiteral("a4spieler")) || m_told.size() + change.players.size() > rowsForCheck)
         m_check = true;
     else if (change.tables.contains(QStringLiteral("spieler")))
         m_told.unite(change.players);
 }
 
-// The whole order at once, sorted here on the collator's keys: made once
-// per name, they spare the collator the million comparisons of a sort in
-// the database.
+// The whole order, sorted here on the collator's keys: made once per
+// name, they spare the collator the million comparisons of a sort in the
+// database.
 void PlayerRank::build()
 {
-    std::vector<Sorted> all;
-    // First names repeat: each one's key is made once.
+    m_stage = Stage::Read;
+    m_all.clear();
+    m_runs.clear();
+    m_readFrei = 0;
+    m_readAfter = -1;
+    m_built = false;
+    while (!buildstep(-1)) {
+    }
+}
+
+// Reads the next rows by player number, spieler first, then a4spieler,
+// and sorts them as a run of their own; false when all are read.
+bool PlayerRank::readpiece(int rows)
+{
+    // First names repeat: each one's key is made once a piece.
     QHash<QString, QCollatorSortKey> firstNames;
-    Statement st = m_db.prepare(QString::fromLatin1(players));
+    Statement st = m_db.prepare(m_readFrei ? QStringLiteral("SELECT id, name, vorname FROM a4spieler WHERE id > ?1 ORDER BY id LIMIT ?2")
+                                           : QStringLiteral("SELECT NUMMER, NAME, VORNAME FROM spieler WHERE NUMMER > ?1 ORDER BY NUMMER LIMIT ?2"));
+    st.bindAll(m_readAfter, rows);
+    const size_t from = m_all.size();
     while (st.step()) {
-        Sorted s{st.value(2), st.value(3), {}, {}, st.integer(0), st.integer(1)};
+        Sorted s{st.value(1), st.value(2), {}, {}, m_readFrei, st.integer(0), m_all.size()};
         if (!s.name.isNull())
             s.nameKey = germansortkey(s.name.toString());
         if (!s.vorname.isNull()) {
@@ -110,40 +151,97 @@ void PlayerRank::build()
                 known = firstNames.insert(vorname, germansortkey(vorname));
             s.vornameKey = *known;
         }
-        all.push_back(std::move(s));
+        m_readAfter = s.nummer;
+        m_all.push_back(std::move(s));
     }
-    std::sort(all.begin(), all.end(), [](const Sorted &a, const Sorted &b) {
-        if (const int c = comparesorted(a.name, a.nameKey, b.name, b.nameKey))
-            return c < 0;
-        if (const int c = comparesorted(a.vorname, a.vornameKey, b.vorname, b.vornameKey))
-            return c < 0;
-        return std::pair(a.frei, a.nummer) < std::pair(b.frei, b.nummer);
-    });
-    // The index by player is made after the rows, at once: row by row in
-    // the order of names it would take longer than all the rest.
-    m_db.exec(QStringLiteral("DROP INDEX IF EXISTS temp.suche_rang_spieler; DELETE FROM temp.suche_rang"));
-    Statement put = m_db.prepare(QStringLiteral("INSERT INTO temp.suche_rang (rang, frei, nummer, name, vorname, text) VALUES (?1, ?2, ?3, ?4, ?5, ?6)"));
-    qint64 rang = 0;
-    for (const Sorted &s : all)
-        put.bindAll(rang += spacing, s.frei, s.nummer, s.name, s.vorname,
-                    searchfold(s.vorname.toString() + QLatin1Char(' ') + s.name.toString()))
-            .exec();
-    m_db.exec(QString::fromLatin1(byPlayer));
-    m_built = true;
-    m_check = false;
-    m_told.clear();
+    if (m_all.size() > from) {
+        std::sort(m_all.begin() + qsizetype(from), m_all.end(), before);
+        m_runs.push_back(m_all.size());
+    }
+    if (m_all.size() - from < size_t(rows)) {
+        if (m_readFrei)
+            return false;
+        m_readFrei = 1;
+        m_readAfter = -1;
+    }
+    return true;
+}
+
+bool PlayerRank::buildstep(int ms)
+{
+    if (m_built)
+        return true;
+    QElapsedTimer clock;
+    clock.start();
+    Transaction tx(m_db);
+    do {
+        switch (m_stage) {
+        case Stage::Read:
+            if (!readpiece(rowsPerRead))
+                m_stage = Stage::Merge;
+            break;
+        case Stage::Merge:
+            // Two neighbouring runs become one, the shortest first.
+            if (m_runs.size() > 1) {
+                size_t best = 0, length = SIZE_MAX;
+                for (size_t r = 0; r + 1 < m_runs.size(); ++r) {
+                    const size_t start = r ? m_runs[r - 1] : 0;
+                    if (m_runs[r + 1] - start < length) {
+                        length = m_runs[r + 1] - start;
+                        best = r;
+                    }
+                }
+                const size_t start = best ? m_runs[best - 1] : 0;
+                std::inplace_merge(m_all.begin() + qsizetype(start), m_all.begin() + qsizetype(m_runs[best]),
+                                   m_all.begin() + qsizetype(m_runs[best + 1]), before);
+                m_runs.erase(m_runs.begin() + qsizetype(best));
+            } else {
+                // The rows are written in the order they were read, of
+                // their numbers: so the index by player grows at its end,
+                // which is as quick as making it after them, and goes with
+                // them piece by piece.
+                m_byRead.resize(m_all.size());
+                for (size_t i = 0; i < m_all.size(); ++i)
+                    m_byRead[m_all[i].read] = i;
+                m_db.exec(QStringLiteral("DELETE FROM temp.suche_rang"));
+                m_written = 0;
+                m_stage = Stage::Write;
+            }
+            break;
+        case Stage::Write: {
+            Statement put = m_db.prepare(
+                QStringLiteral("INSERT INTO temp.suche_rang (rang, frei, nummer, name, vorname, text) VALUES (?1, ?2, ?3, ?4, ?5, ?6)"));
+            const size_t end = std::min(m_all.size(), m_written + rowsPerWrite);
+            for (; m_written < end; ++m_written) {
+                const size_t place = m_byRead[m_written];
+                Sorted &s = m_all[place];
+                put.bindAll(qint64(place + 1) * spacing, s.frei, s.nummer, s.name, s.vorname,
+                            searchfold(s.vorname.toString() + QLatin1Char(' ') + s.name.toString()))
+                    .exec();
+                s = {}; // freed a piece at a time, not all at the end
+            }
+            if (m_written == m_all.size()) {
+                m_all = {};
+                m_runs = {};
+                m_byRead = {};
+                m_built = true;
+            }
+            break;
+        }
+        }
+    } while (!m_built && (ms < 0 || clock.elapsed() < ms));
+    tx.commit();
+    return m_built;
 }
 
 void PlayerRank::ensure()
 {
-    if (m_built && !m_check && m_told.isEmpty())
+    if (!m_built)
+        while (!buildstep(-1)) {
+        }
+    if (!m_check && m_told.isEmpty())
         return;
     Transaction tx(m_db);
-    if (!m_built) {
-        build();
-        tx.commit();
-        return;
-    }
     // The players whose row is missing, left over or placed under another name.
     QList<QPair<int, qint64>> moved;
     if (m_check) {

@@ -110,7 +110,41 @@ void SearchIndex::attach()
                                    nullptr, nullptr, nullptr);
         create(*db);
         m_rank = std::make_unique<PlayerRank>(*db);
+        if (m_idle)
+            m_idle->start();
     }
+}
+
+bool SearchIndex::rankready() const
+{
+    return m_rank && m_rank->built();
+}
+
+void SearchIndex::rankinidle()
+{
+    if (m_idle)
+        return;
+    m_idle = new QTimer(this);
+    m_idle->setInterval(0);
+    connect(m_idle, &QTimer::timeout, this, &SearchIndex::idlestep);
+    m_idle->start();
+}
+
+// A piece of the build, never inside a run that is under way (an event
+// loop turning while it waits): its rollback would take the piece along.
+void SearchIndex::idlestep()
+{
+    Database *db = m_world.db();
+    if (!db || !m_rank) {
+        m_idle->stop();
+        return;
+    }
+    // Looked at again a little later, not spinning while the run goes on.
+    m_idle->setInterval(sqlite3_get_autocommit(db->handle()) ? 0 : 50);
+    if (m_idle->interval())
+        return;
+    if (m_rank->buildstep(20))
+        m_idle->stop();
 }
 
 SearchIndex::~SearchIndex() = default;

@@ -6,6 +6,7 @@
 #include <QList>
 #include <QObject>
 #include <QString>
+#include <QTimer>
 #include <memory>
 
 namespace zorbo {
@@ -64,7 +65,17 @@ public:
     // use; false without a database.
     bool rankplayers();
 
+    // From now on temp.suche_rang is built in pieces of about 20 ms while
+    // the event loop is idle, and again each time it has to be made anew,
+    // so that the list of all players opens without waiting for it. For
+    // the windows; without an event loop it is built at its first use.
+    void rankinidle();
+    // Whether temp.suche_rang is built (it may still need names changed since).
+    bool rankready() const;
+
 private:
+    void idlestep();
+
     explicit SearchIndex(World &world);
     void attach();
     void update(const Change &change);
@@ -77,6 +88,7 @@ private:
     // Parts that a large change left out of date, built at the next search.
     bool m_dirtyTeams = true;
     bool m_dirtyPlayers = true;
+    QTimer *m_idle = nullptr;
 };
 
 } // namespace zorbo

@@ -1,6 +1,8 @@
 // The list of all players: each filter gives exactly its rows, in German
 // order, a window at a time; the filter expression of the command line.
+#include "core/playerrank.h"
 #include "core/problems.h"
+#include "core/search.h"
 #include "editor/playerlist.h"
 #include "players/playersworld.h"
 
@@ -169,6 +171,47 @@ TEST(PlayerList, KeepsGermanOrderAsNamesChange)
     f.text = "mu";
     q.setfilter(f);
     EXPECT_EQ(keys(q), QStringList(collated().filter(QRegularExpression("^(F1|F2|1|2|4|20|1\\d\\d)$"))));
+}
+
+// The order built a piece at a time while the world changes under it, as
+// the editor builds it in idle time: names changed in rows already read
+// are placed anew when it is done.
+TEST(PlayerList, OrderBuiltInPiecesFollowsChanges)
+{
+    test::PlayersWorld w;
+    SearchIndex::of(*w.world); // the folding function on the connection
+    PlayerRank rank(w.db());
+    QObject::connect(w.world.get(), &World::changed, [&](const Change &c) { rank.update(c); });
+    const auto order = [&](const char *sql) {
+        QStringList out;
+        Statement st = w.db().prepare(sql);
+        while (st.step())
+            out << (st.integer(0) ? QStringLiteral("F") : QString()) + QString::number(st.integer(1));
+        return out;
+    };
+    const auto run = [&](const char *sql) {
+        ASSERT_TRUE(w.world->run([&](Database &db) {
+            db.exec(QString::fromUtf8(sql));
+            return Result::success();
+        }));
+    };
+    EXPECT_FALSE(rank.buildstep(0)); // the squads' players read
+    run("UPDATE spieler SET NAME = 'Aal' WHERE NUMMER = 5; DELETE FROM spieler WHERE NUMMER = 3");
+    EXPECT_FALSE(rank.buildstep(0)); // the free players read
+    run("INSERT INTO spieler (NUMMER, NAME, VORNAME) VALUES (20, 'Müller', 'Thomas'); UPDATE a4spieler SET name = 'Zander'");
+    EXPECT_FALSE(rank.buildstep(0));
+    rank.ensure();
+    EXPECT_TRUE(rank.built());
+    const QStringList collated =
+        order("SELECT frei, nummer FROM (SELECT 0 AS frei, NUMMER AS nummer, NAME AS name, VORNAME AS vorname FROM spieler "
+              "UNION ALL SELECT 1, id, name, vorname FROM a4spieler) ORDER BY name COLLATE deutsch, vorname COLLATE deutsch, frei, nummer");
+    EXPECT_EQ(order("SELECT frei, nummer FROM temp.suche_rang ORDER BY rang"), collated);
+    // Each row holds its player's names as they are now, and their folded text.
+    EXPECT_EQ(order("SELECT r.frei, r.nummer FROM temp.suche_rang r LEFT JOIN spieler s ON r.frei = 0 AND s.NUMMER = r.nummer "
+                    "LEFT JOIN a4spieler a ON r.frei = 1 AND a.id = r.nummer "
+                    "WHERE r.name IS NOT coalesce(s.NAME, a.name) OR r.vorname IS NOT coalesce(s.VORNAME, a.vorname) "
+                    "OR r.text IS NOT suchtext(coalesce(r.vorname, '') || ' ' || coalesce(r.name, ''))"),
+              QStringList());
 }
 
 TEST(PlayerList, FilterExpressionAndStars)
