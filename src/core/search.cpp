@@ -125,7 +125,8 @@ void SearchIndex::rankinidle()
     if (m_idle)
         return;
     m_idle = new QTimer(this);
-    m_idle->setInterval(0);
+    // Not before the window has drawn what the world shows first.
+    m_idle->setInterval(250);
     connect(m_idle, &QTimer::timeout, this, &SearchIndex::idlestep);
     m_idle->start();
 }
