@@ -1,5 +1,6 @@
 #include "core/gamefiles.h"
 
+#include "platform/print.h"
 #include "platform/safefile.h"
 
 #include <QCryptographicHash>
@@ -11,6 +12,8 @@
 namespace zorbo {
 
 namespace {
+
+constexpr qsizetype sha256Bytes = 32;
 
 QString key(const QString &path)
 {
@@ -27,10 +30,19 @@ std::optional<FileFingerprint> fingerprint(const QString &path)
     const QFileInfo info(path);
     if (!info.isFile() || !file.open(QIODevice::ReadOnly))
         return std::nullopt;
-    QCryptographicHash hash(QCryptographicHash::Sha256);
-    if (!hash.addData(&file))
-        return std::nullopt;
-    return FileFingerprint{info.size(), info.lastModified().toUTC(), hash.result()};
+    Print print;
+    if (file.size() == 0) {
+        print.bytes("", 0);
+    } else if (const uchar *mapped = file.map(0, file.size())) {
+        print.bytes(mapped, file.size());
+        file.unmap(const_cast<uchar *>(mapped));
+    } else {
+        const QByteArray all = file.readAll();
+        if (file.error() != QFileDevice::NoError)
+            return std::nullopt;
+        print.bytes(all.constData(), all.size());
+    }
+    return FileFingerprint{info.size(), info.lastModified().toUTC(), print.result()};
 }
 
 void rememberfile(Database &db, const QString &path)
@@ -38,14 +50,14 @@ void rememberfile(Database &db, const QString &path)
     const std::optional<FileFingerprint> now = fingerprint(path);
     if (!now)
         return;
-    db.run(QStringLiteral("INSERT INTO spieldateien (pfad, groesse, zeit, sha256) VALUES (?1, ?2, ?3, ?4) "
-                          "ON CONFLICT (pfad) DO UPDATE SET groesse = ?2, zeit = ?3, sha256 = ?4"),
-           key(path), now->size, now->time.toMSecsSinceEpoch(), now->sha256);
+    db.run(QStringLiteral("INSERT INTO spieldateien (pfad, groesse, zeit, abdruck) VALUES (?1, ?2, ?3, ?4) "
+                          "ON CONFLICT (pfad) DO UPDATE SET groesse = ?2, zeit = ?3, abdruck = ?4"),
+           key(path), now->size, now->time.toMSecsSinceEpoch(), now->print);
 }
 
 std::optional<FileFingerprint> rememberedfile(Database &db, const QString &path)
 {
-    Statement st = db.prepare(QStringLiteral("SELECT groesse, zeit, sha256 FROM spieldateien WHERE pfad = ?1"));
+    Statement st = db.prepare(QStringLiteral("SELECT groesse, zeit, abdruck FROM spieldateien WHERE pfad = ?1"));
     st.bind(1, key(path));
     if (!st.step())
         return std::nullopt;
@@ -62,7 +74,15 @@ bool changedsince(Database &db, const QString &path, QDateTime *when)
         return false;
     if (when)
         *when = now->time;
-    return now->size != kept->size || now->time != kept->time || now->sha256 != kept->sha256;
+    if (now->size != kept->size || now->time != kept->time)
+        return true;
+    // Worlds of earlier versions remember a file by its SHA-256.
+    if (kept->print.size() == sha256Bytes) {
+        QFile file(path);
+        QCryptographicHash sha(QCryptographicHash::Sha256);
+        return !file.open(QIODevice::ReadOnly) || !sha.addData(&file) || sha.result() != kept->print;
+    }
+    return now->print != kept->print;
 }
 
 QString changedwords(const QString &path, const QDateTime &when)

@@ -14,11 +14,11 @@
 namespace zorbo {
 
 // What the world remembers of one of the game's files at its last import or
-// export: size, time of the last change and SHA-256 of the content.
+// export: size, time of the last change and a 128-bit print of the content.
 struct FileFingerprint {
     qint64 size = 0;
     QDateTime time;
-    QByteArray sha256;
+    QByteArray print;
 };
 
 // The fingerprint of the file as it lies on disk now; empty when it is no

@@ -132,7 +132,7 @@ CREATE TABLE verlauf (
 // of the history.
 const char *const gameFilesSql = R"SQL(
 CREATE TABLE IF NOT EXISTS spieldateien (
-  pfad TEXT PRIMARY KEY, groesse INTEGER NOT NULL, zeit INTEGER NOT NULL, sha256 BLOB NOT NULL
+  pfad TEXT PRIMARY KEY, groesse INTEGER NOT NULL, zeit INTEGER NOT NULL, abdruck BLOB NOT NULL
 ) STRICT;
 )SQL";
 
@@ -238,17 +238,23 @@ void upgradeschema(Database &db)
     }
     if (version < 4)
         db.exec(QString::fromUtf8(gameFilesSql));
-    // Steps kept so far all hold their changes.
-    const auto haspoint = [&] {
-        for (const ColumnInfo &column : db.columns(QStringLiteral("verlauf"))) {
-            if (column.name == QLatin1String("punkt"))
+    const auto hascolumn = [&](const QString &table, const QString &name) {
+        for (const ColumnInfo &column : db.columns(table)) {
+            if (column.name == name)
                 return true;
         }
         return false;
     };
-    if (version < 5 && !haspoint())
+    // Steps kept so far all hold their changes.
+    if (version < 5 && !hascolumn(QStringLiteral("verlauf"), QStringLiteral("punkt")))
         db.exec(QStringLiteral("ALTER TABLE verlauf ADD COLUMN punkt TEXT; "
                                "ALTER TABLE verlauf ADD COLUMN punktgroesse INTEGER NOT NULL DEFAULT 0"));
+    // The files were remembered by their SHA-256; the column now holds
+    // whichever print the row was written with.
+    if (version < 6 && hascolumn(QStringLiteral("spieldateien"), QStringLiteral("sha256")))
+        db.exec(QStringLiteral("ALTER TABLE spieldateien RENAME COLUMN sha256 TO abdruck"));
+    else if (!db.hasTable(QStringLiteral("spieldateien")))
+        db.exec(QString::fromUtf8(gameFilesSql));
     db.exec(QStringLiteral("PRAGMA user_version = %1").arg(zorboSchemaVersion));
     tx.commit();
 }

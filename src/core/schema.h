@@ -13,7 +13,7 @@ inline constexpr int zorboApplicationId = 0x5A4F5242;
 // 2: squads in kaderzeilen behind the view vereinspieler, the history in verlauf.
 // 3: each step of the history carries a checksum of its changes.
 // 4: the game's files as last imported or exported, in spieldateien.
-inline constexpr int zorboSchemaVersion = 5;
+inline constexpr int zorboSchemaVersion = 6;
 
 // The continents in the order of the continent list.
 const QStringList &kontinente();

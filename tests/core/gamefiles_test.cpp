@@ -2,7 +2,9 @@
 #include "support/qstringprint.h"
 #include "support/testsupport.h"
 
+#include <QCryptographicHash>
 #include <QFile>
+#include <QFileInfo>
 #include <gtest/gtest.h>
 
 using namespace zorbo;
@@ -74,4 +76,34 @@ TEST(GameFiles, AWorldOfTheLastVersionGetsTheTableAndKeepsItsRows)
     ASSERT_TRUE(writeBytes(dir.file("wa.res"), "RESF"));
     rememberfile(*again.db, dir.file("wa.res"));
     EXPECT_TRUE(rememberedfile(*again.db, dir.file("wa.res")).has_value());
+}
+
+// A world of the version before remembers its files by SHA-256; those rows
+// still tell an unchanged file from a changed one after the upgrade.
+TEST(GameFiles, FilesRememberedByAnEarlierVersionStillTellChanges)
+{
+    TempFolder dir;
+    const QString path = dir.file("zorbo.mdb");
+    const QString file = dir.file("1_sp.cfg");
+    const QDateTime then(QDate(2026, 11, 2), QTime(8, 30, 0));
+    ASSERT_TRUE(writeBytes(file, "NEUER_SPIELER\r\n"));
+    setTime(file, then);
+    {
+        OpenedDb o = opendb(path);
+        ASSERT_TRUE(o.db);
+        o.db->exec("ALTER TABLE spieldateien RENAME COLUMN abdruck TO sha256; PRAGMA user_version = 5");
+        o.db->run("INSERT INTO spieldateien VALUES (?1, ?2, ?3, ?4)", QFileInfo(file).canonicalFilePath(),
+                  QFileInfo(file).size(), then.toMSecsSinceEpoch(),
+                  QCryptographicHash::hash("NEUER_SPIELER\r\n", QCryptographicHash::Sha256));
+    }
+    OpenedDb again = opendb(path);
+    ASSERT_EQ(again.state, DbOpenState::Opened) << again.message.toStdString();
+    EXPECT_FALSE(changedsince(*again.db, file));
+    ASSERT_TRUE(writeBytes(file, "NEUER_SPIELEX\r\n"));
+    setTime(file, then);
+    EXPECT_TRUE(changedsince(*again.db, file));
+    // Remembered anew, by the print of this version.
+    rememberfile(*again.db, file);
+    EXPECT_FALSE(changedsince(*again.db, file));
+    EXPECT_EQ(rememberedfile(*again.db, file)->print.size(), 16);
 }
