@@ -129,19 +129,6 @@ QString textOf(QByteArrayView bytes)
     return fromCp1252(QByteArray::fromRawData(bytes.data(), bytes.size()));
 }
 
-void bindText(Statement &st, int index, QByteArrayView cp1252)
-{
-    bool ascii = true;
-    for (char c : cp1252)
-        ascii = ascii && (static_cast<unsigned char>(c) < 0x80);
-    const QByteArray utf8 = ascii ? QByteArray() : textOf(cp1252).toUtf8();
-    const QByteArrayView bound = ascii ? cp1252 : QByteArrayView(utf8);
-    // A view without data would bind Null; empty text stays text.
-    const char *data = bound.data() ? bound.data() : "";
-    if (sqlite3_bind_text(st.handle(), index, data, int(bound.size()), SQLITE_TRANSIENT) != SQLITE_OK)
-        throw DbError("Wert nicht gebunden");
-}
-
 QString shown(QByteArrayView bytes)
 {
     QString t = textOf(bytes.size() > 60 ? bytes.first(60) : bytes);

@@ -95,10 +95,6 @@ std::optional<qint64> parseRounded(QByteArrayView text, bool allowComma = false)
 // does not start and end with one.
 std::optional<QString> parseQuoted(QByteArrayView text);
 QString textOf(QByteArrayView bytes);
-// Binds text of the file as the database's UTF-8, without a detour through
-// QString; the hot path of the player import.
-void bindText(Statement &st, int index, QByteArrayView cp1252);
-
 // Value shown in a message: quoted, shortened to a readable length.
 QString shown(QByteArrayView bytes);
 

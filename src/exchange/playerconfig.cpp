@@ -66,9 +66,8 @@ void readPlayers(Database &db, const CfgFile &file, ExchangeResult &result, cons
         kinds.push_back(bareColumn(c) ? Kind::Bare : col.isText() ? Kind::Quoted : col.isInteger() ? Kind::Whole : Kind::Decimal);
     }
     // A player as the world holds him already is left alone.
-    Statement insert = db.prepare(QStringLiteral("INSERT INTO spieler VALUES (?1, ?2, ?3, ?4, ?5, ?6, ?7, ?8, ?9, ?10, "
-                                                 "?11, ?12, ?13, ?14, ?15, ?16, ?17) ")
-                                  + updatechanged(db, QStringLiteral("spieler"), QStringLiteral("NUMMER")));
+    RowBatch insert(db, QStringLiteral("INSERT INTO spieler"), playerColumns,
+                    updatechanged(db, QStringLiteral("spieler"), QStringLiteral("NUMMER")));
     KeySet seen;
     qsizetype droppedCount = 0;
     int lastPercent = -1;
@@ -92,34 +91,38 @@ void readPlayers(Database &db, const CfgFile &file, ExchangeResult &result, cons
                     const qint64 n = wholefield(file, i, field, value);
                     if (c == 0)
                         number = n;
-                    insert.bind(c + 1, n);
+                    insert.integer(n);
                     break;
                 }
                 case Kind::Decimal:
-                    insert.bind(c + 1, decimalfield(file, i, field, value));
+                    insert.real(decimalfield(file, i, field, value));
                     break;
                 case Kind::Quoted: {
                     if (value.size() < 2 || value.front() != '"' || value.back() != '"')
                         file.failfield(i, field.name, shown(value) + QStringLiteral(", kein Text in Anführungszeichen."));
                     checktextfield(file, i, field, value.sliced(1, value.size() - 2));
-                    bindText(insert, c + 1, value.sliced(1, value.size() - 2));
+                    insert.cp1252(value.sliced(1, value.size() - 2));
                     break;
                 }
                 case Kind::Bare:
                     checktextfield(file, i, field, value);
-                    bindText(insert, c + 1, value);
+                    insert.cp1252(value);
                     break;
                 }
             }
             if (seen.insert(number)) {
-                insert.exec();
+                insert.endrow();
                 ++result.players;
-            } else if (++droppedCount <= namedDuplicates)
-                result.findings << Finding{.text = QStringLiteral("die Spielernummer stand schon weiter oben in der Datei; "
-                                                                  "der erste Datensatz bleibt, dieser wird übergangen."),
-                                           .file = file.path(),
-                                           .line = int(header + 1),
-                                           .player = number};
+            } else {
+                insert.droprow();
+                if (++droppedCount <= namedDuplicates)
+                    result.findings << Finding{.text = QStringLiteral("die Spielernummer stand schon weiter oben in der "
+                                                                      "Datei; der erste Datensatz bleibt, dieser wird "
+                                                                      "übergangen."),
+                                               .file = file.path(),
+                                               .line = int(header + 1),
+                                               .player = number};
+            }
         }
         // Every percent once: a file has many more lines than a bar has steps.
         if (const int percent = int(lines.offset() * 100 / std::max<qint64>(size, 1)); percent != lastPercent) {
@@ -138,6 +141,7 @@ void readPlayers(Database &db, const CfgFile &file, ExchangeResult &result, cons
         result.findings << Finding{.text = QStringLiteral("… und %1 weitere doppelte Spielernummern.")
                                                .arg(droppedCount - namedDuplicates),
                                    .file = file.path()};
+    insert.finish();
     // The players the file doesn't hold leave the world.
     dropunread(db, QStringLiteral("spieler"), QStringLiteral("NUMMER"), [&](qint64 n) { return seen.contains(n); });
 }

@@ -294,12 +294,15 @@ void TeamRecordReader::replacerows()
     dropunread(m_db, QStringLiteral("vereine"), nummer, [this](qint64 n) { return m_seenClubs.contains(n); });
     dropunread(m_db, QStringLiteral("vereine_national"), nummer, [this](qint64 n) { return m_seenNational.contains(n); });
     const QString squads = QStringLiteral("kaderzeilen"), place = QStringLiteral("zeile");
-    Statement put = m_db.prepare(QStringLiteral("INSERT INTO kaderzeilen (zeile, verein, spieler) VALUES (?1, ?2, ?3) ")
-                                 + updatechanged(m_db, squads, place));
+    RowBatch put(m_db, QStringLiteral("INSERT INTO kaderzeilen (zeile, verein, spieler)"), 3,
+                 updatechanged(m_db, squads, place), 256);
     for (const auto &[zeile, row] : m_squadRows) {
-        put.bindAll(zeile, row.first, row.second);
-        put.exec();
+        put.integer(zeile);
+        put.integer(row.first);
+        put.integer(row.second);
+        put.endrow();
     }
+    put.finish();
     dropunread(m_db, squads, place, [this](qint64 z) { return m_squadRows.contains(z); });
 }
 

@@ -116,6 +116,44 @@ TEST(PlayerConfig, NumbersOfEveryRangeAreToldApartWhenRepeatedAndWhenLeftOut)
     EXPECT_EQ(repeated, (QList<qint64>{64, 67108864, 2147483647, 0}));
 }
 
+// Players go to the database many at a time; whole batches, the rows left
+// at the end and a repeated number between them all come out as the file has them.
+TEST(PlayerConfig, AFileOfManyPlayersIsReadAsItStandsAndAgainChangesNothing)
+{
+    QByteArray file;
+    QStringList expected;
+    for (int n = 1; n <= 200; ++n) {
+        const QString name = n % 10 == 0 ? QString() : QStringLiteral("Müßig-%1").arg(n);
+        // The first of a number stays: 65 comes early, ending the first batch.
+        if (n == 64)
+            file += record(65, "Früher");
+        file += record(n, name.toUtf8().constData());
+        expected << QStringLiteral("%1:%2:text").arg(n).arg(n == 65 ? QStringLiteral("Früher") : name);
+    }
+    TestDb t;
+    addPlayer(*t, {3, "Müßig-3", "V", 1, 2, "X", 180, 3, 4, 0.5, 6.0, 7, 8, 9, 10, "1,2", "3"});
+    addPlayer(*t, {999, "Geht", "V", 1, 2, "X", 180, 3, 4, 0.5, 6.0, 7, 8, 9, 10, "", ""});
+    writeBytes(t.file("sp.cfg"), file);
+    const qint64 before = t->totalChanges();
+    const ExchangeResult r = importspieler(*t, t.file("sp.cfg"));
+    ASSERT_TRUE(r.ok()) << r.result.message.toStdString();
+    EXPECT_EQ(r.players, 200);
+    EXPECT_EQ(t->totalChanges() - before, 199 + 1) << "player 3 stands as the file has him; 999 goes";
+    ASSERT_EQ(r.findings.size(), 1);
+    EXPECT_EQ(r.findings[0].player, 65);
+    QStringList stored;
+    Statement st = t->prepare("SELECT NUMMER, NAME, typeof(NAME), ERLERNT, LIEBLINGSPOS_X FROM spieler ORDER BY NUMMER");
+    while (st.step()) {
+        stored << QStringLiteral("%1:%2:%3").arg(st.integer(0)).arg(st.text(1), st.text(2));
+        EXPECT_EQ(st.text(3), "1,2");
+        EXPECT_EQ(st.real(4), 0.5);
+    }
+    EXPECT_EQ(stored, expected);
+    const qint64 again = t->totalChanges();
+    ASSERT_TRUE(importspieler(*t, t.file("sp.cfg")).ok());
+    EXPECT_EQ(t->totalChanges(), again);
+}
+
 TEST(PlayerConfig, TruncatedRecordChangesNothing)
 {
     TestDb t;
