@@ -1,5 +1,7 @@
 #include "core/history.h"
 
+#include "platform/print.h"
+
 #include <QCryptographicHash>
 #include <QDir>
 #include <QFileInfo>
@@ -10,10 +12,24 @@ namespace zorbo {
 
 QByteArray stepchecksum(qint64 id, const QByteArray &changes)
 {
-    QCryptographicHash hash(QCryptographicHash::Sha256);
-    hash.addData(QByteArray::number(id) + ':');
-    hash.addData(changes);
-    return hash.result();
+    Print print;
+    const QByteArray number = QByteArray::number(id) + ':';
+    print.bytes(number.constData(), number.size());
+    print.bytes(changes.constData(), changes.size());
+    return print.result();
+}
+
+bool stepchecksumholds(qint64 id, const QByteArray &changes, const QByteArray &sum)
+{
+    // Steps kept by earlier versions carry the SHA-256 of the same bytes.
+    constexpr qsizetype sha256Bytes = 32;
+    if (sum.size() == sha256Bytes) {
+        QCryptographicHash hash(QCryptographicHash::Sha256);
+        hash.addData(QByteArray::number(id) + ':');
+        hash.addData(changes);
+        return hash.result() == sum;
+    }
+    return stepchecksum(id, changes) == sum;
 }
 
 QList<HistoryStep> historysteps(Database &db)

@@ -21,8 +21,13 @@ struct HistoryStep {
 };
 
 // The checksum a step keeps of its changes, tied to its number, so that a
-// step whose bytes were changed or swapped with another's is known.
+// step whose bytes were changed or swapped with another's is known. It is
+// read again at every undo and redo of the step, megabytes after a whole
+// import: a quick 128-bit print, not a cryptographic hash.
 QByteArray stepchecksum(qint64 id, const QByteArray &changes);
+// Whether sum is the checksum of the step's changes, of this version or of
+// an earlier one.
+bool stepchecksumholds(qint64 id, const QByteArray &changes, const QByteArray &sum);
 
 // The kept steps, oldest first. Undone steps follow the done ones.
 QList<HistoryStep> historysteps(Database &db);

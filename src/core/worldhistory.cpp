@@ -215,7 +215,8 @@ Result World::replay(const QList<HistoryStep> &steps, bool undoing, const Progre
                 const QByteArray sum = read.blob(1);
                 const QString way = read.isNull(2) ? QString() : read.text(2);
                 read.reset();
-                if (sum != stepchecksum(step.id, way.isEmpty() ? changes : way.toUtf8()) || (!way.isEmpty() && !ways.contains(step.id)))
+                if (!stepchecksumholds(step.id, way.isEmpty() ? changes : way.toUtf8(), sum)
+                    || (!way.isEmpty() && !ways.contains(step.id)))
                     return broken(step);
                 std::optional<QString> conflict;
                 try {

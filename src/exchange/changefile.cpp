@@ -392,7 +392,7 @@ ChangeFileRead changessince(Database &db, qint64 step, const QString &descriptio
         int steps = 0;
         while (st.step()) {
             const QByteArray changes = st.blob(2);
-            if (changes.isEmpty() || stepchecksum(st.integer(0), changes) != st.blob(3)) {
+            if (changes.isEmpty() || !stepchecksumholds(st.integer(0), changes, st.blob(3))) {
                 out.result = Result::failure(QStringLiteral("Schritt %1 des Verlaufs („%2“) ist unvollständig oder verändert "
                                                             "(die Prüfsumme stimmt nicht); es wurde nichts geschrieben.")
                                                  .arg(st.integer(0))

@@ -14,6 +14,7 @@
 #include "tools/squadnumbers.h"
 #include "tools/swap.h"
 
+#include <QCryptographicHash>
 #include <QFile>
 #include <gtest/gtest.h>
 
@@ -345,12 +346,25 @@ TEST(History, StepsOfAWorldBeforeRestorePointStepsStillUndo)
     TempFolder dir;
     std::unique_ptr<World> world = openworld(dir.path());
     ASSERT_TRUE(world->run([](Database &db) { return renameclub(db, 0, "Eins"); }, {}, Step{"Eins"}).ok);
+    // Such a world summed up its steps by SHA-256.
+    const qint64 id = world->history().last().id;
+    Statement kept = world->db()->prepare("SELECT aenderungen FROM verlauf WHERE schritt = ?1");
+    kept.bind(1, id);
+    ASSERT_TRUE(kept.step());
+    const QByteArray sha = QCryptographicHash::hash(QByteArray::number(id) + ':' + kept.blob(0), QCryptographicHash::Sha256);
+    kept.reset();
+    QByteArray wrong = sha;
+    wrong[5] = char(wrong[5] ^ 1);
+    world->db()->run("UPDATE verlauf SET pruefsumme = ?1 WHERE schritt = ?2", wrong, id);
     world->db()->exec("ALTER TABLE verlauf DROP COLUMN punktgroesse; ALTER TABLE verlauf DROP COLUMN punkt; "
                       "PRAGMA user_version = 4");
     world.reset();
     world = openworld(dir.path());
     ASSERT_TRUE(world->db());
     EXPECT_EQ(world->db()->scalar("PRAGMA user_version").toInt(), zorboSchemaVersion);
+    EXPECT_FALSE(world->undo().ok) << "a changed step is known by its old sum too";
+    EXPECT_EQ(world->brokenstep(), id);
+    world->db()->run("UPDATE verlauf SET pruefsumme = ?1 WHERE schritt = ?2", sha, id);
     const Result undone = world->undo();
     ASSERT_TRUE(undone.ok) << undone.message.toStdString();
     EXPECT_NE(world->db()->scalar("SELECT NAME FROM vereine WHERE NUMMER = 0").toString(), "Eins");
