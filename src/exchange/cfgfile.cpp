@@ -25,9 +25,11 @@ bool CfgFile::Lines::next()
         return false;
     const char *data = m_bytes.constData();
     const qsizetype start = m_next;
-    qsizetype end = start;
-    while (end < n && data[end] != '\n' && data[end] != '\r')
-        ++end;
+    // The line ends at the first LF or CR; memchr looks at many bytes at once.
+    const auto *lf = static_cast<const char *>(std::memchr(data + start, '\n', size_t(n - start)));
+    const qsizetype limit = lf ? lf - data : n;
+    const auto *cr = static_cast<const char *>(std::memchr(data + start, '\r', size_t(limit - start)));
+    const qsizetype end = cr ? cr - data : limit;
     m_text = QByteArrayView(data + start, end - start);
     m_next = end < n && data[end] == '\r' && end + 1 < n && data[end + 1] == '\n' ? end + 2 : end + 1;
     ++m_number;
@@ -52,25 +54,26 @@ void CfgFile::failfield(qsizetype i, const QString &field, const QString &value)
 
 QByteArrayView trimBlanks(QByteArrayView text)
 {
-    qsizetype b = 0;
-    qsizetype e = text.size();
-    while (b < e && text[b] == ' ')
+    const char *b = text.data();
+    const char *e = b + text.size();
+    while (b < e && *b == ' ')
         ++b;
-    while (e > b && text[e - 1] == ' ')
+    while (e > b && e[-1] == ' ')
         --e;
-    return text.sliced(b, e - b);
+    return QByteArrayView(b, e - b);
 }
 
 QByteArrayView trimValue(QByteArrayView text)
 {
-    qsizetype b = 0;
-    qsizetype e = text.size();
-    while (b < e && (text[b] == ' ' || text[b] == '\t'))
+    const char *b = text.data();
+    const char *e = b + text.size();
+    while (b < e && (*b == ' ' || *b == '\t'))
         ++b;
-    while (e > b && (text[e - 1] == ' ' || text[e - 1] == '\t'))
+    while (e > b && (e[-1] == ' ' || e[-1] == '\t'))
         --e;
-    return text.sliced(b, e - b);
+    return QByteArrayView(b, e - b);
 }
+
 std::optional<qint64> parseWhole(QByteArrayView text)
 {
     const char *p = text.data();
@@ -90,31 +93,37 @@ std::optional<double> parseDecimal(QByteArrayView text, bool allowComma)
 {
     // Checked by hand first: from_chars would also take exponents and "inf",
     // which no file of the game holds.
-    QByteArray plain(text.data(), text.size());
+    const char *p = text.data();
+    const qsizetype n = text.size();
     qsizetype i = 0;
-    if (i < plain.size() && (plain[i] == '-' || plain[i] == '+'))
+    if (i < n && (p[i] == '-' || p[i] == '+'))
         ++i;
     const qsizetype signEnd = i;
     bool digits = false;
-    bool point = false;
-    for (; i < plain.size(); ++i) {
-        char &c = plain[i];
+    qsizetype point = -1;
+    for (; i < n; ++i) {
+        const char c = p[i];
         if (c >= '0' && c <= '9')
             digits = true;
-        else if ((c == '.' || (allowComma && c == ',')) && !point) {
-            c = '.';
-            point = true;
-        } else
+        else if ((c == '.' || (allowComma && c == ',')) && point < 0)
+            point = i;
+        else
             return std::nullopt;
     }
     if (!digits)
         return std::nullopt;
     double value = 0;
-    const char *begin = plain.constData() + signEnd;
-    const auto res = std::from_chars(begin, plain.constData() + plain.size(), value, std::chars_format::fixed);
+    std::from_chars_result res;
+    if (point >= 0 && p[point] == ',') {
+        QByteArray plain(p + signEnd, n - signEnd);
+        plain[point - signEnd] = '.';
+        res = std::from_chars(plain.constData(), plain.constData() + plain.size(), value, std::chars_format::fixed);
+    } else {
+        res = std::from_chars(p + signEnd, p + n, value, std::chars_format::fixed);
+    }
     if (res.ec != std::errc())
         return std::nullopt;
-    return signEnd > 0 && plain[0] == '-' ? -value : value;
+    return signEnd > 0 && p[0] == '-' ? -value : value;
 }
 
 std::optional<QString> parseQuoted(QByteArrayView text)

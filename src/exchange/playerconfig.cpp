@@ -6,6 +6,8 @@
 #include "platform/codepage.h"
 #include "platform/numbers.h"
 
+#include <cstring>
+
 
 namespace zorbo {
 
@@ -42,7 +44,8 @@ qsizetype valueStart(QByteArrayView line, QByteArrayView keyword)
     while (lead < line.size() && (line[lead] == ' ' || line[lead] == '\t'))
         ++lead;
     if (const qsizetype behind = lead + keyword.size(); behind < line.size()
-        && line.sliced(lead, keyword.size()) == keyword && (line[behind] == ' ' || line[behind] == '\t'))
+        && std::memcmp(line.data() + lead, keyword.data(), size_t(keyword.size())) == 0
+        && (line[behind] == ' ' || line[behind] == '\t'))
         return behind;
     for (qsizetype pos = line.indexOf(keyword); pos >= 0; pos = line.indexOf(keyword, pos + 1)) {
         const qsizetype behind = pos + keyword.size();

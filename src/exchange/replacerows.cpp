@@ -89,7 +89,7 @@ void RowBatch::cp1252(QByteArrayView text)
     if (ascii)
         m_texts.append(text.data(), text.size());
     else
-        m_texts.append(fromCp1252(QByteArray::fromRawData(text.data(), text.size())).toUtf8());
+        appendCp1252AsUtf8(m_texts, text);
     m_values.push_back(Value{.kind = Value::Text, .at = at, .size = m_texts.size() - at});
 }
 

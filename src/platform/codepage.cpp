@@ -83,6 +83,28 @@ QString fromCp1252(const QByteArray &bytes)
     return text;
 }
 
+void appendCp1252AsUtf8(QByteArray &out, QByteArrayView cp1252)
+{
+    // Three bytes at most for each: the page holds no character beyond U+FFFF.
+    const qsizetype at = out.size();
+    out.resize(at + 3 * cp1252.size());
+    char *p = out.data() + at;
+    for (const char byte : cp1252) {
+        const char16_t c = toUnicode[static_cast<unsigned char>(byte)];
+        if (c < 0x80) {
+            *p++ = char(c);
+        } else if (c < 0x800) {
+            *p++ = char(0xC0 | (c >> 6));
+            *p++ = char(0x80 | (c & 0x3F));
+        } else {
+            *p++ = char(0xE0 | (c >> 12));
+            *p++ = char(0x80 | ((c >> 6) & 0x3F));
+            *p++ = char(0x80 | (c & 0x3F));
+        }
+    }
+    out.resize(p - out.constData());
+}
+
 std::optional<QByteArray> toCp1252(const QString &text, int *badIndex)
 {
     QByteArray bytes(text.size(), Qt::Uninitialized);

@@ -11,6 +11,10 @@ namespace zorbo {
 // map to a character, so reading never fails and every byte round-trips.
 QString fromCp1252(const QByteArray &bytes);
 
+// The same text as UTF-8, appended to out: what fromCp1252(…).toUtf8()
+// gives, without the text in between.
+void appendCp1252AsUtf8(QByteArray &out, QByteArrayView cp1252);
+
 // Empty when the text holds a character the code page cannot hold; then
 // *badIndex (if given) is the index of the first such character.
 std::optional<QByteArray> toCp1252(const QString &text, int *badIndex = nullptr);

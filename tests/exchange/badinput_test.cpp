@@ -1,4 +1,5 @@
 #include "core/problems.h"
+#include "exchange/cfgfile.h"
 #include "exchange/configruns.h"
 #include "platform/codepage.h"
 #include "support/qstringprint.h"
@@ -174,4 +175,30 @@ TEST_F(BadInput, ValuesBeyondTheWindowsAreKeptListedAndReadBack)
     ASSERT_TRUE(importteamsrun(*back, t.file("out_tm.cfg")).ok());
     ASSERT_TRUE(importplayersrun(*back, t.file("out_sp.cfg")).ok());
     EXPECT_EQ(dumpWorld(*back), world);
+}
+
+// The plain number forms the readers take, and lines ended by CR LF, LF or
+// CR alone, mixed in one file.
+TEST(CfgValues, PlainNumbersOnlyAndEveryLineEnd)
+{
+    EXPECT_EQ(parseDecimal("-.25"), -0.25);
+    EXPECT_EQ(parseDecimal("+12."), 12.0);
+    EXPECT_EQ(parseDecimal("3,5", true), 3.5);
+    EXPECT_EQ(parseDecimal("-0,75", true), -0.75);
+    for (const char *bad : {"", "-", ".", "3,5", "1.2.3", "1e5", "inf", "0x1", " 1", "1,2,3"})
+        EXPECT_FALSE(parseDecimal(bad, QByteArrayView(bad) == "1,2,3")) << bad;
+    EXPECT_EQ(parseRounded("2.5"), 2);
+    EXPECT_EQ(parseRounded("3,5", true), 4);
+    EXPECT_EQ(parseRounded("-7"), -7);
+    EXPECT_FALSE(parseRounded("7x"));
+
+    TestDb t;
+    writeBytes(t.file("zeilen.cfg"), "eins\r\nzwei\nNEUES_TEAM\r\rvier\r\n\nsechs");
+    CfgFile file;
+    ASSERT_TRUE(file.load(t.file("zeilen.cfg")).ok);
+    CfgFile::Lines lines(file);
+    QStringList seen;
+    while (lines.next())
+        seen << QStringLiteral("%1:%2").arg(lines.number()).arg(QString::fromLatin1(lines.text()));
+    EXPECT_EQ(seen, QStringList({"0:eins", "1:zwei", "2:NEUES_TEAM", "3:", "4:vier", "5:", "6:sechs"}));
 }

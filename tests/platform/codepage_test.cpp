@@ -21,6 +21,10 @@ TEST(Codepage, EveryByteRoundTripsToADistinctCharacter)
     ASSERT_TRUE(back.has_value());
     EXPECT_EQ(*back, all);
     EXPECT_TRUE(fitsCp1252(text));
+    // Straight to UTF-8, as the readers store text, after what is there already.
+    QByteArray utf8("Vor ");
+    appendCp1252AsUtf8(utf8, all);
+    EXPECT_EQ(utf8, "Vor " + text.toUtf8());
 }
 
 TEST(Codepage, HighRowFollowsTheCodePageNotLatin1)
