@@ -30,18 +30,24 @@ std::optional<FileFingerprint> fingerprint(const QString &path)
     const QFileInfo info(path);
     if (!info.isFile() || !file.open(QIODevice::ReadOnly))
         return std::nullopt;
+    // Read in pieces rather than mapped: a file cut short by another program
+    // meanwhile gives no print, where a mapping would end the program.
     Print print;
-    if (file.size() == 0) {
-        print.bytes("", 0);
-    } else if (const uchar *mapped = file.map(0, file.size())) {
-        print.bytes(mapped, file.size());
-        file.unmap(const_cast<uchar *>(mapped));
-    } else {
-        const QByteArray all = file.readAll();
-        if (file.error() != QFileDevice::NoError)
+    print.begin(info.size());
+    QByteArray chunk(1 << 20, Qt::Uninitialized);
+    qint64 total = 0;
+    for (;;) {
+        const qint64 got = file.read(chunk.data(), chunk.size());
+        if (got < 0)
             return std::nullopt;
-        print.bytes(all.constData(), all.size());
+        if (got == 0)
+            break;
+        print.piece(chunk.constData(), got);
+        total += got;
     }
+    if (total != info.size())
+        return std::nullopt;
+    print.end();
     return FileFingerprint{info.size(), info.lastModified().toUTC(), print.result()};
 }
 

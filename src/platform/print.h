@@ -2,6 +2,7 @@
 
 #include <QByteArray>
 #include <QtEndian>
+#include <algorithm>
 #include <bit>
 #include <cstring>
 
@@ -23,17 +24,48 @@ public:
     // padded with zeros.
     void bytes(const void *data, qsizetype size)
     {
+        begin(size);
+        piece(data, size);
+        end();
+    }
+    // The same print for bytes that come in pieces, as from a file: begin()
+    // with their whole length, the pieces in order, then end().
+    void begin(qsizetype size)
+    {
         word(quint64(size));
+        m_held = 0;
+    }
+    void piece(const void *data, qsizetype size)
+    {
         const auto *p = static_cast<const char *>(data);
+        if (m_held > 0) {
+            const qsizetype take = std::min<qsizetype>(8 - m_held, size);
+            std::memcpy(m_hold + m_held, p, size_t(take));
+            m_held += int(take);
+            p += take;
+            size -= take;
+            if (m_held < 8)
+                return;
+            quint64 w;
+            std::memcpy(&w, m_hold, 8);
+            word(w);
+            m_held = 0;
+        }
         for (; size >= 8; p += 8, size -= 8) {
             quint64 w;
             std::memcpy(&w, p, 8);
             word(w);
         }
-        if (size > 0) {
+        std::memcpy(m_hold, p, size_t(size));
+        m_held = int(size);
+    }
+    void end()
+    {
+        if (m_held > 0) {
             quint64 w = 0;
-            std::memcpy(&w, p, size_t(size));
+            std::memcpy(&w, m_hold, size_t(m_held));
             word(w);
+            m_held = 0;
         }
     }
     QByteArray result() const
@@ -54,6 +86,8 @@ private:
     }
     quint64 m_a = 0x243f6a8885a308d3ULL;
     quint64 m_b = 0x13198a2e03707344ULL;
+    char m_hold[8] = {};
+    int m_held = 0;
 };
 
 } // namespace zorbo
