@@ -12,6 +12,7 @@
 #include <QSet>
 #include <QStringList>
 #include <memory>
+#include <thread>
 #include <vector>
 
 namespace zorbo {
@@ -164,9 +165,17 @@ private:
     // Copies source (the open database, or during a run a second connection
     // that sees the world as last committed) into a restore point.
     Result keeprestorepoint(Database &source, const QString &reason, bool byhand, QString *name);
+    // As a run that keeps a restore point begins: the point is copied on a
+    // thread of its own while the run works. Until the run commits, the
+    // database file holds the world as it was before (the run's pages stay
+    // in memory), so the copy is the world of before the run.
+    void beginpoint(const QString &reason);
     // Inside a run's transaction, once op succeeded: keeps the world of
     // before the run when the run changed rows; *name tells the point made.
     Result keepbefore(const QString &reason, QString *name);
+    // After the run's transaction: a copy begun for a run that failed before
+    // it was taken goes again.
+    void droppoint();
     // After the run: a point made for a run that did not commit goes again,
     // one of a committed run may push out the oldest.
     void settlepoint(const QString &name, bool committed);
@@ -188,6 +197,17 @@ private:
     qint64 m_brokenstep = 0;
     bool m_recordsteps = true;             // off while the start-up makes the market
     std::unique_ptr<ChangeRecorder> m_recorder; // while a run goes
+    struct EarlyPoint {
+        ~EarlyPoint()
+        {
+            if (copying.joinable())
+                copying.join();
+        }
+        std::thread copying;
+        Result made;
+        QString name; // of the point made
+    };
+    std::unique_ptr<EarlyPoint> m_earlypoint;   // a restore point being copied while a run goes
     bool m_replacing = false;  // the run's step is kept by its restore point, without a recorder
     Change m_pending;
     qint64 m_told = 0;         // rows the hook told of during the run
@@ -215,6 +235,8 @@ std::invoke_result_t<Op &, Database &> World::run(Op &&op, const QString &lead, 
     QString point;
     {
         Watch watch(*this, !step.restorepoint.isEmpty());
+        if (!step.restorepoint.isEmpty())
+            beginpoint(step.restorepoint);
         outcome = runtransaction(*m_db, lead, [&] {
             record(step);
             Outcome done = op(*m_db);
@@ -231,6 +253,7 @@ std::invoke_result_t<Op &, Database &> World::run(Op &&op, const QString &lead, 
             }
             return done;
         });
+        droppoint();
     }
     settlepoint(point, resultof(outcome).ok);
     publish(resultof(outcome).ok);

@@ -8,6 +8,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QHash>
+#include <functional>
 
 namespace zorbo {
 
@@ -448,21 +449,64 @@ Result World::removerestorepoint(const QString &name)
     return Result::success(QStringLiteral("Der Wiederherstellungspunkt %1 wurde gelöscht.").arg(name));
 }
 
-Result World::keepbefore(const QString &reason, QString *name)
+namespace {
+
+Result pointfrom(const QString &database, const std::function<Result(Database &)> &keep)
 {
-    // A run that changed no row needs no way back.
-    if (m_pending.isEmpty())
-        return Result::success();
-    // The run's changes are not committed yet; a second connection reads the
-    // world as it was before the run.
+    // A second connection reads the world as last committed.
     try {
-        Database before(m_db->path(), Database::ReadOnly);
-        return keeprestorepoint(before, reason, false, name);
+        Database before(database, Database::ReadOnly);
+        return keep(before);
     } catch (const DbError &e) {
         return Result::failure(QStringLiteral("Der Wiederherstellungspunkt lässt sich nicht anlegen: %1 lässt sich nicht "
                                               "lesen: %2")
-                                   .arg(QDir::toNativeSeparators(m_db->path()), e.text()));
+                                   .arg(QDir::toNativeSeparators(database), e.text()));
     }
+}
+
+} // namespace
+
+void World::beginpoint(const QString &reason)
+{
+    droppoint();
+    auto early = std::make_unique<EarlyPoint>();
+    EarlyPoint *point = early.get();
+    // The thread touches nothing of the world but its settings, which no run changes.
+    point->copying = std::thread([this, point, reason, database = m_db->path()] {
+        point->made = pointfrom(database, [&](Database &before) {
+            return keeprestorepoint(before, reason, false, &point->name);
+        });
+    });
+    m_earlypoint = std::move(early);
+}
+
+void World::droppoint()
+{
+    const std::unique_ptr<EarlyPoint> early = std::move(m_earlypoint);
+    if (!early)
+        return;
+    early->copying.join();
+    if (early->made.ok && !early->name.isEmpty())
+        QFile::remove(restorepointfolder(m_settings.programFolder) + QLatin1Char('/') + early->name);
+}
+
+Result World::keepbefore(const QString &reason, QString *name)
+{
+    const std::unique_ptr<EarlyPoint> early = std::move(m_earlypoint);
+    if (early)
+        early->copying.join();
+    // A run that changed no row needs no way back.
+    if (m_pending.isEmpty()) {
+        if (early && early->made.ok && !early->name.isEmpty())
+            QFile::remove(restorepointfolder(m_settings.programFolder) + QLatin1Char('/') + early->name);
+        return Result::success();
+    }
+    if (early) {
+        if (early->made.ok)
+            *name = early->name;
+        return early->made;
+    }
+    return pointfrom(m_db->path(), [&](Database &before) { return keeprestorepoint(before, reason, false, name); });
 }
 
 void World::settlepoint(const QString &name, bool committed)
