@@ -194,6 +194,12 @@ TEST(RestorePoints, OnlyARunThatCommitsAChangeKeepsOneAndFailedRunsPushOutNone)
     for (int i = 0; i < 11; ++i)
         ASSERT_FALSE(world->run(halfway, {}, Step{"Import", "Import"}).ok);
     EXPECT_TRUE(world->run([](Database &) { return Result::success(); }, {}, Step{"Nichts", "Nichts"}).ok);
+    const auto broken = [](Database &db) {
+        db.exec("UPDATE vereine SET NAME = 'halb' WHERE NUMMER = 0");
+        db.exec("SELECT * FROM gibt_es_nicht");
+        return Result::success();
+    };
+    EXPECT_FALSE(world->run(broken, {}, Step{"Kaputt", "Kaputt"}).ok);
     EXPECT_EQ(reasons(dir.path()), QStringList({"Drei", "Zwei", "Eins"}));
     EXPECT_EQ(world->db()->scalar("SELECT NAME FROM vereine WHERE NUMMER = 0").toString(), "Drei");
 
