@@ -492,16 +492,13 @@ void World::droppoint()
 
 Result World::keepbefore(const QString &reason, QString *name)
 {
-    const std::unique_ptr<EarlyPoint> early = std::move(m_earlypoint);
-    if (early)
-        early->copying.join();
     // A run that changed no row needs no way back.
     if (m_pending.isEmpty()) {
-        if (early && early->made.ok && !early->name.isEmpty())
-            QFile::remove(restorepointfolder(m_settings.programFolder) + QLatin1Char('/') + early->name);
+        droppoint();
         return Result::success();
     }
-    if (early) {
+    if (const std::unique_ptr<EarlyPoint> early = std::move(m_earlypoint)) {
+        early->copying.join();
         if (early->made.ok)
             *name = early->name;
         return early->made;
