@@ -152,16 +152,20 @@ Result World::replay(const QList<HistoryStep> &steps, bool undoing, const Progre
                                        : QStringLiteral("Es gibt nichts wiederherzustellen."));
     m_brokenstep = 0;
     const QString doing = undoing ? QStringLiteral("rückgängig machen") : QStringLiteral("wiederherstellen");
-    // A step whose kept changes are not what was written is never applied:
-    // the world stays, and the user may drop the history from it on.
-    const auto broken = [&](const HistoryStep &step) {
+    // A step that can't be applied leaves the world as it is, and the user
+    // may drop the history from it on.
+    const auto refused = [&](const HistoryStep &step, const QString &doingwhy) {
         m_brokenstep = step.id;
-        return Result::failure(QStringLiteral("Schritt %1 des Verlaufs („%2“) lässt sich nicht %3: seine gespeicherten "
-                                              "Änderungen sind unvollständig oder verändert (die Prüfsumme stimmt nicht). "
-                                              "Die Datenbank selbst ist in Ordnung; es wurde nichts geändert. Der Verlauf "
-                                              "lässt sich ab diesem Schritt löschen.")
+        return Result::failure(QStringLiteral("Schritt %1 des Verlaufs („%2“) lässt sich nicht %3 Die Datenbank selbst "
+                                              "ist in Ordnung; es wurde nichts geändert. Der Verlauf lässt sich ab diesem "
+                                              "Schritt löschen.")
                                    .arg(step.id)
-                                   .arg(step.text, doing));
+                                   .arg(step.text, doingwhy));
+    };
+    // Nor is a step whose kept changes are not what was written.
+    const auto broken = [&](const HistoryStep &step) {
+        return refused(step, doing + QStringLiteral(": seine gespeicherten Änderungen sind unvollständig oder verändert "
+                                                    "(die Prüfsumme stimmt nicht)."));
     };
     // The restore points of the steps that are kept by them.
     QHash<qint64, QString> ways;
@@ -176,15 +180,9 @@ Result World::replay(const QList<HistoryStep> &steps, bool undoing, const Progre
                 continue;
             QString why;
             const std::optional<QString> path = pointpath(m_settings.programFolder, *name, &why);
-            if (!path) {
-                m_brokenstep = step.id;
-                return Result::failure(QStringLiteral("Schritt %1 des Verlaufs („%2“) lässt sich nicht rückgängig machen: "
-                                                      "er braucht dafür seinen Wiederherstellungspunkt. %3 Die Datenbank "
-                                                      "selbst ist in Ordnung; es wurde nichts geändert. Der Verlauf lässt "
-                                                      "sich ab diesem Schritt löschen.")
-                                           .arg(step.id)
-                                           .arg(step.text, why));
-            }
+            if (!path)
+                return refused(step, QStringLiteral("rückgängig machen: er braucht dafür seinen "
+                                                    "Wiederherstellungspunkt. ") + why);
             if (attached.count() == attachedPoints)
                 return Result::failure(QStringLiteral("Mehr als %1 Schritte, die ganze Tabellen ersetzt haben, lassen sich "
                                                       "nicht auf einmal rückgängig machen; bitte in kleineren Schritten. Es "

@@ -27,6 +27,26 @@ QStringList filtered(PlayerQuery &q, const PlayerFilter &f)
     return k;
 }
 
+// Players named by their numbers, free players with an F, as sql gives them
+// (a column "free or not", then the number).
+QStringList numbersof(Database &db, const QString &sql)
+{
+    QStringList out;
+    Statement st = db.prepare(sql);
+    while (st.step())
+        out << (st.integer(0) ? QStringLiteral("F") : QString()) + QString::number(st.integer(1));
+    return out;
+}
+
+// Changes the world through a run, so that its listeners hear of it.
+void runsql(World &world, const char *sql)
+{
+    ASSERT_TRUE(world.run([&](Database &db) {
+        db.exec(QString::fromUtf8(sql));
+        return Result::success();
+    }));
+}
+
 } // namespace
 
 TEST(PlayerList, EachFilterGivesExactlyItsRows)
@@ -139,19 +159,12 @@ TEST(PlayerList, KeepsGermanOrderAsNamesChange)
     test::PlayersWorld w;
     PlayerQuery q(*w.world, SearchIndex::of(*w.world));
     const auto collated = [&] {
-        QStringList out;
-        Statement st = w.db().prepare(
-            "SELECT frei, nummer FROM (SELECT 0 AS frei, NUMMER AS nummer, NAME AS name, VORNAME AS vorname FROM spieler "
-            "UNION ALL SELECT 1, id, name, vorname FROM a4spieler) ORDER BY name COLLATE deutsch, vorname COLLATE deutsch, frei, nummer");
-        while (st.step())
-            out << (st.integer(0) ? QStringLiteral("F") : QString()) + QString::number(st.integer(1));
-        return out;
+        return numbersof(w.db(), "SELECT frei, nummer FROM (SELECT 0 AS frei, NUMMER AS nummer, NAME AS name, VORNAME AS "
+                                 "vorname FROM spieler UNION ALL SELECT 1, id, name, vorname FROM a4spieler) ORDER BY name "
+                                 "COLLATE deutsch, vorname COLLATE deutsch, frei, nummer");
     };
     const auto run = [&](const char *sql) {
-        ASSERT_TRUE(w.world->run([&](Database &db) {
-            db.exec(QString::fromUtf8(sql));
-            return Result::success();
-        }));
+        runsql(*w.world, sql);
         EXPECT_EQ(keys(q), collated()) << sql;
     };
     EXPECT_EQ(keys(q), collated());
@@ -182,19 +195,8 @@ TEST(PlayerList, OrderBuiltInPiecesFollowsChanges)
     SearchIndex::of(*w.world); // the folding function on the connection
     PlayerRank rank(w.db());
     QObject::connect(w.world.get(), &World::changed, [&](const Change &c) { rank.update(c); });
-    const auto order = [&](const char *sql) {
-        QStringList out;
-        Statement st = w.db().prepare(sql);
-        while (st.step())
-            out << (st.integer(0) ? QStringLiteral("F") : QString()) + QString::number(st.integer(1));
-        return out;
-    };
-    const auto run = [&](const char *sql) {
-        ASSERT_TRUE(w.world->run([&](Database &db) {
-            db.exec(QString::fromUtf8(sql));
-            return Result::success();
-        }));
-    };
+    const auto order = [&](const char *sql) { return numbersof(w.db(), QString::fromUtf8(sql)); };
+    const auto run = [&](const char *sql) { runsql(*w.world, sql); };
     EXPECT_FALSE(rank.buildstep(0)); // the squads' players read
     run("UPDATE spieler SET NAME = 'Aal' WHERE NUMMER = 5; DELETE FROM spieler WHERE NUMMER = 3");
     EXPECT_FALSE(rank.buildstep(0)); // the free players read
